@@ -1,0 +1,360 @@
+#include "softboard/src/Board.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "softboard/src/SdkParameters.h"
+
+namespace grabber {
+
+Board::Board() {
+    for (const ParameterDescription& description : sdkParameters()) {
+        sdk_.emplace_back(description);
+    }
+    for (Parameter& parameter : sdk_) {
+        sdkById_.emplace(parameter.description().id, &parameter);
+        sdkByName_.emplace(parameter.description().name, &parameter);
+    }
+}
+
+Board::~Board() {
+    for (char* text : texts_) {
+        delete[] text;
+    }
+}
+
+Parameter* Board::findLocked(int id) {
+    const auto position = static_cast<std::size_t>(static_cast<std::int64_t>(id) - FirstDesignId);
+    if (position < design_.size()) {
+        return hidden_[position] ? nullptr : &design_[position];
+    }
+    const auto found = sdkById_.find(id);
+    return found != sdkById_.end() ? found->second : nullptr;
+}
+
+const Parameter* Board::constFindLocked(std::string_view name) const {
+    if (description_) {
+        const auto found = description_->parameterByName.find(std::string(name));
+        if (found != description_->parameterByName.end()) {
+            return hidden_[found->second] ? nullptr : &design_[found->second];
+        }
+    }
+    const auto found = sdkByName_.find(name);
+    return found != sdkByName_.end() ? found->second : nullptr;
+}
+
+Parameter* Board::findLocked(std::string_view name) {
+    return const_cast<Parameter*>(constFindLocked(name));
+}
+
+int Board::idByNameLocked(std::string_view name) const {
+    const Parameter* parameter = constFindLocked(name);
+    return parameter != nullptr ? parameter->description().id : SOFTBOARD_E_UNKNOWN_ID;
+}
+
+std::vector<const Parameter*> Board::parametersLocked() const {
+    std::vector<const Parameter*> parameters;
+    for (std::size_t position = 0; position < design_.size(); ++position) {
+        if (!hidden_[position]) {
+            parameters.push_back(&design_[position]);
+        }
+    }
+    for (const Parameter& parameter : sdk_) {
+        parameters.push_back(&parameter);
+    }
+    return parameters;
+}
+
+std::optional<std::int64_t> Board::dueFaultLocked(softboard_direction direction, Function function,
+                                                  std::string_view name) {
+    if (recorder_.faults.empty()) {
+        return std::nullopt;
+    }
+    const auto ofFunction = recorder_.faults.due(SOFTBOARD_CALL, nameOf(function));
+    const auto ofAccess = recorder_.faults.due(direction, name);
+    return ofFunction ? ofFunction : ofAccess;
+}
+
+namespace {
+
+int ownType(const Parameter& parameter) {
+    const int type = static_cast<int>(parameter.description().type);
+    return type == static_cast<int>(ValueType::Table) ? FieldIntType : type;
+}
+
+/// An access that was refused because of what was passed is noted without the value, which cannot be trusted then.
+bool valueCanBeShown(std::int64_t result) {
+    return result != SOFTBOARD_E_ARGUMENT && result != SOFTBOARD_E_TYPE && result != SOFTBOARD_E_RANGE;
+}
+
+const char* const UnknownName = "";
+
+}  // namespace
+
+int Board::readTextLocked(const Parameter& parameter, void* value) {
+    if (value == nullptr) {
+        return SOFTBOARD_E_ARGUMENT;
+    }
+    std::string text;
+    if (parameter.text(text) != SOFTBOARD_OK) {
+        return SOFTBOARD_E_TYPE;
+    }
+    auto copy = std::make_unique<char[]>(text.size() + 1);
+    std::copy(text.begin(), text.end(), copy.get());
+    texts_.insert(copy.get());
+    char* released = copy.release();
+    std::memcpy(value, &released, sizeof released);
+    return SOFTBOARD_OK;
+}
+
+int Board::releaseTextLocked(char* text) {
+    if (texts_.erase(text) == 0) {
+        return SOFTBOARD_E_ARGUMENT;
+    }
+    delete[] text;
+    return SOFTBOARD_OK;
+}
+
+int Board::readParameter(Function function, int id, void* value, unsigned dma, int type) {
+    countCall(function);
+    const std::lock_guard guard(recorder_.mutex);
+    const Parameter* parameter = findLocked(id);
+    const char* name = parameter != nullptr ? parameter->description().name.c_str() : UnknownName;
+    if (type == OwnType && parameter != nullptr) {
+        type = ownType(*parameter);
+    }
+    const auto fault = dueFaultLocked(SOFTBOARD_READ, function, name);
+    int result = SOFTBOARD_OK;
+    if (fault) {
+        result = static_cast<int>(*fault);
+    } else if (parameter == nullptr) {
+        result = noteErrorLocked(SOFTBOARD_E_UNKNOWN_ID);
+    } else if (dma != 0) {
+        result = noteErrorLocked(SOFTBOARD_E_ARGUMENT);
+    } else {
+        result =
+            noteErrorLocked(type == NewTextType ? readTextLocked(*parameter, value) : parameter->read(value, type));
+    }
+    if (recorder_.transcript.recording()) {
+        recorder_.transcript.add(SOFTBOARD_READ, id, dma, type, result, name,
+                                 result == SOFTBOARD_OK && !fault ? shownValue(value, type) : std::string());
+    }
+    return result;
+}
+
+int Board::writeParameter(Function function, int id, const void* value, unsigned dma, int type) {
+    countCall(function);
+    const std::lock_guard guard(recorder_.mutex);
+    Parameter* parameter = findLocked(id);
+    const char* name = parameter != nullptr ? parameter->description().name.c_str() : UnknownName;
+    if (type == OwnType && parameter != nullptr) {
+        type = ownType(*parameter);
+    }
+    const auto fault = dueFaultLocked(SOFTBOARD_WRITE, function, name);
+    int result = SOFTBOARD_OK;
+    if (fault) {
+        result = static_cast<int>(*fault);
+    } else if (parameter == nullptr) {
+        result = noteErrorLocked(SOFTBOARD_E_UNKNOWN_ID);
+    } else if (dma != 0) {
+        result = noteErrorLocked(SOFTBOARD_E_ARGUMENT);
+    } else {
+        result = noteErrorLocked(parameter->write(value, type));
+        signals_.written(*parameter);
+    }
+    if (recorder_.transcript.recording()) {
+        recorder_.transcript.add(SOFTBOARD_WRITE, id, dma, type, result, name,
+                                 valueCanBeShown(result) ? shownValue(value, type) : std::string());
+    }
+    return result;
+}
+
+int Board::checkRegisterLocked(int number, bool write) const {
+    if (!description_) {
+        return SOFTBOARD_E_NO_DESIGN;
+    }
+    if (number < 1 || static_cast<std::size_t>(number) > registers_.size()) {
+        return SOFTBOARD_E_UNKNOWN_ID;
+    }
+    const RegisterDirection direction = description_->registers[static_cast<std::size_t>(number) - 1].direction;
+    if (write) {
+        return direction == RegisterDirection::ReadOnly ? SOFTBOARD_E_READ_ONLY : SOFTBOARD_OK;
+    }
+    return direction == RegisterDirection::WriteOnly ? SOFTBOARD_E_WRITE_ONLY : SOFTBOARD_OK;
+}
+
+namespace {
+
+struct RegisterName {
+    const char* transcript = UnknownName;
+    std::string_view plain = UnknownName;
+};
+
+RegisterName registerName(const DesignDescription* description, int number) {
+    if (description == nullptr || number < 1 || static_cast<std::size_t>(number) > description->registers.size()) {
+        return {};
+    }
+    const RegisterDescription& reg = description->registers[static_cast<std::size_t>(number) - 1];
+    return {reg.transcriptName.c_str(), reg.name};
+}
+
+std::uint64_t cutToWidth(std::uint64_t value, int bits) {
+    return bits >= 64 ? value : value & ((std::uint64_t{1} << bits) - 1);
+}
+
+}  // namespace
+
+int Board::readRegister(int number, std::uint64_t* value) {
+    countCall(Function::OrloRegisterRead);
+    const std::lock_guard guard(recorder_.mutex);
+    const RegisterName name = registerName(description_.get(), number);
+    const auto fault = dueFaultLocked(SOFTBOARD_READ, Function::OrloRegisterRead, name.plain);
+    int result = fault ? static_cast<int>(*fault) : checkRegisterLocked(number, false);
+    if (result == SOFTBOARD_OK && !fault && value == nullptr) {
+        result = SOFTBOARD_E_ARGUMENT;
+    }
+    const bool answered = result == SOFTBOARD_OK && !fault;
+    if (answered) {
+        *value = registers_[static_cast<std::size_t>(number) - 1];
+    }
+    if (recorder_.transcript.recording()) {
+        recorder_.transcript.add(SOFTBOARD_READ, number, 0, 0, result, name.transcript,
+                                 answered ? std::to_string(*value) : "");
+    }
+    return result;
+}
+
+int Board::writeRegister(int number, std::uint64_t value) {
+    countCall(Function::OrloRegisterWrite);
+    const std::lock_guard guard(recorder_.mutex);
+    const RegisterName name = registerName(description_.get(), number);
+    const auto fault = dueFaultLocked(SOFTBOARD_WRITE, Function::OrloRegisterWrite, name.plain);
+    const int result = fault ? static_cast<int>(*fault) : checkRegisterLocked(number, true);
+    if (result == SOFTBOARD_OK && !fault) {
+        const std::size_t position = static_cast<std::size_t>(number) - 1;
+        registers_[position] = cutToWidth(value, description_->registers[position].bits);
+    }
+    if (recorder_.transcript.recording()) {
+        recorder_.transcript.add(SOFTBOARD_WRITE, number, 0, 0, result, name.transcript, std::to_string(value));
+    }
+    return result;
+}
+
+void Board::configureLocked(const fpga_design& design, bool keepState) {
+    if (keepState && description_ && description_->fingerprint == design.description->fingerprint) {
+        return;
+    }
+    if (description_ != design.description) {
+        earlier_.push_back(design.description);
+    }
+    description_ = design.description;
+    hidden_ = design.hidden;
+    design_.clear();
+    for (const ParameterDescription& parameter : description_->parameters) {
+        design_.emplace_back(parameter);
+    }
+    registers_.clear();
+    for (const RegisterDescription& reg : description_->registers) {
+        registers_.push_back(cutToWidth(reg.value, reg.bits));
+    }
+    signals_.bind([this](std::string_view name) { return findLocked(name); });
+    for (const auto& [name, change] : std::exchange(pendingChanges_, {})) {
+        if (Parameter* parameter = findLocked(name)) {
+            change(*parameter);
+        }
+    }
+    for (const std::string& name : std::exchange(pendingHidden_, {})) {
+        const auto found = description_->parameterByName.find(name);
+        if (found != description_->parameterByName.end()) {
+            hidden_[found->second] = true;
+        }
+    }
+}
+
+int Board::lastErrorLocked() const {
+    return pinnedError_ != 0 ? pinnedError_ : lastError_;
+}
+
+void Board::pinError(int number) {
+    const std::lock_guard guard(recorder_.mutex);
+    pinnedError_ = number;
+}
+
+int Board::change(const std::string& name, std::function<int(Parameter&)> change) {
+    const std::lock_guard guard(recorder_.mutex);
+    if (Parameter* parameter = findLocked(name)) {
+        const int result = change(*parameter);
+        pictureArrived_.notify_all();
+        return result;
+    }
+    if (description_) {
+        return SOFTBOARD_E_UNKNOWN_ID;
+    }
+    pendingChanges_.emplace_back(name, std::move(change));
+    return SOFTBOARD_OK;
+}
+
+int Board::inspect(const std::string& name, const std::function<int(const Parameter&)>& inspect) const {
+    const std::lock_guard guard(recorder_.mutex);
+    if (const Parameter* parameter = constFindLocked(name)) {
+        return inspect(*parameter);
+    }
+    return description_ ? SOFTBOARD_E_UNKNOWN_ID : SOFTBOARD_E_NO_DESIGN;
+}
+
+int Board::hide(const std::string& name) {
+    const std::lock_guard guard(recorder_.mutex);
+    if (!description_) {
+        pendingHidden_.push_back(name);
+        return SOFTBOARD_OK;
+    }
+    const auto found = description_->parameterByName.find(name);
+    if (found == description_->parameterByName.end()) {
+        return SOFTBOARD_E_UNKNOWN_ID;
+    }
+    hidden_[found->second] = true;
+    return SOFTBOARD_OK;
+}
+
+int Board::setRegister(const std::string& name, std::uint64_t value) {
+    const std::lock_guard guard(recorder_.mutex);
+    if (!description_) {
+        return SOFTBOARD_E_NO_DESIGN;
+    }
+    const auto found = description_->registerByName.find(name);
+    if (found == description_->registerByName.end()) {
+        return SOFTBOARD_E_UNKNOWN_ID;
+    }
+    registers_[found->second] = cutToWidth(value, description_->registers[found->second].bits);
+    return SOFTBOARD_OK;
+}
+
+int Board::registerValue(const std::string& name, std::uint64_t& value) const {
+    const std::lock_guard guard(recorder_.mutex);
+    if (!description_) {
+        return SOFTBOARD_E_NO_DESIGN;
+    }
+    const auto found = description_->registerByName.find(name);
+    if (found == description_->registerByName.end()) {
+        return SOFTBOARD_E_UNKNOWN_ID;
+    }
+    value = registers_[found->second];
+    return SOFTBOARD_OK;
+}
+
+int Board::setInput(unsigned input, bool level) {
+    const std::lock_guard guard(recorder_.mutex);
+    return description_ ? signals_.setInput(input, level) : SOFTBOARD_E_NO_DESIGN;
+}
+
+int Board::outputLevel(unsigned output, bool& level) const {
+    const std::lock_guard guard(recorder_.mutex);
+    return description_ ? signals_.output(output, level) : SOFTBOARD_E_NO_DESIGN;
+}
+
+void Board::advanceSignals(double microseconds) {
+    const std::lock_guard guard(recorder_.mutex);
+    signals_.advance(microseconds);
+}
+
+}  // namespace grabber

@@ -1,0 +1,233 @@
+/// @file
+/// The control interface over boards and process.
+
+#include "softboard/softboard.h"
+
+#include <cstring>
+#include <string>
+
+#include "softboard/src/Board.h"
+#include "softboard/src/Guarded.h"
+#include "softboard/src/Process.h"
+
+namespace {
+
+using grabber::guarded;
+using grabber::Parameter;
+using grabber::Process;
+
+/// The recorder of a board, of the process if `board` is null, null if there is no such board.
+grabber::Recorder* recorderOf(softboard* board) {
+    if (board == nullptr) {
+        return &Process::instance().recorder();
+    }
+    return Process::instance().isBoard(board) ? &board->recorder() : nullptr;
+}
+
+/// Runs `body` with the recorder locked.
+template <class Body>
+int withRecorder(softboard* board, Body body) {
+    return guarded<int>(SOFTBOARD_E_INTERNAL, [&]() -> int {
+        grabber::Recorder* const recorder = recorderOf(board);
+        if (recorder == nullptr) {
+            return SOFTBOARD_E_ARGUMENT;
+        }
+        const std::lock_guard guard(recorder->mutex);
+        return body(*recorder);
+    });
+}
+
+/// Runs `body` if the board exists and the name is not null.
+template <class Body>
+int withBoard(softboard* board, const char* name, Body body) {
+    return guarded<int>(SOFTBOARD_E_INTERNAL, [&]() -> int {
+        if (name == nullptr || !Process::instance().isBoard(board)) {
+            return SOFTBOARD_E_ARGUMENT;
+        }
+        return body();
+    });
+}
+
+}  // namespace
+
+softboard* softboard_open(void) {
+    return guarded<softboard*>(nullptr, [] { return Process::instance().openBoard(); });
+}
+
+int softboard_close(softboard* board) {
+    return guarded<int>(SOFTBOARD_E_INTERNAL,
+                        [&] { return Process::instance().closeBoard(board) ? SOFTBOARD_OK : SOFTBOARD_E_ARGUMENT; });
+}
+
+size_t softboard_transcript_size(softboard* board) {
+    size_t size = 0;
+    withRecorder(board, [&](grabber::Recorder& recorder) {
+        size = recorder.transcript.size();
+        return SOFTBOARD_OK;
+    });
+    return size;
+}
+
+int softboard_transcript_get(softboard* board, size_t index, softboard_access* out) {
+    return withRecorder(board, [&](grabber::Recorder& recorder) -> int {
+        if (out == nullptr || index >= recorder.transcript.size()) {
+            return SOFTBOARD_E_ARGUMENT;
+        }
+        *out = recorder.transcript.at(index);
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_transcript_clear(softboard* board) {
+    return withRecorder(board, [](grabber::Recorder& recorder) {
+        recorder.transcript.clear();
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_transcript_record(softboard* board, int enabled) {
+    return withRecorder(board, [&](grabber::Recorder& recorder) {
+        recorder.transcript.setRecording(enabled != 0);
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_plan_fault(softboard* board, const char* name, int direction, unsigned nth, int64_t code) {
+    return withRecorder(board, [&](grabber::Recorder& recorder) -> int {
+        if (name == nullptr || direction < SOFTBOARD_READ || direction > SOFTBOARD_CALL) {
+            return SOFTBOARD_E_ARGUMENT;
+        }
+        recorder.faults.plan(name, static_cast<softboard_direction>(direction), nth, code);
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_plan_fault_at(softboard* board, unsigned nth, int64_t code) {
+    return withRecorder(board, [&](grabber::Recorder& recorder) {
+        recorder.faults.planAnyAccess(nth, code);
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_clear_faults(softboard* board) {
+    return withRecorder(board, [](grabber::Recorder& recorder) {
+        recorder.faults.clear();
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_set_integer(softboard* board, const char* name, int64_t value) {
+    return withBoard(board, name,
+                     [&] { return board->change(name, [value](Parameter& it) { return it.setInteger(value); }); });
+}
+
+int softboard_get_integer(softboard* board, const char* name, int64_t* value) {
+    return withBoard(board, value != nullptr ? name : nullptr,
+                     [&] { return board->inspect(name, [value](const Parameter& it) { return it.integer(*value); }); });
+}
+
+int softboard_set_double(softboard* board, const char* name, double value) {
+    return withBoard(board, name,
+                     [&] { return board->change(name, [value](Parameter& it) { return it.setReal(value); }); });
+}
+
+int softboard_get_double(softboard* board, const char* name, double* value) {
+    return withBoard(board, value != nullptr ? name : nullptr,
+                     [&] { return board->inspect(name, [value](const Parameter& it) { return it.real(*value); }); });
+}
+
+int softboard_set_text(softboard* board, const char* name, const char* value) {
+    return withBoard(board, value != nullptr ? name : nullptr, [&] {
+        return board->change(name, [text = std::string(value)](Parameter& it) { return it.setText(text); });
+    });
+}
+
+int softboard_get_text(softboard* board, const char* name, char* buffer, size_t size) {
+    return withBoard(board, buffer != nullptr ? name : nullptr, [&]() -> int {
+        std::string text;
+        const int result = board->inspect(name, [&text](const Parameter& it) { return it.text(text); });
+        if (result != SOFTBOARD_OK) {
+            return result;
+        }
+        if (text.size() >= size) {
+            return SOFTBOARD_E_RANGE;
+        }
+        std::memcpy(buffer, text.c_str(), text.size() + 1);
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_set_element(softboard* board, const char* name, size_t index, int64_t value) {
+    return withBoard(board, name,
+                     [&] { return board->change(name, [=](Parameter& it) { return it.setElement(index, value); }); });
+}
+
+int softboard_get_element(softboard* board, const char* name, size_t index, int64_t* value) {
+    return withBoard(board, value != nullptr ? name : nullptr, [&] {
+        return board->inspect(name, [=](const Parameter& it) { return it.element(index, *value); });
+    });
+}
+
+int softboard_hide_parameter(softboard* board, const char* name) {
+    return withBoard(board, name, [&] { return board->hide(name); });
+}
+
+int softboard_set_register(softboard* board, const char* name, uint64_t value) {
+    return withBoard(board, name, [&] { return board->setRegister(name, value); });
+}
+
+int softboard_get_register(softboard* board, const char* name, uint64_t* value) {
+    return withBoard(board, value != nullptr ? name : nullptr, [&] { return board->registerValue(name, *value); });
+}
+
+int softboard_set_input(softboard* board, unsigned input, int level) {
+    return withBoard(board, "", [&] { return board->setInput(input, level != 0); });
+}
+
+int softboard_get_output(softboard* board, unsigned output, int* level) {
+    return withBoard(board, level != nullptr ? "" : nullptr, [&] {
+        bool high = false;
+        const int result = board->outputLevel(output, high);
+        if (result == SOFTBOARD_OK) {
+            *level = high ? 1 : 0;
+        }
+        return result;
+    });
+}
+
+int softboard_advance_signals(softboard* board, double microseconds) {
+    return withBoard(board, microseconds >= 0.0 ? "" : nullptr, [&] {
+        board->advanceSignals(microseconds);
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_deliver_pictures(softboard* board, int64_t count) {
+    return withBoard(board, count >= 0 ? "" : nullptr, [&] {
+        board->deliverPictures(count);
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_set_sdk_error(softboard* board, int number) {
+    if (board == nullptr) {
+        Process::instance().pinInitError(number);
+        return SOFTBOARD_OK;
+    }
+    return withBoard(board, "", [&] {
+        board->pinError(number);
+        return SOFTBOARD_OK;
+    });
+}
+
+uint64_t softboard_call_count(const char* function) {
+    return function != nullptr ? grabber::callCount(function) : 0;
+}
+
+uint64_t softboard_live_designs(void) {
+    return Process::instance().designCount();
+}
+
+uint64_t softboard_live_handles(void) {
+    return Process::instance().handleCount();
+}
