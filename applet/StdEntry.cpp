@@ -1,0 +1,63 @@
+// The start of a wrapper, in its binding order.
+
+#include <cstdlib>
+#include <memory>
+
+#include "applet/Exports.h"
+#include "applet/Images.h"
+#include "engine/AppletProperties.h"
+#include "support/ErrorCode.h"
+#include "wrapper/DesignLoader.h"
+
+using namespace quillon;
+
+namespace {
+
+constexpr const char* SdkLibrary = "libfglib5.so";
+constexpr int LoadMode = 1;
+constexpr int SlaveFlag = 1;  ///< another wrapper drives the design: leave it as it is
+
+fpga_design* loadDesign() {
+    // The variable's value plays no part, and an empty one counts.
+    if (std::getenv("__ORLO_FORCE_EXTERNAL_TAV") != nullptr) {
+        return TavLoadTavFileWithType(DesignFileName, BoardType, LoadMode);
+    }
+    return TavLoadDesignFromBuffer(designImage(), DesignImageSize, LoadMode);
+}
+
+}  // namespace
+
+FgIxWrapperImpl* Std_entry(IXdevice* device, int* status, int flags) {
+    int unasked = Success;
+    int& result = status != nullptr ? *status : unasked;
+
+    auto wrapper = std::make_unique<FgIxWrapperImpl>();
+    result = wrapper->initializeDllFunctions(SdkLibrary);
+    if (result != Success) {
+        return nullptr;
+    }
+    fpga_design* design = loadDesign();
+    if (design == nullptr) {
+        result = DesignNotLoaded;
+        // This one failure leaves the wrapper and the opened library behind: libraries that hold on to a design may
+        // still be at work in it.
+        static_cast<void>(wrapper.release());
+        return nullptr;
+    }
+    result = wrapper->runFgInit(DesignFileName, device, design, flags);
+    if (result != Success) {
+        TavUnloadTavFile(design);
+        return nullptr;
+    }
+    // From here on an exception leaves the wrapper behind: the SDK has its handle.
+    FgIxWrapperImpl* const ready = wrapper.release();
+    ready->initHandles(device, design);
+    ready->buildSdkParameterTables();
+    ready->lookUpDesignParameters();
+    ready->buildParameterCatalogue();
+    ready->setUpDesignTables();
+    if ((flags & SlaveFlag) == 0) {
+        ready->pushDefaultState();
+    }
+    return ready;
+}

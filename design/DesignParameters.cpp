@@ -1,0 +1,89 @@
+#include "design/DesignParameters.h"
+
+#include <vector>
+
+#include "support/ErrorCode.h"
+
+namespace quillon {
+
+using orlo::tools::logging::FailedCallLevel;
+using orlo::tools::logging::UnresolvedLevel;
+
+namespace {
+
+/// A parameter's name and its messages, each a literal of its own.
+struct Binding {
+    const char* name;
+    const char* unresolved;
+    const char* settingFailed;
+    const char* gettingFailed;
+};
+
+constexpr std::array<Binding, IxParameterCount> Bindings = {{
+#define IX_PARAMETER(enumerator, name, direction)                \
+    {name, "cannot retrieve IX id for IX parameter: '" name "'", \
+     "Setting IX parameter '" name "' (ID: ", "Getting IX parameter '" name "' (ID: "},
+#include "design/IxParameters.def"
+#undef IX_PARAMETER
+}};
+
+const Binding& binding(Ix parameter) {
+    return Bindings[static_cast<std::size_t>(parameter)];
+}
+
+}  // namespace
+
+const char* DesignParameters::name(Ix parameter) {
+    return binding(parameter).name;
+}
+
+void DesignParameters::lookUpIds() {
+    for (std::size_t i = 0; i < Bindings.size(); ++i) {
+        ids_[i] = wrapper_.getParameterIdByName(Bindings[i].name);
+        if (ids_[i] < 1) {
+            wrapper_.logMessage(UnresolvedLevel, [i](std::ostream& line) { line << Bindings[i].unresolved; });
+        }
+    }
+}
+
+void DesignParameters::set(Ix parameter, const void* value, unsigned process, FgParamTypes type, bool reportErrors) {
+    int result = InvalidParameter;
+    if (value != nullptr) {
+        result = wrapper_.wrapperFg().Fg_setParameterWithType(wrapper_.fglibFg(), id(parameter), value, process, type);
+        if (result == Success) {
+            return;
+        }
+        wrapper_.logMessage(FailedCallLevel, [this, parameter, result](std::ostream& line) {
+            line << binding(parameter).settingFailed << id(parameter) << ") failed: result = " << result;
+        });
+    }
+    if (reportErrors) {
+        fail(result);
+    }
+}
+
+void DesignParameters::get(Ix parameter, void* value, unsigned process, FgParamTypes type, bool reportErrors) {
+    int result = InvalidParameter;
+    if (value != nullptr) {
+        result = wrapper_.wrapperFg().Fg_getParameterWithType(wrapper_.fglibFg(), id(parameter), value, process, type);
+        if (result == Success) {
+            return;
+        }
+        wrapper_.logMessage(FailedCallLevel, [this, parameter, result](std::ostream& line) {
+            line << binding(parameter).gettingFailed << id(parameter) << ") failed: result = " << result;
+        });
+    }
+    if (reportErrors) {
+        fail(result);
+    }
+}
+
+int DesignParameters::readText(const std::string& name, std::string& text) const {
+    std::vector<char> buffer(TextSize + 1);  // the SDK is not told a size
+    const int result = getById(idByName(name), buffer.data(), TypeCharBuffer);
+    buffer.back() = '\0';
+    text = result == Success ? buffer.data() : "";
+    return result;
+}
+
+}  // namespace quillon

@@ -1,0 +1,305 @@
+// The get switch: one line a parameter, in the order of their positions.
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "engine/AppletProperties.h"
+#include "engine/FgIxWrapperImpl.h"
+#include "support/ErrorCode.h"
+
+namespace quillon {
+
+namespace {
+
+/// Stores a parameter's natural width, whatever the caller's type says.
+template <class Value>
+void store(void* value, Value answer) {
+    require(value != nullptr, InvalidParameter);
+    std::memcpy(value, &answer, sizeof answer);
+}
+
+}  // namespace
+
+void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTypes type) {
+    if (id == FG_NR_OF_PROCESSES) {  // asked before it is known which processes there are
+        store(value, NumberOfProcesses);
+        return;
+    }
+    requireProcess(dma, id, "get");
+    switch (id) {
+        case FG_TIMEOUT: store(value, state_.timeout.timeout); break;
+        case FG_APPLET_VERSION: store(value, AppletVersion); break;
+        case FG_APPLET_REVISION: store(value, AppletRevision); break;
+        case FG_APPLET_ID: readDesignText(Ix::AppletProperties_AppletUid, value, type); break;
+        case FG_APPLET_BUILD_TIME: readDesignText(Ix::AppletProperties_BuildTime, value, type); break;
+        case FG_TAV_FILE: readText(value, type, DesignFileName); break;
+        case FG_DMASTATUS: readDmaStatus(value); break;
+        case FG_CAMSTATUS: store(value, subjects_.status.readCameraStatus()); break;
+        case FG_CAMSTATUS_EXTENDED: store(value, subjects_.status.readCameraStatusExtended()); break;
+        case FG_SYSTEMMONITOR_FPGA_TEMPERATURE: design_.read(Ix::BoardStatus_FpgaTemperature, value, TypeDouble); break;
+        case FG_SYSTEMMONITOR_FPGA_VCC_INT: design_.read(Ix::BoardStatus_FpgaVccInt, value, TypeDouble); break;
+        case FG_SYSTEMMONITOR_FPGA_VCC_AUX: design_.read(Ix::BoardStatus_FpgaVccAux, value, TypeDouble); break;
+        case FG_SYSTEMMONITOR_FPGA_VCC_BRAM: design_.read(Ix::BoardStatus_FpgaVccBram, value, TypeDouble); break;
+        case FG_SYSTEMMONITOR_CURRENT_LINK_WIDTH:
+            design_.read(Ix::BoardStatus_PcieCurrentLinkWidth, value, TypeUInt32);
+            break;
+        case FG_SYSTEMMONITOR_CURRENT_LINK_SPEED:
+            design_.read(Ix::BoardStatus_PcieCurrentLinkSpeed, value, TypeDouble);
+            break;
+        case FG_SYSTEMMONITOR_PCIE_LINK_GEN2_CAPABLE:
+            design_.read(Ix::BoardStatus_PcieLinkGen2Capable, value, TypeUInt32);
+            break;
+        case FG_SYSTEMMONITOR_PCIE_LINK_PARTNER_GEN2_CAPABLE:
+            design_.read(Ix::BoardStatus_PcieLinkPartnerGen2Capable, value, TypeUInt32);
+            break;
+        case FG_SYSTEMMONITOR_PCIE_TRAINED_PAYLOAD_SIZE:
+            design_.read(Ix::BoardStatus_PcieTrainedPayloadSize, value, TypeUInt32);
+            break;
+        case FG_SYSTEMMONITOR_EXTENSION_CONNECTOR_PRESENT:
+            design_.read(Ix::BoardStatus_ExtensionConnectorPresent, value, TypeUInt32);
+            break;
+        case FG_ALTERNATIVE_BOARD_DETECTION: store(value, subjects_.status.readAlternativeBoardDetection()); break;
+        case FG_SYSTEMMONITOR_FPGA_DNA: design_.read(Ix::BoardStatus_FpgaDNA, value, TypeUInt64); break;
+        case FG_TRANSFER_LEN: forwardToSdk(id, value, dma, type); break;
+        case FG_NR_OF_DMAS: forwardToSdk(id, value, dma, type); break;
+        case FG_NR_OF_CAMS: forwardToSdk(id, value, dma, type); break;
+        case FG_DMA_PORT: forwardToSdk(id, value, dma, type); break;
+        case FG_CAM_PORT: forwardToSdk(id, value, dma, type); break;
+        case FG_APC_STOP_TIMEOUT: forwardToSdk(id, value, dma, type); break;
+        case FG_DEBUGSOURCE: store(value, state_.debug.source); break;
+        case FG_DEBUGSOURCENAME: readText(value, type, subjects_.debug.sourceName()); break;
+        case FG_DEBUGINENABLE: store(value, subjects_.debug.readInEnable()); break;
+        case FG_DEBUGFILE: readText(value, type, subjects_.debug.readFile()); break;
+        case FG_DEBUGINSERT: store(value, state_.debug.insert); break;
+        case FG_DEBUGWRITEPIXEL: store(value, state_.debug.writePixel); break;
+        case FG_DEBUGWRITEFLAG: store(value, state_.debug.writeFlag); break;
+        case FG_DEBUGOUTENABLE: store(value, subjects_.debug.readOutEnable()); break;
+        case FG_DEBUGOUTXPOS: store(value, subjects_.debug.readOutXPosition()); break;
+        case FG_DEBUGOUTYPOS: store(value, subjects_.debug.readOutYPosition()); break;
+        case FG_DEBUGOUTPIXEL: store(value, subjects_.debug.readOutPixel()); break;
+        case FG_DEBUGREADY: store(value, subjects_.debug.readReady()); break;
+        case FG_DEBUGSAVECONFIG: readText(value, type, state_.debug.saveConfig); break;
+        case FG_PIXELFORMAT: store(value, state_.geometry.pixelFormat); break;
+        case FG_LINEORDER: store(value, state_.outputFormat.lineOrder); break;
+        case FG_VANTAGEPOINT: store(value, state_.geometry.vantagePoint); break;
+        case FG_SENSORWIDTH: store(value, state_.geometry.sensorWidth); break;
+        case FG_SENSORHEIGHT: store(value, state_.geometry.sensorHeight); break;
+        case FG_WIDTH: store(value, state_.geometry.width); break;
+        case FG_HEIGHT: store(value, state_.geometry.height); break;
+        case FG_XOFFSET: store(value, state_.geometry.xOffset); break;
+        case FG_YOFFSET: store(value, state_.geometry.yOffset); break;
+        case FG_FILLLEVEL: store(value, subjects_.status.readFillLevel()); break;
+        case FG_OVERFLOW: design_.read(Ix::Overflow_OverflowOccurred, value, TypeUInt32); break;
+        case FG_FORMAT: store(value, state_.outputFormat.outputFormat); break;
+        case FG_BITALIGNMENT: store(value, state_.outputFormat.bitAlignment); break;
+        case FG_PIXELDEPTH: store(value, PixelDepth); break;
+        case FG_CUSTOM_BIT_SHIFT_RIGHT: store(value, state_.outputFormat.customBitShift); break;
+        case FG_CAMERASIMULATOR_ENABLE: store(value, state_.simulator.enable); break;
+        case FG_CAMERASIMULATOR_WIDTH: store(value, state_.simulator.activeWidth); break;
+        case FG_CAMERASIMULATOR_LINE_GAP: store(value, subjects_.simulator.lineGap()); break;
+        case FG_CAMERASIMULATOR_HEIGHT: store(value, state_.simulator.height); break;
+        case FG_CAMERASIMULATOR_FRAME_GAP: store(value, subjects_.simulator.frameGap()); break;
+        case FG_CAMERASIMULATOR_PATTERN: store(value, state_.simulator.pattern); break;
+        case FG_CAMERASIMULATOR_PATTERN_OFFSET: store(value, state_.simulator.patternOffset); break;
+        case FG_CAMERASIMULATOR_ROLL: store(value, state_.simulator.roll); break;
+        case FG_CAMERASIMULATOR_SELECT_MODE: store(value, state_.simulator.selectMode); break;
+        case FG_CAMERASIMULATOR_PIXEL_FREQUENCY: store(value, subjects_.simulator.pixelFrequency()); break;
+        case FG_CAMERASIMULATOR_LINERATE: store(value, subjects_.simulator.lineRate()); break;
+        case FG_CAMERASIMULATOR_FRAMERATE: store(value, subjects_.simulator.frameRate()); break;
+        case FG_CAMERASIMULATOR_TRIGGER_MODE: store(value, state_.simulator.triggerMode); break;
+        case FG_CAMERASIMULATOR_ACTIVE: readSimulatorCycles(value, false); break;
+        case FG_CAMERASIMULATOR_PASSIVE: readSimulatorCycles(value, true); break;
+        case FG_IMG_SELECT_PERIOD: store(value, state_.imageSelector.period); break;
+        case FG_IMG_SELECT: store(value, state_.imageSelector.select); break;
+        case FG_SCALINGFACTOR_RED: store(value, state_.whiteBalance.red); break;
+        case FG_SCALINGFACTOR_BLUE: store(value, state_.whiteBalance.blue); break;
+        case FG_SCALINGFACTOR_GREEN: store(value, state_.whiteBalance.green); break;
+        case FG_LUT_ENABLE: store(value, state_.lookupTable.enable); break;
+        case FG_LUT_TYPE: store(value, state_.lookupTable.type); break;
+        case FG_LUT_IMPLEMENTATION_TYPE: store(value, std::int32_t{LUT_IMPLEMENTATION_FULL_LUT}); break;
+        case FG_LUT_IN_BITS: store(value, LutInBits); break;
+        case FG_LUT_OUT_BITS: store(value, LutOutBits); break;
+        case FG_LUT_VALUE_RED: readLut(LookupTableState::Red, value, type); break;
+        case FG_LUT_VALUE_GREEN: readLut(LookupTableState::Green, value, type); break;
+        case FG_LUT_VALUE_BLUE: readLut(LookupTableState::Blue, value, type); break;
+        case FG_LUT_CUSTOM_FILE: readText(value, type, state_.lookupTable.customFile); break;
+        case FG_LUT_SAVE_FILE: readText(value, type, state_.lookupTable.saveFile); break;
+        case FG_PROCESSING_OFFSET: store(value, state_.lookupTable.offset); break;
+        case FG_PROCESSING_GAIN: store(value, state_.lookupTable.gain); break;
+        case FG_PROCESSING_GAMMA: store(value, state_.lookupTable.gamma); break;
+        case FG_PROCESSING_INVERT: store(value, state_.lookupTable.invert); break;
+        case FG_LINETRIGGERMODE: store(value, state_.lineTrigger.mode); break;
+        case FG_EXSYNCON: store(value, state_.lineTrigger.exsyncOn); break;
+        case FG_LINETRIGGERINSRC: store(value, state_.lineTrigger.inSrc); break;
+        case FG_LINETRIGGERINPOLARITY: store(value, state_.lineTrigger.inPolarity); break;
+        case FG_LINETRIGGERDEBOUNCING: store(value, state_.lineTrigger.debouncing); break;
+        case FG_LINE_DOWNSCALE: store(value, state_.lineTrigger.downscale); break;
+        case FG_LINE_DOWNSCALEINIT: store(value, state_.lineTrigger.downscaleInit); break;
+        case FG_SHAFTENCODERON: store(value, state_.lineTrigger.shaftEncoderOn); break;
+        case FG_SHAFTENCODERMODE: store(value, state_.lineTrigger.shaftEncoderMode); break;
+        case FG_SHAFTENCODERINSRC: store(value, state_.lineTrigger.shaftEncoderInSrc); break;
+        case FG_SHAFTENCODERLEADING: store(value, state_.lineTrigger.shaftEncoderLeading); break;
+        case FG_SHAFTENCODER_COMPENSATION_ENABLE:
+            store(value, state_.lineTrigger.shaftEncoderCompensationEnable);
+            break;
+        case FG_SHAFTENCODER_COMPENSATION_COUNT:
+            design_.read(Ix::Trigger_Trigger_EncoderCompensationCount, value, TypeUInt32);
+            break;
+        case FG_LINEPERIODE: store(value, state_.lineTrigger.linePeriode); break;
+        case FG_LINEEXPOSURE: store(value, state_.lineTrigger.lineExposure); break;
+        case FG_EXSYNCPOLARITY: store(value, state_.lineTrigger.exsyncPolarity); break;
+        case FG_LINETRIGGERDELAY: store(value, state_.lineTrigger.delay); break;
+        case FG_IMGTRIGGERMODE: store(value, state_.imageTrigger.mode); break;
+        case FG_IMGTRIGGERON: store(value, state_.imageTrigger.on); break;
+        case FG_FLASHON: store(value, state_.imageTrigger.flashOn); break;
+        case FG_IMGTRIGGER_ASYNC_HEIGHT: store(value, state_.imageTrigger.asyncHeight); break;
+        case FG_IMGTRIGGER_IS_BUSY: design_.read(Ix::Trigger_Trigger_ImgTrgIsBusy, value, TypeUInt32); break;
+        case FG_IMGTRIGGERINSRC: store(value, state_.imageTrigger.inSrc); break;
+        case FG_IMGTRIGGERINPOLARITY: store(value, state_.imageTrigger.inPolarity); break;
+        case FG_IMGTRIGGERGATEDELAY: store(value, state_.imageTrigger.gateDelay); break;
+        case FG_IMGTRIGGERDEBOUNCING: store(value, state_.imageTrigger.debouncing); break;
+        case FG_FLASH_POLARITY: store(value, state_.imageTrigger.flashPolarity); break;
+        case FG_STROBEPULSEDELAY: store(value, state_.imageTrigger.strobePulseDelay); break;
+        case FG_SENDSOFTWARETRIGGER: store(value, state_.imageTrigger.sendSoftwareTrigger); break;
+        case FG_SETSOFTWARETRIGGER: store(value, state_.imageTrigger.setSoftwareTrigger); break;
+        case FG_TRIGGERCAMERA_SOURCE: store(value, subjects_.routing.route(Route::Camera).source); break;
+        case FG_TRIGGERCAMERA_POLARITY: store(value, subjects_.routing.route(Route::Camera).polarity); break;
+        case FG_TRIGGEROUT_GPO_0_SOURCE: store(value, subjects_.routing.route(Route::Gpo0).source); break;
+        case FG_TRIGGEROUT_GPO_0_POLARITY: store(value, subjects_.routing.route(Route::Gpo0).polarity); break;
+        case FG_TRIGGEROUT_GPO_1_SOURCE: store(value, subjects_.routing.route(Route::Gpo1).source); break;
+        case FG_TRIGGEROUT_GPO_1_POLARITY: store(value, subjects_.routing.route(Route::Gpo1).polarity); break;
+        case FG_TRIGGEROUT_GPO_2_SOURCE: store(value, subjects_.routing.route(Route::Gpo2).source); break;
+        case FG_TRIGGEROUT_GPO_2_POLARITY: store(value, subjects_.routing.route(Route::Gpo2).polarity); break;
+        case FG_TRIGGEROUT_GPO_3_SOURCE: store(value, subjects_.routing.route(Route::Gpo3).source); break;
+        case FG_TRIGGEROUT_GPO_3_POLARITY: store(value, subjects_.routing.route(Route::Gpo3).polarity); break;
+        case FG_TRIGGEROUT_GPO_4_SOURCE: store(value, subjects_.routing.route(Route::Gpo4).source); break;
+        case FG_TRIGGEROUT_GPO_4_POLARITY: store(value, subjects_.routing.route(Route::Gpo4).polarity); break;
+        case FG_TRIGGEROUT_GPO_5_SOURCE: store(value, subjects_.routing.route(Route::Gpo5).source); break;
+        case FG_TRIGGEROUT_GPO_5_POLARITY: store(value, subjects_.routing.route(Route::Gpo5).polarity); break;
+        case FG_TRIGGEROUT_GPO_6_SOURCE: store(value, subjects_.routing.route(Route::Gpo6).source); break;
+        case FG_TRIGGEROUT_GPO_6_POLARITY: store(value, subjects_.routing.route(Route::Gpo6).polarity); break;
+        case FG_TRIGGEROUT_GPO_7_SOURCE: store(value, subjects_.routing.route(Route::Gpo7).source); break;
+        case FG_TRIGGEROUT_GPO_7_POLARITY: store(value, subjects_.routing.route(Route::Gpo7).polarity); break;
+        case FG_TRIGGEROUT_FRONT_GPO_0_SOURCE: store(value, subjects_.routing.route(Route::FrontGpo0).source); break;
+        case FG_TRIGGEROUT_FRONT_GPO_0_POLARITY:
+            store(value, subjects_.routing.route(Route::FrontGpo0).polarity);
+            break;
+        case FG_TRIGGEROUT_FRONT_GPO_1_SOURCE: store(value, subjects_.routing.route(Route::FrontGpo1).source); break;
+        case FG_TRIGGEROUT_FRONT_GPO_1_POLARITY:
+            store(value, subjects_.routing.route(Route::FrontGpo1).polarity);
+            break;
+        case FG_DIGIO_OUTPUT: store(value, subjects_.routing.digioOutput()); break;
+        case FG_DIGIO_INPUT: design_.read(Ix::Trigger_Inputs_InputStatus_Status, value, TypeUInt32); break;
+        case FG_SIGNAL_ANALYZER_0_SOURCE: store(value, subjects_.routing.route(Route::Analyzer0).source); break;
+        case FG_SIGNAL_ANALYZER_0_POLARITY: store(value, subjects_.routing.route(Route::Analyzer0).polarity); break;
+        case FG_SIGNAL_ANALYZER_0_PERIOD_CURRENT:
+            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodCurrent, value, TypeDouble);
+            break;
+        case FG_SIGNAL_ANALYZER_0_PERIOD_MAX:
+            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodMax, value, TypeDouble);
+            break;
+        case FG_SIGNAL_ANALYZER_0_PERIOD_MIN:
+            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodMin, value, TypeDouble);
+            break;
+        case FG_SIGNAL_ANALYZER_0_PULSE_COUNT:
+            design_.read(Ix::Trigger_Analyzer_Analyzer0_PulseCountSignal_Status, value, TypeUInt32);
+            break;
+        case FG_SIGNAL_ANALYZER_1_SOURCE: store(value, subjects_.routing.route(Route::Analyzer1).source); break;
+        case FG_SIGNAL_ANALYZER_1_POLARITY: store(value, subjects_.routing.route(Route::Analyzer1).polarity); break;
+        case FG_SIGNAL_ANALYZER_1_PERIOD_CURRENT:
+            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodCurrent, value, TypeDouble);
+            break;
+        case FG_SIGNAL_ANALYZER_1_PERIOD_MAX:
+            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodMax, value, TypeDouble);
+            break;
+        case FG_SIGNAL_ANALYZER_1_PERIOD_MIN:
+            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodMin, value, TypeDouble);
+            break;
+        case FG_SIGNAL_ANALYZER_1_PULSE_COUNT:
+            design_.read(Ix::Trigger_Analyzer_Analyzer1_PulseCountSignal_Status, value, TypeUInt32);
+            break;
+        case FG_SIGNAL_ANALYZER_PULSE_COUNT_DIFFERENCE: store(value, subjects_.routing.pulseCountDifference()); break;
+        case FG_SIGNAL_ANALYZER_CLEAR: store(value, state_.routing.analyzerClear); break;
+        case FG_CLHS_TRIGGER_PULSE_MESSAGE: store(value, state_.routing.pulseMessage); break;
+        case FG_CUSTOM_SIGNAL_EVENT_0_SOURCE: store(value, subjects_.routing.route(Route::CustomEvent0).source); break;
+        case FG_CUSTOM_SIGNAL_EVENT_0_POLARITY:
+            store(value, subjects_.routing.route(Route::CustomEvent0).polarity);
+            break;
+        case FG_CUSTOM_SIGNAL_EVENT_1_SOURCE: store(value, subjects_.routing.route(Route::CustomEvent1).source); break;
+        case FG_CUSTOM_SIGNAL_EVENT_1_POLARITY:
+            store(value, subjects_.routing.route(Route::CustomEvent1).polarity);
+            break;
+        case FG_PARAM_DESCR: readDescription(value, type); break;
+        default: refuseUnknown("get", id);
+    }
+}
+
+void FgIxWrapperImpl::forwardToSdk(int id, void* value, unsigned dma, FgParamTypes type) const {
+    const int result = getUnwrappedParameterWithType(id, value, static_cast<int>(dma), type);
+    require(result == Success, result);
+}
+
+/// The SDK fills this parameter through one pointer more: it gets the address of the caller's pointer.
+void FgIxWrapperImpl::readDmaStatus(void* value) const {
+    void* callersPlace = value;
+    const int result = getUnwrappedParameterWithType(FG_DMASTATUS, &callersPlace, 0, TypeUInt32);
+    require(result == Success, result);
+}
+
+/// Outside the pixel-frequency mode the sequence says nothing, and the caller's value stays as it is.
+void FgIxWrapperImpl::readSimulatorCycles(void* value, bool passive) {
+    if (state_.simulator.selectMode == FG_PIXEL_FREQUENCY) {
+        const std::uint32_t active = subjects_.simulator.activeCycles();
+        store(value, passive ? CameraSimulator::SequenceCycles - active : active);
+    }
+}
+
+/// `fill` writes the text to a buffer of a capacity. With TypeString that is the scratch buffer, and the caller gets a
+/// copy to give back; with any other type it is the caller's own, of which no length is known.
+template <class Fill>
+void FgIxWrapperImpl::readString(void* value, FgParamTypes type, Fill&& fill) {
+    if (type != TypeString) {
+        fill(static_cast<char*>(value), UnknownCapacity);
+        return;
+    }
+    fieldScratchString.front() = '\0';
+    fill(fieldScratchString.data(), fieldScratchString.size());
+    fieldScratchString.back() = '\0';
+    const std::size_t size = std::strlen(fieldScratchString.data()) + 1;
+    auto copy = std::make_unique<char[]>(size);
+    std::memcpy(copy.get(), fieldScratchString.data(), size);
+    outstandingStrings.insert(copy.get());
+    store(value, copy.release());
+}
+
+void FgIxWrapperImpl::readText(void* value, FgParamTypes type, std::string_view text) {
+    readString(value, type, [text](char* buffer, std::size_t capacity) {
+        const std::size_t length = std::min(text.size(), capacity - 1);
+        std::memcpy(buffer, text.data(), length);
+        buffer[length] = '\0';
+    });
+}
+
+void FgIxWrapperImpl::readDesignText(Ix parameter, void* value, FgParamTypes type) {
+    readString(value, type, [this, parameter](char* buffer, std::size_t /*capacity*/) {
+        design_.read(parameter, buffer, TypeCharBuffer);
+    });
+}
+
+/// The one read with an input: the description replaces the name that `value` points to.
+void FgIxWrapperImpl::readDescription(void* value, FgParamTypes type) {
+    const auto& descriptions = tables_.parameterDescriptionByName();
+    const auto found = descriptions.find(static_cast<const char*>(value));
+    readText(value, type, found != descriptions.end() ? std::string_view(found->second) : "-");
+}
+
+void FgIxWrapperImpl::readLut(LookupTable::Channel channel, void* value, FgParamTypes type) const {
+    if (type == TypeFieldAccess) {
+        subjects_.lookupTable.getLutValue(channel, static_cast<const FieldParameterAccess*>(value));
+    } else {
+        subjects_.lookupTable.getLutValue(channel, static_cast<FieldParameterInt_s*>(value));
+    }
+}
+
+}  // namespace quillon

@@ -1,0 +1,171 @@
+#include "engine/SdkParameterTables.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <deque>
+
+#include "design/PublicValues.h"
+#include "support/EnvironmentSwitch.h"
+#include "wrapper/DesignLoader.h"
+
+namespace quillon {
+
+namespace {
+
+struct PublicParameter {
+    const char* name;
+    int id;
+    const char* description;
+};
+
+/// All that have a position; FG_PARAM_DESCR stands behind them in the list and has none.
+constexpr auto AllParameters = std::to_array<PublicParameter>({
+#define SDK_PARAMETER(name, id, access, kind, description) {#name, id, description},
+#include "design/SdkParameters.def"
+#undef SDK_PARAMETER
+});
+constexpr std::size_t PositionCount = AllParameters.size() - 1;
+static_assert(PositionCount == 163);
+
+constexpr int LastPublicPosition = static_cast<int>(PositionCount) - 1;
+constexpr int MaskCount = 64;
+
+/// Whether the SDK's record describes a parameter that a single value can be written to.
+bool isPlainParameter(const RegisterInfo& record) {
+    switch (record.type) {
+        case RegisterTypeUInt:
+        case RegisterTypeEnum:
+        case RegisterTypeString:
+        case RegisterTypeDouble:
+        case RegisterTypeUInt64:
+        case RegisterTypeInt:
+        case RegisterTypeInt64: return true;
+        default: return false;
+    }
+}
+
+}  // namespace
+
+void SdkParameterTables::fill() {
+    if (environmentSwitch("ORLO_ENABLE_DIXA")) {
+        collectSdkNames();
+    }
+    enterPublicNames();
+    enterRegisters();
+    enterSdkNames();
+    enterPositions();
+    for (std::size_t i = 0; i < PositionCount; ++i) {
+        parameterDescriptionByName_[AllParameters[i].name] = AllParameters[i].description;
+    }
+    enterEvents();
+}
+
+/// Walks the SDK's own description, group by group, and switches every plain parameter on.
+void SdkParameterTables::collectSdkNames() {
+    std::deque<const RegisterInfo*> groups;
+    if (const RegisterInfo* head = wrapper_.getUnwrappedParameterInfo()) {
+        groups.push_back(head);
+    }
+    while (!groups.empty()) {
+        const RegisterInfo& record = *groups.front();
+        groups.pop_front();
+        if (record.type != RegisterTypeGroup) {
+            continue;
+        }
+        for (std::int32_t i = 0; i < record.as.group.childCount; ++i) {
+            const RegisterInfo* child = record.as.group.children[i];
+            if (child->type == RegisterTypeGroup) {
+                groups.push_back(child);
+            } else if (isPlainParameter(*child) && child->symbol != nullptr) {
+                properties_.store(propertySection_, child->symbol, "On");
+            }
+        }
+        if (record.next != nullptr && record.next->type == RegisterTypeGroup) {
+            groups.push_back(record.next);
+        }
+    }
+}
+
+void SdkParameterTables::enterPublicNames() {
+    for (std::size_t i = 0; i < PositionCount; ++i) {
+        parameterIdByName_[AllParameters[i].name] = AllParameters[i].id;
+    }
+}
+
+int SdkParameterTables::registerCount() const {
+    return wrapper_.directRegisterAccess ? std::max(TavGetNrOfRegister(wrapper_.designHandle()), 0) : 0;
+}
+
+void SdkParameterTables::enterRegisters() {
+    fpga_design* design = wrapper_.designHandle();
+    const int count = registerCount();
+    for (int i = 1; i <= count; ++i) {
+        const char* name = TavGetRegisterName(design, i);
+        parameterIdByName_[std::string("DRA_") + name] = TavGetRegisterByName(design, name) + DirectRegisterBase;
+    }
+}
+
+int SdkParameterTables::unwrappedId(const std::string& name) const {
+    return isSwitchedOn(properties_.value(propertySection_, name)) ? wrapper_.getParameterIdByName(name.c_str()) : 0;
+}
+
+void SdkParameterTables::enterSdkNames() {
+    for (const std::string& name : properties_.names(propertySection_)) {
+        if (const int id = unwrappedId(name); id != 0) {
+            unwrappedIdByName_["DIXA_" + name] = id + UnwrappedBase;
+        }
+    }
+}
+
+void SdkParameterTables::enterPositions() {
+    for (std::size_t i = 0; i < PositionCount; ++i) {
+        parameterNameByIndex_[static_cast<int>(i)] = AllParameters[i].name;
+    }
+    int position = LastPublicPosition;
+    const int registers = registerCount();
+    for (int i = 1; i <= registers; ++i) {
+        parameterNameByIndex_[++position] = std::string("DRA_") + TavGetRegisterName(wrapper_.designHandle(), i);
+    }
+    for (const std::string& name : properties_.names(propertySection_)) {
+        if (unwrappedId(name) != 0) {
+            parameterNameByIndex_[++position] = "DIXA_" + name;
+        }
+    }
+}
+
+void SdkParameterTables::enterEvents() {
+    int count = 0;
+    // A mask has 64 bits: events behind the 64th have none.
+    while (count < MaskCount && designEvent(wrapper_.designHandle(), count) != nullptr) {
+        ++count;
+    }
+    for (int i = 0; i < count; ++i) {
+        const TavEvent* event = designEvent(wrapper_.designHandle(), i);
+        if (event->kind == 1) {
+            const std::uint64_t mask = std::uint64_t{1} << i;
+            eventMaskByName_[event->name] = mask;
+            eventNameByMask_[mask] = event->name;
+        }
+    }
+#define PUBLIC_EVENT(designName, publicName) enterPublicEvent(count, designName, publicName);
+#include "engine/PublicEvents.def"
+#undef PUBLIC_EVENT
+}
+
+/// The design's name stays beside the public one, if it was entered; the mask reports the public one.
+void SdkParameterTables::enterPublicEvent(int count, const char* designName, const char* publicName) {
+    for (int i = 0; i < count; ++i) {
+        if (std::strcmp(designEvent(wrapper_.designHandle(), i)->name, designName) == 0) {
+            const std::uint64_t mask = std::uint64_t{1} << i;
+            eventMaskByName_[publicName] = mask;
+            eventNameByMask_[mask] = publicName;
+            return;
+        }
+    }
+    wrapper_.logMessage(orlo::tools::logging::UnresolvedLevel, [designName](std::ostream& line) {
+        line << "cannot retrieve event id for internal event: '" << designName << "'";
+    });
+}
+
+}  // namespace quillon

@@ -1,0 +1,357 @@
+#include "image/CameraSimulator.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "design/HandlerFrame.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr double ClockPeriod = 8e-9;             ///< seconds
+constexpr std::uint32_t PixelsPerCycle = 32;     ///< the generator works in units of 32 pixels
+constexpr std::uint32_t MaxLineCycles = 294920;  ///< the longest line, active pixels and gap
+constexpr std::uint32_t MaxFrameLines = 65536;   ///< the longest frame, active lines and gap
+constexpr double MaxPixelRate = PixelsPerCycle / ClockPeriod;
+static_assert(MaxPixelRate == 3999999999.9999995);
+
+/// Floor under the published maximum of a rate: no rate is 0.
+constexpr double SmallestPositiveDouble = std::numeric_limits<double>::min();
+static_assert(SmallestPositiveDouble == 2.2250738585072014e-308);
+
+constexpr double LowestRate = 0.1;                ///< lines or frames per second
+constexpr double HighestPixelFrequency = 4000.0;  ///< MHz
+
+/// Truncates to 64 bits and keeps the low 32: a negative number wraps to a huge one. What 64 bits cannot hold counts as
+/// the hardware's conversion gives it, with low bits of 0.
+std::uint32_t toCycles(double value) {
+    const bool fits = value > -9223372036854775809.0 && value < 9223372036854775808.0;
+    return fits ? static_cast<std::uint32_t>(static_cast<std::int64_t>(value)) : 0;
+}
+
+std::uint32_t roundUpToCycle(std::uint32_t pixels) {
+    const std::uint32_t whole = pixels & ~(PixelsPerCycle - 1);
+    return whole == pixels ? pixels : whole + PixelsPerCycle;
+}
+
+}  // namespace
+
+void CameraSimulator::initialize() {
+    simulator_.maxPixelRate = MaxPixelRate;
+    simulator_.activeWidth = 1024;
+    simulator_.activeLineGap = 0;
+    simulator_.activeHeight = 1024;
+    simulator_.activeFrameGap = 0;
+    simulator_.cachedFrameRate = 10.0;
+    records_.setMaximum(FG_CAMERASIMULATOR_PIXEL_FREQUENCY, simulator_.maxPixelRate / 1e6);
+}
+
+// Rates from the design. Each is read anew wherever a formula names it.
+
+double CameraSimulator::sequenceRate() {
+    return 1.0 / (design_.readUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth) * ClockPeriod);
+}
+
+double CameraSimulator::frameSequenceRate() {
+    const std::uint32_t sequence = design_.readUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth);
+    return 1.0 / ((simulator_.height * sequence) * ClockPeriod);  // the product is formed in 32 bits
+}
+
+double CameraSimulator::pixelRate() {
+    return pixelFrequency() * 1e6;
+}
+
+double CameraSimulator::pixelFrequency() {
+    if (simulator_.selectMode != FG_PIXEL_FREQUENCY) {
+        return 3999.9999999999995;
+    }
+    return activeCycles() * 32.0 / 2000.0 / ClockPeriod / 1e6;
+}
+
+double CameraSimulator::lineRate() {
+    switch (simulator_.selectMode) {
+        case FG_LINERATE: return sequenceRate();
+        case FG_FRAMERATE: return 32.0 / (simulator_.activeWidth * ClockPeriod);
+        case FG_PIXEL_FREQUENCY: return pixelRate() / (simulator_.activeWidth + simulator_.activeLineGap);
+        default: fail(ValueNotInList);
+    }
+}
+
+double CameraSimulator::frameRate() {
+    switch (simulator_.selectMode) {
+        case FG_LINERATE: return sequenceRate() / (simulator_.height + simulator_.activeFrameGap);
+        case FG_FRAMERATE: return frameSequenceRate();
+        case FG_PIXEL_FREQUENCY:
+            return pixelRate() / ((simulator_.activeWidth + simulator_.activeLineGap) *
+                                  (simulator_.activeFrameGap + simulator_.height));
+        default: fail(ValueNotInList);
+    }
+}
+
+std::uint32_t CameraSimulator::activeCycles() {
+    return design_.readUnsigned(Ix::CameraSimulator_PixelFrequency_ActivePixel_Number);
+}
+
+std::uint32_t CameraSimulator::activeCyclesForSaving() {
+    return simulator_.selectMode == FG_PIXEL_FREQUENCY ? activeCycles() : 0;
+}
+
+std::uint32_t CameraSimulator::passiveCyclesForSaving() {
+    return simulator_.selectMode == FG_PIXEL_FREQUENCY ? SequenceCycles - activeCycles() : 0;
+}
+
+std::uint32_t CameraSimulator::lineGap() const {
+    return simulator_.selectMode == FG_PIXEL_FREQUENCY ? simulator_.activeLineGap : 0;
+}
+
+std::uint32_t CameraSimulator::frameGap() const {
+    return simulator_.selectMode == FG_FRAMERATE ? 0 : simulator_.activeFrameGap;
+}
+
+// Limits of the free parameters.
+
+double CameraSimulator::maxLineRate() const {
+    return simulator_.maxPixelRate / (simulator_.activeWidth + 32.0);
+}
+
+double CameraSimulator::maxFrameRate() const {
+    return simulator_.maxPixelRate / ((simulator_.activeWidth + 32) * simulator_.height);  // the product in 32 bits
+}
+
+std::uint32_t CameraSimulator::widthLimit() {
+    switch (simulator_.selectMode) {
+        case FG_PIXEL_FREQUENCY: return MaxLineCycles - simulator_.activeLineGap;
+        case FG_LINERATE: return std::min(MaxLineCycles, toCycles(simulator_.maxPixelRate / sequenceRate() - 32.0));
+        case FG_FRAMERATE:
+            return std::min(MaxLineCycles,
+                            toCycles(simulator_.maxPixelRate / (simulator_.height * frameSequenceRate()) - 32.0));
+        default: fail(ValueNotInList);
+    }
+}
+
+std::uint32_t CameraSimulator::lineGapLimit() {
+    const std::uint32_t rest = MaxLineCycles - simulator_.activeWidth;
+    switch (simulator_.selectMode) {
+        case FG_PIXEL_FREQUENCY: return rest;
+        case FG_LINERATE:
+            return std::min(rest, toCycles(simulator_.maxPixelRate / sequenceRate() - simulator_.activeWidth - 32.0));
+        case FG_FRAMERATE: return 0;
+        default: fail(ValueNotInList);
+    }
+}
+
+std::uint32_t CameraSimulator::heightLimit() {
+    if (simulator_.selectMode != FG_FRAMERATE) {
+        return MaxFrameLines - simulator_.activeFrameGap;
+    }
+    return std::min(MaxFrameLines,
+                    toCycles(simulator_.maxPixelRate / ((simulator_.activeWidth + 32.0) * frameSequenceRate())));
+}
+
+std::uint32_t CameraSimulator::frameGapLimit() const {
+    return simulator_.selectMode == FG_PIXEL_FREQUENCY ? MaxFrameLines - simulator_.height : 0;
+}
+
+// Sizes.
+
+/// The names of the two design parameters do not match what they take: the first gets the whole line, the second its
+/// active part.
+void CameraSimulator::sendLineSize(std::uint32_t width, std::uint32_t gap) {
+    const std::uint32_t roundedWidth = roundUpToCycle(width);
+    const std::uint32_t roundedGap = roundUpToCycle(gap);
+    require(roundedWidth + roundedGap <= MaxLineCycles, ValueOutOfRange);
+    simulator_.activeWidth = roundedWidth;
+    simulator_.activeLineGap = roundedGap;
+    design_.writeUnsigned(Ix::CameraSimulator_Size_ImageWidth, (roundedWidth + roundedGap) / PixelsPerCycle);
+    design_.writeUnsigned(Ix::CameraSimulator_LineGap_Number, roundedWidth / PixelsPerCycle);
+}
+
+void CameraSimulator::sendFrameSize(std::uint32_t height, std::uint32_t gap) {
+    require(height + gap <= MaxFrameLines, ValueOutOfRange);
+    simulator_.activeHeight = height;
+    simulator_.activeFrameGap = gap;
+    design_.writeUnsigned(Ix::CameraSimulator_Size_ImageHeight, height + gap);
+    design_.writeUnsigned(Ix::CameraSimulator_FrameGap_Number, height);
+}
+
+void CameraSimulator::setSimulatorWidth(std::uint32_t value) {
+    changeField(
+        simulator_.width, value, true,
+        [&] {
+            require(value != 0, ValueOutOfRange);
+            require(value <= widthLimit(), ValueOutOfRange);
+        },
+        [&](std::uint32_t /*previous*/) {
+            sendLineSize(value, lineGap());
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_LINE_GAP, lineGapLimit()); });
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_HEIGHT, heightLimit()); });
+            records_.setMaximum(FG_CAMERASIMULATOR_LINERATE, std::max(maxLineRate(), SmallestPositiveDouble));
+            records_.setMaximum(FG_CAMERASIMULATOR_FRAMERATE, std::max(maxFrameRate(), SmallestPositiveDouble));
+        });
+}
+
+void CameraSimulator::setSimulatorLineGap(std::uint32_t value) {
+    changeField(
+        simulator_.lineGap, value, true, [&] { require(value <= lineGapLimit(), ValueOutOfRange); },
+        [&](std::uint32_t /*previous*/) {
+            sendLineSize(simulator_.activeWidth, value);
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
+        });
+}
+
+void CameraSimulator::setSimulatorHeight(std::uint32_t value) {
+    changeField(
+        simulator_.height, value, true,
+        [&] {
+            require(value != 0, ValueOutOfRange);
+            require(value <= heightLimit(), ValueOutOfRange);
+        },
+        [&](std::uint32_t /*previous*/) {
+            sendFrameSize(value, frameGap());
+            if (simulator_.selectMode == FG_FRAMERATE) {
+                setSimulatorFrameRate(simulator_.frameRate);
+            }
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
+            records_.setMaximum(FG_CAMERASIMULATOR_FRAME_GAP, frameGapLimit());
+            records_.setMaximum(FG_CAMERASIMULATOR_FRAMERATE, std::max(maxFrameRate(), SmallestPositiveDouble));
+        });
+}
+
+void CameraSimulator::setSimulatorFrameGap(std::uint32_t value) {
+    changeField(
+        simulator_.frameGap, value, true, [&] { require(value <= frameGapLimit(), ValueOutOfRange); },
+        [&](std::uint32_t /*previous*/) {
+            sendFrameSize(simulator_.height, value);
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_HEIGHT, heightLimit()); });
+        });
+}
+
+// Speed.
+
+void CameraSimulator::setSimulatorPixelFrequency(double value) {
+    changeField(
+        simulator_.pixelFrequency, value, true, [&] { requireRange(value, 0.0, HighestPixelFrequency); },
+        [&](double /*previous*/) {
+            const std::uint32_t active = toCycles(value * 1e6 * 2000.0 * ClockPeriod * 0.03125 + 0.5);
+            design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_ActivePixel_Number, active);
+            // Below 1 MHz no cycle of the sequence is active: the generator stands still, and the pattern fills the
+            // whole sequence as with one cycle.
+            design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_RepeatPat_Divisor,
+                                  SequenceCycles / std::max(active, 1U));
+            design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth, SequenceCycles);
+            simulator_.cachedFrameRate = frameRate();
+        });
+}
+
+void CameraSimulator::setSimulatorLineRate(double value) {
+    changeField(
+        simulator_.lineRate, value, true, [&] { requireRange(value, LowestRate, maxLineRate()); },
+        [&](double /*previous*/) {
+            design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth,
+                                  toCycles(0.5 + 1.0 / (value * ClockPeriod)));
+            design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_ActivePixel_Number, 1);
+            sendLineSize(simulator_.activeWidth, 0);
+            simulator_.cachedFrameRate = frameRate();
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_LINE_GAP, lineGapLimit()); });
+        });
+}
+
+void CameraSimulator::setSimulatorFrameRate(double value) {
+    changeField(
+        simulator_.frameRate, value, true, [&] { requireRange(value, LowestRate, maxFrameRate()); },
+        [&](double /*previous*/) {
+            design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth,
+                                  toCycles(1.0 / (value * ClockPeriod) / simulator_.height + 0.5));
+            design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_ActivePixel_Number, 1);
+            sendLineSize(simulator_.activeWidth, 0);
+            sendFrameSize(simulator_.height, 0);
+            simulator_.cachedFrameRate = frameSequenceRate();
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_HEIGHT, heightLimit()); });
+        });
+}
+
+/// Which of the timing parameters are open to writes in the speed mode.
+void CameraSimulator::publishModeAccess() {
+    const std::uint32_t mode = simulator_.selectMode;
+    const auto publish = [this](ParameterId parameter, bool open) { records_.setAccessFlags(parameter, open ? 7 : 1); };
+    publish(FG_CAMERASIMULATOR_PIXEL_FREQUENCY, mode == FG_PIXEL_FREQUENCY);
+    publish(FG_CAMERASIMULATOR_LINERATE, mode == FG_LINERATE);
+    publish(FG_CAMERASIMULATOR_FRAMERATE, mode == FG_FRAMERATE);
+    publish(FG_CAMERASIMULATOR_LINE_GAP, mode == FG_PIXEL_FREQUENCY);
+    publish(FG_CAMERASIMULATOR_FRAME_GAP, mode != FG_FRAMERATE);
+}
+
+void CameraSimulator::setSimulatorSelectMode(std::uint32_t value, bool reportErrors) {
+    changeField(
+        simulator_.selectMode, value, reportErrors,
+        [&] { requireRange<std::uint32_t>(value, FG_PIXEL_FREQUENCY, FG_FRAMERATE); },
+        [&](std::uint32_t /*previous*/) {
+            publishModeAccess();
+            design_.writeUnsigned(Ix::CameraSimulator_ControlPixelClock_Mode, value == FG_PIXEL_FREQUENCY ? 0 : 1);
+            const double lineRateBefore = maxLineRate();  // of the width that was active before it is rounded
+            sendLineSize(simulator_.activeWidth, simulator_.lineGap);
+            sendFrameSize(simulator_.height, simulator_.frameGap);
+            switch (value) {
+                case FG_LINERATE: setSimulatorLineRate(std::min(lineRateBefore, simulator_.lineRate)); break;
+                case FG_FRAMERATE: setSimulatorFrameRate(simulator_.cachedFrameRate); break;
+                default: setSimulatorPixelFrequency(simulator_.pixelFrequency); break;
+            }
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_LINE_GAP, lineGapLimit()); });
+            refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_HEIGHT, heightLimit()); });
+            records_.setMaximum(FG_CAMERASIMULATOR_FRAME_GAP, frameGapLimit());
+        });
+}
+
+// Pattern and trigger.
+
+void CameraSimulator::setSimulatorEnable(std::uint32_t value, bool reportErrors) {
+    changeField(
+        simulator_.enable, value, reportErrors,
+        [&] { requireRange<std::uint32_t>(value, FG_CAMPORT, FG_CAMERASIMULATOR); },
+        [&](std::uint32_t /*previous*/) { design_.writeUnsigned(Ix::CameraSimulator_Enable_SelectSource, value); });
+}
+
+void CameraSimulator::setSimulatorPattern(std::uint32_t value, bool reportErrors) {
+    changeField(
+        simulator_.pattern, value, reportErrors,
+        [&] { requireRange<std::uint32_t>(value, FG_HORIZONTAL, FG_DIAGONAL); },
+        [&](std::uint32_t /*previous*/) {
+            design_.writeUnsigned(Ix::CameraSimulator_EnableX_Enable_Value, value == FG_VERTICAL ? 0 : 1);
+            design_.writeUnsigned(Ix::CameraSimulator_Y_Divisor, value == FG_HORIZONTAL ? 1 : 256);
+        });
+}
+
+void CameraSimulator::setSimulatorPatternOffset(std::uint32_t value, bool reportErrors) {
+    changeField(
+        simulator_.patternOffset, value, reportErrors, [&] { requireRange(value, 0U, 255U); },
+        [&](std::uint32_t /*previous*/) { design_.writeUnsigned(Ix::CameraSimulator_Offset_Value, value); });
+}
+
+void CameraSimulator::setSimulatorRoll(std::uint32_t value, bool reportErrors) {
+    changeField(
+        simulator_.roll, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
+        [&](std::uint32_t /*previous*/) {
+            design_.writeUnsigned(Ix::CameraSimulator_Frame_Divisor, value == FG_ON ? 256 : 1);
+        });
+}
+
+void CameraSimulator::setSimulatorTriggerMode(std::uint32_t value, bool reportErrors) {
+    changeField(
+        simulator_.triggerMode, value, reportErrors,
+        [&] {
+            requireOneOf<std::uint32_t>(value,
+                                        {SIMULATION_FREE_RUN, RISING_EDGE_TRIGGERS_LINE, RISING_EDGE_TRIGGERS_FRAME});
+        },
+        [&](std::uint32_t /*previous*/) {
+            design_.writeUnsigned(Ix::CameraSimulator_TriggerValve_FreeRun_Select,
+                                  value == SIMULATION_FREE_RUN ? 1 : 0);
+            design_.writeUnsigned(Ix::CameraSimulator_TriggerValve_TriggerValve_Mode,
+                                  value == RISING_EDGE_TRIGGERS_LINE ? 1 : 2);
+        });
+}
+
+}  // namespace quillon

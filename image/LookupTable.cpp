@@ -1,0 +1,239 @@
+#include "image/LookupTable.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <vector>
+
+#include "design/HandlerFrame.h"
+#include "files/LutFileParser.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr double LargestInput = 16383.0;
+constexpr int Open = 7;      ///< access flags of a parameter that can be written in the current mode
+constexpr int ReadOnly = 1;  ///< and of one that can't
+
+constexpr std::array<Ix, 3> DesignTables = {Ix::LookupTable_R_LUTcontent, Ix::LookupTable_G_LUTcontent,
+                                            Ix::LookupTable_B_LUTcontent};
+
+/// Truncates toward zero; what does not fit becomes the smallest 32-bit value, which the clamp behind turns into 0.
+std::int32_t truncateToInt32(double value) {
+    const bool fits = value > -2147483649.0 && value < 2147483648.0;
+    return fits ? static_cast<std::int32_t>(value) : std::numeric_limits<std::int32_t>::min();
+}
+
+/// The width of the values of a field access, bytes; 0 where nothing is moved.
+std::size_t valueSize(FgParamTypes type) {
+    switch (type) {
+        case TypeInt32:
+        case TypeUInt32: return 4;
+        case TypeInt64:
+        case TypeUInt64:
+        case TypeDouble: return 8;
+        default: return 0;
+    }
+}
+
+/// Whether the entries of `record` lie inside a table.
+bool liesInTable(const FieldParameterAccess& record) {
+    return record.index < LookupTable::EntryCount && record.count <= LookupTable::EntryCount &&
+           record.index <= LookupTable::EntryCount - record.count;
+}
+
+}  // namespace
+
+void LookupTable::computeLut(const LookupTableState& state, Table& table) {
+    const double exponent = 1.0 / state.gamma;
+    // pow(v, 1) is v to the bit, for every v.
+    const bool linear = exponent == 1.0;
+    for (std::uint32_t x = 0; x < EntryCount; ++x) {
+        const double v = (x / LargestInput + state.offset) * state.gain;
+        std::int32_t out = 0;
+        if (!(v < 0.0)) {
+            out = truncateToInt32((linear ? v : std::pow(v, exponent)) * 65535.0 + 0.5);
+        }
+        std::uint32_t entry = static_cast<std::uint32_t>(out);
+        if (state.invert == FG_ON) {
+            entry = MaxValue - entry;  // 32-bit arithmetic, wrapping
+        }
+        // The clamp stands behind the inversion, and takes an overflow for a negative value.
+        table[x] = static_cast<std::uint32_t>(std::clamp<std::int32_t>(static_cast<std::int32_t>(entry), 0, MaxValue));
+    }
+}
+
+void LookupTable::pushProcessingLut() {
+    computeLut(lut_, lut_.tables[LookupTableState::Red]);
+    lut_.tables[LookupTableState::Green] = lut_.tables[LookupTableState::Red];
+    lut_.tables[LookupTableState::Blue] = lut_.tables[LookupTableState::Red];
+    writeDesignTables();
+}
+
+/// The design gets the blue table three times. After a file was loaded, red and green stay in the applet, where reads
+/// and saves find them.
+void LookupTable::writeDesignTables() {
+    FieldParameterAccess all{TypeUInt32, 0, EntryCount, lut_.tables[LookupTableState::Blue].data()};
+    for (const Ix table : DesignTables) {
+        design_.write(table, &all, TypeFieldAccess);
+    }
+}
+
+template <class Value>
+void LookupTable::changeProcessing(Value& field, Value value, Value low, Value high) {
+    changeField(
+        field, value, true, [&] { requireRange(value, low, high); },
+        [&](Value /*previous*/) {
+            if (lut_.type == LUT_TYPE_PROCESSING) {
+                pushProcessingLut();
+            }
+        });
+}
+
+void LookupTable::setProcessingOffset(double value) {
+    changeProcessing(lut_.offset, value, -1.0, 1.0);
+}
+
+void LookupTable::setProcessingGain(double value) {
+    changeProcessing(lut_.gain, value, 0.0, 16384.0);
+}
+
+void LookupTable::setProcessingGamma(double value) {
+    changeProcessing(lut_.gamma, value, -1000.0, 1000.0);
+}
+
+void LookupTable::setProcessingInvert(std::uint32_t value) {
+    changeProcessing<std::uint32_t>(lut_.invert, value, FG_OFF, FG_ON);
+}
+
+void LookupTable::publishProcessingAccess() {
+    const int access = lut_.enable == FG_ON && lut_.type == LUT_TYPE_PROCESSING ? Open : ReadOnly;
+    for (const ParameterId parameter :
+         {FG_PROCESSING_GAIN, FG_PROCESSING_GAMMA, FG_PROCESSING_OFFSET, FG_PROCESSING_INVERT}) {
+        records_.setAccessFlags(parameter, access);
+    }
+}
+
+void LookupTable::setLutEnable(std::uint32_t value, bool reportErrors) {
+    changeField(
+        lut_.enable, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
+        [&](std::uint32_t /*previous*/) {
+            publishProcessingAccess();
+            design_.writeUnsigned(Ix::LookupTable_EnableLUT_Value, value);
+        });
+}
+
+void LookupTable::setLutType(std::uint32_t value, bool reportErrors) {
+    changeField(
+        lut_.type, value, reportErrors,
+        [&] {
+            requireOneOf<std::uint32_t>(value, {LUT_TYPE_PROCESSING, LUT_TYPE_CUSTOM});
+        },
+        [&](std::uint32_t /*previous*/) {
+            if (value == LUT_TYPE_CUSTOM) {
+                loadLutFile(lut_.customFile);
+            } else {
+                pushProcessingLut();
+            }
+            records_.setAccessFlags(FG_LUT_CUSTOM_FILE, value == LUT_TYPE_CUSTOM ? Open : ReadOnly);
+            publishProcessingAccess();
+        });
+}
+
+void LookupTable::loadLutFile(const std::string& path) {
+    if (lut_.type != LUT_TYPE_CUSTOM || path.empty()) {
+        return;
+    }
+    Fg_LutFileParser parser;
+    require(parser.checkFileExist(path.c_str()), FileNotFound);
+    std::array<LookupTable_s, 3> records{};
+    for (std::size_t channel = 0; channel < records.size(); ++channel) {
+        records[channel].id = static_cast<std::uint32_t>(channel);
+        records[channel].nrOfElements = EntryCount;
+    }
+    const int result = parser.getLutFromFile(path.c_str(), &records[0], &records[1], &records[2]);
+    const std::array<std::unique_ptr<std::uint32_t[]>, 3> buffers = {std::unique_ptr<std::uint32_t[]>(records[0].data),
+                                                                     std::unique_ptr<std::uint32_t[]>(records[1].data),
+                                                                     std::unique_ptr<std::uint32_t[]>(records[2].data)};
+    require(result == Success, FileNotWritten);
+    for (std::size_t channel = 0; channel < records.size(); ++channel) {
+        // A short file leaves the rest of a table as it was.
+        std::copy_n(buffers[channel].get(), std::min(records[channel].nrOfElements, EntryCount),
+                    lut_.tables[channel].begin());
+    }
+    writeDesignTables();
+}
+
+void LookupTable::setLutCustomFile(const char* path) {
+    require(path != nullptr, ValueOutOfRange);
+    changeField(
+        lut_.customFile, std::string(path), true, [] {},
+        [&](const std::string& /*previous*/) { loadLutFile(lut_.customFile); });
+}
+
+void LookupTable::setLutSaveFile(const char* path) {
+    require(path != nullptr, ValueOutOfRange);
+    changeField(
+        lut_.saveFile, std::string(path), true, [] {},
+        [&](const std::string& /*previous*/) {
+            if (lut_.saveFile.empty()) {
+                return;
+            }
+            std::array<LookupTable_s, 3> records{};
+            for (std::size_t channel = 0; channel < records.size(); ++channel) {
+                records[channel].data = lut_.tables[channel].data();
+                records[channel].id = static_cast<std::uint32_t>(channel);
+                records[channel].nrOfElements = EntryCount;
+            }
+            Fg_LutFileParser parser;
+            require(parser.saveLutToFile(lut_.saveFile.c_str(), &records[0], &records[1], &records[2]) == Success,
+                    FileNotWritten);
+        });
+}
+
+void LookupTable::setLutValue(Channel channel, const FieldParameterInt_s* record) {
+    require(record != nullptr && record->index < EntryCount && record->value <= MaxValue, ValueOutOfRange);
+    changeField(
+        lut_.tables[channel][record->index], record->value, true, [] {},
+        [&](std::uint32_t /*previous*/) { design_.write(DesignTables[channel], record, TypeFieldInt); });
+}
+
+void LookupTable::setLutValue(Channel channel, const FieldParameterAccess* record) {
+    require(record != nullptr && liesInTable(*record), ValueOutOfRange);
+    require(record->vtype == TypeInt32 || record->vtype == TypeUInt32 || record->vtype == TypeFieldInt,
+            InvalidParameter);
+    if (record->count != 0) {
+        require(record->value != nullptr, InvalidParameter);
+        // The first value stands for all: the others are not inspected.
+        require(*static_cast<const std::uint32_t*>(record->value) <= MaxValue, ValueOutOfRange);
+    }
+    auto* const first = lut_.tables[channel].data() + record->index;
+    const std::vector<std::uint32_t> previous(first, first + record->count);
+    FgIxWrapper::setFieldCache(lut_.tables[channel].data(), record);
+    try {
+        design_.write(DesignTables[channel], record, TypeFieldAccess);
+    } catch (int) {
+        std::copy(previous.begin(), previous.end(), first);
+        throw;
+    }
+}
+
+void LookupTable::getLutValue(Channel channel, FieldParameterInt_s* record) const {
+    require(record != nullptr && record->index < EntryCount, InvalidParameter);
+    FgIxWrapper::getFieldCache(lut_.tables[channel].data(), record);
+}
+
+void LookupTable::getLutValue(Channel channel, const FieldParameterAccess* record) const {
+    require(record != nullptr && liesInTable(*record), InvalidParameter);
+    require(record->count == 0 || record->value != nullptr, InvalidParameter);
+    // A wide access takes two entries for one value and so may run on into the next colour's table, but never past the
+    // last.
+    const std::size_t available = (lut_.tables.size() - channel) * sizeof(Table);
+    require((std::size_t{record->index} + record->count) * valueSize(record->vtype) <= available, InvalidParameter);
+    FgIxWrapper::getFieldCache(lut_.tables[channel].data(), record);
+}
+
+}  // namespace quillon

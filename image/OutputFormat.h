@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "design/AppletState.h"
+#include "design/DesignParameters.h"
+#include "info/ParameterRecords.h"
+
+namespace quillon {
+
+/// The order in which colour lines arrive, and the way that the processed pixels leave: branch, alignment and bit
+/// shift.
+///
+/// Which output branches there are is told by texts of the design. A refused value fails with ValueOutOfRange;
+/// InternalFailure marks a design parameter that can't be reached.
+class OutputFormat {
+public:
+    OutputFormat(AppletState& state, DesignParameters& design, ParameterRecords& records)
+        : format_(state.outputFormat), table_(state.outputFormatTable), design_(design), records_(records) {}
+
+    /// Reads the table of output branches from the design. A failure ends the reading in silence, with the table as far
+    /// as it got; the writes that need what is missing fail then.
+    void buildOutputFormatTable();
+
+    void setLineOrder(std::uint32_t value, bool reportErrors);       ///< FG_LINEORDER_...
+    void setOutputFormat(std::uint32_t value, bool reportErrors);    ///< FG_COL24 to FG_COL48
+    void setBitAlignment(std::uint32_t value, bool reportErrors);    ///< FG_..._ALIGNED or FG_CUSTOM_BIT_SHIFT_MODE
+    void setCustomBitShift(std::uint32_t value, bool reportErrors);  ///< bits, 0 to maxCustomShift of the output format
+
+private:
+    void readBranch(int index);
+    void applyOutputFormat();
+    std::int32_t shiftFor(std::int32_t selectedBits) const;
+
+    OutputFormatState& format_;
+    OutputFormatTable& table_;
+    DesignParameters& design_;
+    ParameterRecords& records_;
+};
+
+}  // namespace quillon

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+
+#include "design/AppletState.h"
+#include "design/DesignParameters.h"
+#include "info/ParameterRecords.h"
+#include "trigger/TriggerBlock.h"
+
+namespace quillon {
+
+/// How lines become images: in free run, by an external trigger or gate, each of these also over several buffers; and
+/// the flash that goes with it.
+///
+/// A refused value fails with ValueOutOfRange.
+class ImageTrigger {
+public:
+    ImageTrigger(AppletState& state, DesignParameters& design, ParameterRecords& records,
+                 const TriggerBlock& triggerBlock)
+        : trigger_(state.imageTrigger), design_(design), records_(records), triggerBlock_(triggerBlock) {}
+
+    void setImgTriggerMode(std::int32_t value,
+                           bool reportErrors);  ///< FREE_RUN, ASYNC_TRIGGER, ASYNC_GATED, ..._MULTIFRAME
+    void setImgTriggerOn(std::int32_t value, bool reportErrors);           ///< FG_ON, FG_OFF
+    void setFlashOn(std::int32_t value, bool reportErrors);                ///< FG_ON, FG_OFF
+    void setImgTriggerAsyncHeight(std::int32_t value, bool reportErrors);  ///< 1 to 16777216 lines
+    void setImgTriggerInSrc(std::int32_t value, bool reportErrors);        ///< TRGINSRC_..., TRGINSOFTWARE
+    void setImgTriggerInPolarity(std::int32_t value, bool reportErrors);   ///< HIGH_ON_ZERO_LOW, HIGH_ON_ZERO_HIGH
+    void setImgTriggerGateDelay(std::uint32_t value, bool reportErrors);   ///< 0 to 65535 lines
+    void setImgTriggerDebouncing(double value, bool reportErrors);         ///< 0.008 to 30 us
+    void setFlashPolarity(std::int32_t value, bool reportErrors);          ///< FG_LOW, FG_HIGH
+    void setStrobePulseDelay(std::uint32_t value, bool reportErrors);      ///< 0 to 65535 lines
+    void setSendSoftwareTrigger(std::int32_t value, bool reportErrors);    ///< FG_APPLY: each write is one pulse
+    void setSetSoftwareTrigger(std::int32_t value, bool reportErrors);     ///< FG_LOW, FG_HIGH
+
+private:
+    ImageTriggerState& trigger_;
+    DesignParameters& design_;
+    ParameterRecords& records_;
+    const TriggerBlock& triggerBlock_;
+};
+
+}  // namespace quillon

@@ -1,0 +1,202 @@
+#include "trigger/SignalRouting.h"
+
+#include <algorithm>
+#include <array>
+
+#include "design/HandlerFrame.h"
+
+namespace quillon {
+
+namespace {
+
+/// Where a source may be used, and the number under which the design selects it.
+struct SourceRow {
+    std::uint32_t source;
+    std::int32_t select;  ///< NoSelect if the design has none
+    bool forOutputs;      ///< camera trigger, GPOs and front GPOs
+    bool forObservers;    ///< analyzers and custom events
+};
+constexpr std::int32_t NoSelect = -1;
+
+constexpr std::array<SourceRow, 24> Sources = {{
+    {GND, 0, true, true},
+    {VCC, 0, true, true},
+    {FG_SIGNAL_CAM0_EXSYNC, 1, true, true},
+    {FG_SIGNAL_CAM0_EXSYNC2, 2, true, true},
+    {FG_SIGNAL_CAM0_FLASH, 3, true, true},
+    {FG_SIGNAL_CAM0_LVAL, 4, true, true},
+    {FG_SIGNAL_CAM0_FVAL, 5, true, true},
+    {FG_SIGNAL_CAM0_LINE_START, 33, false, true},
+    {FG_SIGNAL_CAM0_LINE_END, 34, false, true},
+    {FG_SIGNAL_CAM0_FRAME_START, 35, false, true},
+    {FG_SIGNAL_CAM0_FRAME_END, 36, false, true},
+    {FG_SIGNAL_GPI_0, 21, true, true},
+    {FG_SIGNAL_GPI_1, 22, true, true},
+    {FG_SIGNAL_GPI_2, 23, true, true},
+    {FG_SIGNAL_GPI_3, 24, true, true},
+    {FG_SIGNAL_GPI_4, 25, true, true},
+    {FG_SIGNAL_GPI_5, 26, true, true},
+    {FG_SIGNAL_GPI_6, 27, true, true},
+    {FG_SIGNAL_GPI_7, 28, true, true},
+    {FG_SIGNAL_FRONT_GPI_0, 29, true, true},
+    {FG_SIGNAL_FRONT_GPI_1, 30, true, true},
+    {FG_SIGNAL_FRONT_GPI_2, 31, true, true},
+    {FG_SIGNAL_FRONT_GPI_3, 32, true, true},
+    // On offer for outputs, but no output of this design takes it: a write ends in ValueNotInList.
+    {FG_SIGNAL_CAM0_INTERVAL_MODE, NoSelect, true, false},
+}};
+
+/// The two design parameters of a route.
+struct RouteRow {
+    Ix select, invert;
+    bool isOutput;
+};
+
+constexpr std::array<RouteRow, RouteCount> Routes = {{
+    {Ix::Trigger_OutputMapping_CamTrigger0_SelectTrigger_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_CamTrigger0_SelectTrigger_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectGPO_Select0_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectGPO_Select0_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectGPO_Select1_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectGPO_Select1_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectGPO_Select2_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectGPO_Select2_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectGPO_Select3_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectGPO_Select3_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectGPO_Select4_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectGPO_Select4_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectGPO_Select5_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectGPO_Select5_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectGPO_Select6_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectGPO_Select6_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectGPO_Select7_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectGPO_Select7_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectFrontGPO_Select0_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectFrontGPO_Select0_Polarity_Invert, true},
+    {Ix::Trigger_OutputMapping_SelectFrontGPO_Select1_SelectSignal_Select,
+     Ix::Trigger_OutputMapping_SelectFrontGPO_Select1_Polarity_Invert, true},
+    {Ix::Trigger_Analyzer_Analyzer0_Select_SelectSignal_Select, Ix::Trigger_Analyzer_Analyzer0_Select_Polarity_Invert,
+     false},
+    {Ix::Trigger_Analyzer_Analyzer1_Select_SelectSignal_Select, Ix::Trigger_Analyzer_Analyzer1_Select_Polarity_Invert,
+     false},
+    {Ix::Trigger_Events_SelectCustomSignalEvent0_SelectSignal_Select,
+     Ix::Trigger_Events_SelectCustomSignalEvent0_Polarity_Invert, false},
+    {Ix::Trigger_Events_SelectCustomSignalEvent1_SelectSignal_Select,
+     Ix::Trigger_Events_SelectCustomSignalEvent1_Polarity_Invert, false},
+}};
+
+const RouteRow& rowOf(Route route) {
+    return Routes[static_cast<std::size_t>(route)];
+}
+
+bool isOffered(Route route, std::uint32_t source) {
+    return std::any_of(Sources.begin(), Sources.end(), [&](const SourceRow& row) {
+        return row.source == source && (rowOf(route).isOutput ? row.forOutputs : row.forObservers);
+    });
+}
+
+/// The select of a source other than a fixed level.
+std::uint32_t selectOf(std::uint32_t source) {
+    const auto* const row =
+        std::find_if(Sources.begin(), Sources.end(), [source](const SourceRow& r) { return r.source == source; });
+    require(row != Sources.end() && row->select != NoSelect, ValueNotInList);
+    return static_cast<std::uint32_t>(row->select);
+}
+
+bool isFixedLevel(std::uint32_t source) {
+    return source == VCC || source == GND;
+}
+
+}  // namespace
+
+/// The camera's route has no applied record and works on what was requested throughout.
+RouteState& SignalRouting::applied(Route route) {
+    return route == Route::Camera ? requested(route) : routing_.applied[static_cast<std::size_t>(route)];
+}
+
+const RouteState& SignalRouting::route(Route route) const {
+    return route == Route::Camera ? routing_.requested[static_cast<std::size_t>(route)]
+                                  : routing_.applied[static_cast<std::size_t>(route)];
+}
+
+/// Both fixed levels are select 0, straight or inverted; the polarity has no effect on them.
+void SignalRouting::sendRoute(Route route, std::uint32_t source, std::uint32_t polarity) {
+    std::uint32_t select = 0;
+    std::uint32_t invert = source == VCC ? 1 : 0;
+    if (!isFixedLevel(source)) {
+        select = selectOf(source);
+        invert = polarity == FG_LOW ? 1 : 0;
+    }
+    design_.writeUnsigned(rowOf(route).select, select);
+    design_.writeUnsigned(rowOf(route).invert, invert);
+}
+
+void SignalRouting::setRouteSource(Route route, std::uint32_t value, bool reportErrors) {
+    changeField(
+        requested(route).source, value, reportErrors, [&] { require(isOffered(route, value), ValueOutOfRange); },
+        [&](std::uint32_t /*previous*/) {
+            sendRoute(route, value, applied(route).polarity);
+            applied(route).source = value;
+        });
+}
+
+void SignalRouting::setRoutePolarity(Route route, std::uint32_t value, bool reportErrors) {
+    changeField(
+        requested(route).polarity, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_LOW, FG_HIGH); },
+        [&](std::uint32_t /*previous*/) {
+            sendRoute(route, applied(route).source, value);
+            applied(route).polarity = value;
+        });
+}
+
+void SignalRouting::setDigioOutput(std::int32_t value, bool reportErrors) {
+    changeField(
+        routing_.digioOutput, value, reportErrors, [&] { requireRange(value, -1, 3); },
+        [&](std::int32_t /*previous*/) {
+            if (value >= 0) {
+                setFixedLevel(Route::Gpo3, (value & 1) != 0);
+                setFixedLevel(Route::Gpo7, (value & 2) != 0);
+            }
+        });
+}
+
+void SignalRouting::setFixedLevel(Route route, bool high) {
+    setRouteSource(route, high ? VCC : GND, true);
+}
+
+std::int32_t SignalRouting::digioOutput() const {
+    const std::uint32_t low = route(Route::Gpo3).source;
+    const std::uint32_t high = route(Route::Gpo7).source;
+    if (!isFixedLevel(low) || !isFixedLevel(high)) {
+        return -1;
+    }
+    return (low == VCC ? 1 : 0) | (high == VCC ? 2 : 0);
+}
+
+void SignalRouting::setAnalyzerClear(std::int32_t value, bool reportErrors) {
+    changeField(
+        routing_.analyzerClear, value, reportErrors, [&] { require(value == FG_APPLY, ValueOutOfRange); },
+        [&](std::int32_t /*previous*/) {
+            design_.writeUnsigned(Ix::Trigger_Analyzer_Clear_Value, 1);
+            design_.writeUnsigned(Ix::Trigger_Analyzer_Clear_Value, 0);
+        });
+}
+
+void SignalRouting::setPulseMessage(std::int32_t value, bool reportErrors) {
+    changeFieldAndWrite(
+        routing_.pulseMessage, value, reportErrors,
+        [&] {
+            requireOneOf<std::int32_t>(value, {FG_PULSE_IMMEDIATE, FG_PULSE_WIDTH});
+        },
+        design_, Ix::Trigger_OutputMapping_CamTrigger0_CLHSTrigger_EnablePulseWidth_Value,
+        value == FG_PULSE_WIDTH ? 1 : 0);
+}
+
+std::int64_t SignalRouting::pulseCountDifference() {
+    constexpr std::uint64_t signBit = std::uint64_t{1} << 32U;
+    constexpr std::uint64_t upperHalf = 0xFFFFFFFF00000000U;
+    const std::uint64_t difference = design_.readUnsigned64(Ix::Trigger_Analyzer_Difference_Status, TypeInt64);
+    return static_cast<std::int64_t>((difference & signBit) != 0 ? difference | upperHalf : difference);
+}
+
+}  // namespace quillon
