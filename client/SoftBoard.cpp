@@ -1,0 +1,235 @@
+#include "client/SoftBoard.h"
+
+#include <array>
+#include <utility>
+
+#include "client/Errors.h"
+#include "client/SharedLibrary.h"
+#include "softboard/softboard.h"
+
+namespace quillon::client {
+
+static_assert(static_cast<int>(Direction::Read) == SOFTBOARD_READ &&
+              static_cast<int>(Direction::Write) == SOFTBOARD_WRITE &&
+              static_cast<int>(Direction::Call) == SOFTBOARD_CALL);
+
+namespace {
+
+void expect(const std::string& function, int code) {
+    if (code != SOFTBOARD_OK) {
+        throw CallError("softboard_" + function, code);
+    }
+}
+
+}  // namespace
+
+// The functions of softboard.h, by their names without the prefix.
+// clang-format off
+#define SOFTBOARD_FUNCTIONS(FUNCTION)                                                                                  \
+    FUNCTION(open) FUNCTION(close)                                                                                     \
+    FUNCTION(transcript_size) FUNCTION(transcript_get) FUNCTION(transcript_clear) FUNCTION(transcript_record)          \
+    FUNCTION(plan_fault) FUNCTION(plan_fault_at) FUNCTION(clear_faults)                                                \
+    FUNCTION(set_integer) FUNCTION(get_integer) FUNCTION(set_double) FUNCTION(get_double)                              \
+    FUNCTION(set_text) FUNCTION(get_text) FUNCTION(set_element) FUNCTION(get_element) FUNCTION(hide_parameter)         \
+    FUNCTION(set_register) FUNCTION(get_register) FUNCTION(deliver_pictures) FUNCTION(set_sdk_error)                   \
+    FUNCTION(call_count) FUNCTION(live_designs) FUNCTION(live_handles)
+// clang-format on
+
+struct SoftBoardLibrary::Loaded {
+    explicit Loaded(const std::filesystem::path& file) : library(file) {
+#define SOFTBOARD_RESOLVE(function) library.resolve("softboard_" #function, function);
+        SOFTBOARD_FUNCTIONS(SOFTBOARD_RESOLVE)
+#undef SOFTBOARD_RESOLVE
+    }
+
+    SharedLibrary library;
+#define SOFTBOARD_MEMBER(function) decltype(&::softboard_##function) function = nullptr;
+    SOFTBOARD_FUNCTIONS(SOFTBOARD_MEMBER)
+#undef SOFTBOARD_MEMBER
+
+    std::vector<Access> transcript(softboard* board) const {
+        std::vector<Access> entries;
+        const std::size_t size = transcript_size(board);
+        entries.reserve(size);
+        for (std::size_t i = 0; i < size; ++i) {
+            softboard_access entry{};
+            expect("transcript_get", transcript_get(board, i, &entry));
+            entries.push_back({entry.sequence, static_cast<Direction>(entry.direction), entry.id, entry.dma, entry.type,
+                               entry.result, entry.name, entry.value});
+        }
+        return entries;
+    }
+};
+
+std::string Access::line() const {
+    const bool failed = direction == Direction::Call ? result < 0 : result != 0;
+    const std::string failure = failed ? " ! " + std::to_string(result) : "";
+    switch (direction) {
+        case Direction::Read: return name + " ? " + value + failure;
+        case Direction::Write: return name + " = " + value + failure;
+        case Direction::Call: return name + "(" + value + ")" + failure;
+    }
+    throw Error("a transcript entry has the unknown direction " + std::to_string(static_cast<int>(direction)));
+}
+
+SoftBoardLibrary::SoftBoardLibrary(const std::filesystem::path& standInDirectory)
+    : loaded_(std::make_shared<const Loaded>(std::filesystem::absolute(standInDirectory) / "libsoftboard.so")) {}
+
+std::vector<Access> SoftBoardLibrary::transcript() const {
+    return loaded_->transcript(nullptr);
+}
+
+void SoftBoardLibrary::clearTranscript() {
+    expect("transcript_clear", loaded_->transcript_clear(nullptr));
+}
+
+void SoftBoardLibrary::planCallFault(const std::string& function, unsigned nth, std::int64_t code) {
+    expect("plan_fault", loaded_->plan_fault(nullptr, function.c_str(), SOFTBOARD_CALL, nth, code));
+}
+
+void SoftBoardLibrary::clearFaults() {
+    expect("clear_faults", loaded_->clear_faults(nullptr));
+}
+
+void SoftBoardLibrary::setSdkError(int number) {
+    expect("set_sdk_error", loaded_->set_sdk_error(nullptr, number));
+}
+
+std::uint64_t SoftBoardLibrary::callCount(const std::string& function) const {
+    return loaded_->call_count(function.c_str());
+}
+
+std::uint64_t SoftBoardLibrary::liveDesigns() const {
+    return loaded_->live_designs();
+}
+
+std::uint64_t SoftBoardLibrary::liveHandles() const {
+    return loaded_->live_handles();
+}
+
+void SoftBoard::Close::operator()(IXdevice* board) const {
+    loaded->close(board);
+}
+
+SoftBoard::SoftBoard(const std::filesystem::path& standInDirectory) : SoftBoard(SoftBoardLibrary(standInDirectory)) {}
+
+SoftBoard::SoftBoard(SoftBoardLibrary library)
+    : library_(std::move(library)), board_(library_.loaded_->open(), Close{library_.loaded_}) {
+    if (board_ == nullptr) {
+        throw Error("the software board did not open");
+    }
+}
+
+std::vector<Access> SoftBoard::transcript() const {
+    return board().transcript(device());
+}
+
+void SoftBoard::clearTranscript() {
+    expect("transcript_clear", board().transcript_clear(device()));
+}
+
+void SoftBoard::record(bool enabled) {
+    expect("transcript_record", board().transcript_record(device(), enabled ? 1 : 0));
+}
+
+std::vector<std::string> SoftBoard::lines(std::optional<Direction> direction) const {
+    std::vector<std::string> result;
+    for (const Access& access : transcript()) {
+        if (direction ? access.direction == *direction : access.direction != Direction::Call) {
+            result.push_back(access.line());
+        }
+    }
+    return result;
+}
+
+std::vector<std::string> SoftBoard::accesses() const {
+    return lines(std::nullopt);
+}
+
+std::vector<std::string> SoftBoard::writes() const {
+    return lines(Direction::Write);
+}
+
+std::vector<std::string> SoftBoard::reads() const {
+    return lines(Direction::Read);
+}
+
+std::vector<std::string> SoftBoard::calls() const {
+    return lines(Direction::Call);
+}
+
+void SoftBoard::planFault(const std::string& name, Direction direction, unsigned nth, std::int64_t code) {
+    expect("plan_fault", board().plan_fault(device(), name.c_str(), static_cast<int>(direction), nth, code));
+}
+
+void SoftBoard::planFaultAt(unsigned nth, std::int64_t code) {
+    expect("plan_fault_at", board().plan_fault_at(device(), nth, code));
+}
+
+void SoftBoard::clearFaults() {
+    expect("clear_faults", board().clear_faults(device()));
+}
+
+void SoftBoard::setInteger(const std::string& name, std::int64_t value) {
+    expect("set_integer of " + name, board().set_integer(device(), name.c_str(), value));
+}
+
+std::int64_t SoftBoard::integer(const std::string& name) const {
+    std::int64_t value = 0;
+    expect("get_integer of " + name, board().get_integer(device(), name.c_str(), &value));
+    return value;
+}
+
+void SoftBoard::setDouble(const std::string& name, double value) {
+    expect("set_double of " + name, board().set_double(device(), name.c_str(), value));
+}
+
+double SoftBoard::real(const std::string& name) const {
+    double value = 0;
+    expect("get_double of " + name, board().get_double(device(), name.c_str(), &value));
+    return value;
+}
+
+void SoftBoard::setText(const std::string& name, const std::string& value) {
+    expect("set_text of " + name, board().set_text(device(), name.c_str(), value.c_str()));
+}
+
+std::string SoftBoard::text(const std::string& name) const {
+    std::array<char, 4096> buffer{};
+    expect("get_text of " + name, board().get_text(device(), name.c_str(), buffer.data(), buffer.size()));
+    return buffer.data();
+}
+
+void SoftBoard::setElement(const std::string& name, std::size_t index, std::int64_t value) {
+    expect("set_element of " + name, board().set_element(device(), name.c_str(), index, value));
+}
+
+std::int64_t SoftBoard::element(const std::string& name, std::size_t index) const {
+    std::int64_t value = 0;
+    expect("get_element of " + name, board().get_element(device(), name.c_str(), index, &value));
+    return value;
+}
+
+void SoftBoard::hideParameter(const std::string& name) {
+    expect("hide_parameter of " + name, board().hide_parameter(device(), name.c_str()));
+}
+
+void SoftBoard::setRegister(const std::string& name, std::uint64_t value) {
+    expect("set_register of " + name, board().set_register(device(), name.c_str(), value));
+}
+
+std::uint64_t SoftBoard::registerValue(const std::string& name) const {
+    std::uint64_t value = 0;
+    expect("get_register of " + name, board().get_register(device(), name.c_str(), &value));
+    return value;
+}
+
+void SoftBoard::setSdkError(int number) {
+    expect("set_sdk_error", board().set_sdk_error(device(), number));
+}
+
+void SoftBoard::deliverPictures(std::int64_t count) {
+    expect("deliver_pictures", board().deliver_pictures(device(), count));
+}
+
+}  // namespace quillon::client

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct IXdevice;
+
+namespace quillon::client {
+
+enum class Direction { Read = 0, Write = 1, Call = 2 };
+
+/// One entry of a software board's transcript: an access to a parameter or a register, or a call of an SDK function.
+struct Access {
+    std::uint64_t sequence = 0;
+    Direction direction = Direction::Read;
+    std::int32_t id = 0;
+    std::int32_t dma = 0;
+    std::int32_t type = 0;
+    std::int64_t result = 0;  ///< the code or number that the caller got
+    std::string name;         ///< of the parameter, "register NAME", or of the function
+    std::string value;        ///< integers in decimal, texts as they are, fields as "[index..last]=v0,v1,..."
+
+    /// The entry as a line: "NAME = VALUE" for a write, "NAME ? VALUE" for a read, "NAME(VALUE)" for a call, with
+    /// " ! CODE" behind it if it failed.
+    std::string line() const;
+};
+
+/// The software board's library with what belongs to the process and to no board. Copies share it.
+class SoftBoardLibrary {
+public:
+    /// Loads libsoftboard.so from the folder of the stand-ins; throws LibraryError.
+    explicit SoftBoardLibrary(const std::filesystem::path& standInDirectory);
+
+    /// Loader calls, and SDK calls that name no board.
+    std::vector<Access> transcript() const;
+    void clearTranscript();
+    /// Plans that the `nth` call (from 1; 0 is every call) of a function that knows no board returns `code`, or null.
+    void planCallFault(const std::string& function, unsigned nth, std::int64_t code);
+    void clearFaults();
+    /// The number that the SDK's Fg_getLastErrorNumber answers for a null handle.
+    void setSdkError(int number);
+
+    std::uint64_t callCount(const std::string& function) const;  ///< calls of a stand-in function in this process
+    std::uint64_t liveDesigns() const;
+    std::uint64_t liveHandles() const;
+
+private:
+    friend class SoftBoard;
+    struct Loaded;
+    std::shared_ptr<const Loaded> loaded_;
+};
+
+/// A frame grabber in software, from opening to closing. Every applet on it must be gone before it is.
+///
+/// What a call refuses (an unknown name, a value that doesn't fit) is thrown as CallError with the board's code.
+class SoftBoard {
+public:
+    explicit SoftBoard(const std::filesystem::path& standInDirectory);
+    explicit SoftBoard(SoftBoardLibrary library);
+
+    /// What Std_entry takes.
+    IXdevice* device() const { return board_.get(); }
+    SoftBoardLibrary& library() { return library_; }
+
+    std::vector<Access> transcript() const;
+    void clearTranscript();
+    /// Switches recording, as for a benchmark; a new board records.
+    void record(bool enabled);
+
+    /// The accesses to parameters and registers since the last clearTranscript, as Access::line(): reads and writes,
+    /// the writes alone, the reads alone.
+    std::vector<std::string> accesses() const;
+    std::vector<std::string> writes() const;
+    std::vector<std::string> reads() const;
+    /// The calls of SDK functions, as Access::line().
+    std::vector<std::string> calls() const;
+
+    /// Plans that the `nth` access (from 1; 0 is every access) from now on to `name` answers `code` and does nothing
+    /// else. With Direction::Call `name` is a function.
+    void planFault(const std::string& name, Direction direction, unsigned nth, std::int64_t code);
+    /// Plans it for the `nth` access of any name and either direction from now on.
+    void planFaultAt(unsigned nth, std::int64_t code);
+    void clearFaults();
+
+    /// The hardware's side: values are read and changed without a trace in the transcript.
+    void setInteger(const std::string& name, std::int64_t value);
+    std::int64_t integer(const std::string& name) const;
+    void setDouble(const std::string& name, double value);
+    double real(const std::string& name) const;
+    void setText(const std::string& name, const std::string& value);
+    std::string text(const std::string& name) const;
+    void setElement(const std::string& name, std::size_t index, std::int64_t value);
+    std::int64_t element(const std::string& name, std::size_t index) const;
+    /// Takes a parameter out of the design, so that its name no longer resolves.
+    void hideParameter(const std::string& name);
+    /// Puts `value` into a register, by its name in the design.
+    void setRegister(const std::string& name, std::uint64_t value);
+    std::uint64_t registerValue(const std::string& name) const;
+    /// Lets pictures arrive at once, if an acquisition runs.
+    void deliverPictures(std::int64_t count);
+    /// The number that the SDK's Fg_getLastErrorNumber answers for this board.
+    void setSdkError(int number);
+
+private:
+    struct Close {
+        std::shared_ptr<const SoftBoardLibrary::Loaded> loaded;
+        void operator()(IXdevice* board) const;
+    };
+    const SoftBoardLibrary::Loaded& board() const { return *library_.loaded_; }
+    std::vector<std::string> lines(std::optional<Direction> direction) const;
+
+    SoftBoardLibrary library_;
+    std::unique_ptr<IXdevice, Close> board_;
+};
+
+}  // namespace quillon::client
