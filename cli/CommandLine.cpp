@@ -1,0 +1,117 @@
+#include "cli/CommandLine.h"
+
+#include <algorithm>
+#include <array>
+
+#include "cli/Arguments.h"
+#include "cli/Suggestions.h"
+#include "cli/Verb.h"
+
+namespace quillon::cli {
+
+namespace {
+
+constexpr std::array verbAdders{addInfoVerb,     addGetVerb,  addSetVerb,    addRegistersVerb, addListVerb,
+                                addDescribeVerb, addXmlVerb,  addEventsVerb, addSaveVerb,      addLoadVerb,
+                                addCheckVerb,    addDiffVerb, addStatusVerb, addDemoVerb};
+
+constexpr const char* description =
+    "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold, and\n"
+    "what a change of one does to the design. A board lives as long as one command; --mcf and --save carry state over.";
+
+constexpr const char* examples =
+    "Examples:\n"
+    "  quillon info                                   what the applet is\n"
+    "  quillon get FG_WIDTH FG_HEIGHT                 what parameters hold\n"
+    "  quillon set FG_WIDTH=2048 --trace              a change, and every access to the design that it causes\n"
+    "  quillon describe FG_XOFFSET                    everything about one parameter\n"
+    "  quillon list --group ROI                       the tree of parameters\n"
+    "\n"
+    "Exit status: 0 done, 1 refused by the applet or the design, 2 usage, 3 no library or board.";
+
+void addCommonOptions(CLI::App& app, Options& options) {
+    app.add_option("--library", options.library, "The applet; by default lib/libQuillon.so beside the command's bin/")
+        ->type_name("PATH");
+    app.add_option("--softboard", options.softBoard,
+                   "The software board's libraries; by default lib/softboard beside bin/")
+        ->type_name("DIR");
+    app.add_option("--design", options.design, "Load this design file (.tav) instead of the carried one")
+        ->type_name("FILE");
+    app.add_option("--mcf", options.load, "Load this configuration after opening")->type_name("FILE");
+    app.add_option("--save", options.save, "Save the configuration to this file at the end")->type_name("FILE");
+    app.add_flag("--json", options.json, "Answer as JSON");
+}
+
+/// Says why nothing came of the command, in words and, if asked, as JSON.
+int report(const Options& options, Console& console, ExitStatus status, const std::string& message) {
+    console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << message << '\n';
+    if (options.json) {
+        console.out << Json{{"error", message}, {"status", static_cast<int>(status)}}.dump(2) << '\n';
+    }
+    return status;
+}
+
+/// Says what a command line lacks; a word that was meant to be a verb gets the nearest one.
+int reportUsage(const CLI::App& app, const Options& options, const CLI::ParseError& error, Console& console) {
+    const std::vector<std::string> unknown = app.remaining();
+    if (app.get_subcommands().empty() && !unknown.empty()) {
+        std::vector<std::string> names;
+        for (const CLI::App* verb : app.get_subcommands(nullptr)) {
+            names.push_back(verb->get_name());
+        }
+        return report(options, console, Usage,
+                      "there is no verb \"" + unknown.front() + "\"" + didYouMean(unknown.front(), names));
+    }
+    return report(options, console, Usage, std::string(error.what()) + "; --help tells more");
+}
+
+int perform(const Options& options, const Action& action, Console& console) {
+    try {
+        Session session(options);
+        const ExitStatus status = action(session, console);
+        if (status == Done) {
+            session.saveIfAsked();
+        }
+        return status;
+    } catch (const UsageError& error) {
+        return report(options, console, Usage, error.what());
+    } catch (const RefusedError& error) {
+        return report(options, console, Refused, error.what());
+    } catch (const client::LibraryError& error) {
+        return report(options, console, Unavailable, error.what());
+    } catch (const client::OpenError& error) {
+        return report(options, console, Unavailable, error.what());
+    } catch (const client::Error& error) {
+        return report(options, console, Refused, error.what());
+    } catch (const std::filesystem::filesystem_error& error) {
+        return report(options, console, Refused, error.what());
+    }
+}
+
+}  // namespace
+
+int runCommand(std::vector<std::string> words, std::ostream& out, std::ostream& err) {
+    CLI::App app(description, "quillon");
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.footer(examples);
+    Options options = defaultOptions();
+    addCommonOptions(app, options);
+    Action chosen;
+    Verbs verbs(app, chosen);
+    for (const auto addVerb : verbAdders) {
+        addVerb(verbs);
+    }
+
+    Console console{out, err};
+    words = protectNegativeNumbers(std::move(words));
+    std::reverse(words.begin(), words.end());  // the parser takes them from the back
+    try {
+        app.parse(words);
+    } catch (const CLI::ParseError& error) {
+        return error.get_exit_code() == 0 ? app.exit(error, out, err) : reportUsage(app, options, error, console);
+    }
+    return perform(options, chosen, console);
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,51 @@
+/// @file
+/// A configuration file (.mcf) as a person wants it explained: every key with the number of its line. What a load of
+/// the applet would find is told by the same rules as the applet's own, but for its limit of 255 characters a line,
+/// which is told of instead.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/Session.h"
+
+namespace quillon::cli {
+
+struct ConfigurationLine {
+    int number;         ///< from 1
+    std::string key;    ///< as it stands, blanks included
+    std::string value;  ///< without quotes and semicolon
+    bool inPort;        ///< behind the line of the port's section
+};
+
+class ConfigurationFile {
+public:
+    /// Throws RefusedError if the file cannot be read.
+    explicit ConfigurationFile(const std::filesystem::path& file);
+
+    const std::vector<ConfigurationLine>& lines() const& { return lines_; }
+    std::vector<ConfigurationLine> lines() && { return std::move(lines_); }
+    /// The first line of the port's section that holds exactly this key, which is the one that counts; or null.
+    const ConfigurationLine* find(const std::string& key) const;
+    /// The same before the port's section.
+    const ConfigurationLine* findInHeader(const std::string& key) const;
+    const std::vector<int>& overlongLines() const { return overlongLines_; }
+
+private:
+    std::vector<ConfigurationLine> lines_;
+    std::vector<int> overlongLines_;
+};
+
+/// The keys that the applet writes, in their order, as a save of `applet` shows them.
+std::vector<ConfigurationLine> savedState(client::Applet& applet);
+
+/// Whether a load looks at the key of the port's section: those of values that can be set, but for the debug ones.
+bool isLoaded(const std::string& key);
+
+/// A file's value in the parameter's words, or as it stands if it is none.
+std::string valueInWords(const client::Applet& applet, const ConfigurationLine& line);
+
+}  // namespace quillon::cli

@@ -1,0 +1,225 @@
+#include <algorithm>
+#include <array>
+
+#include "cli/Arguments.h"
+#include "cli/ConfigurationFile.h"
+#include "cli/Refusals.h"
+#include "cli/Suggestions.h"
+#include "cli/Verb.h"
+
+namespace quillon::cli {
+
+namespace {
+
+/// Something to say about a file. A note does not keep the file from doing what it says.
+struct Complaint {
+    int line;  ///< 0 for what is not there
+    std::string key;
+    std::string text;
+    bool note = false;
+};
+
+/// Looks for what a load does not tell: it stops at the first missing key, and keeps refused values to itself.
+class Checker {
+public:
+    Checker(Session& session, const std::filesystem::path& path)
+        : session_(session), applet_(session.applet()), path_(path), file_(path), known_(savedState(applet_)) {}
+
+    std::vector<Complaint> check() {
+        checkName();
+        checkHeader();
+        checkKeys();
+        const bool loads = complaints_.empty();
+        checkLines();
+        if (loads) {
+            checkValues();
+        } else {
+            checkNumbers();
+        }
+        std::stable_sort(complaints_.begin(), complaints_.end(),
+                         [](const Complaint& left, const Complaint& right) { return left.line < right.line; });
+        return complaints_;
+    }
+
+private:
+    void complain(int line, const std::string& key, const std::string& text, bool note = false) {
+        complaints_.push_back({line, key, text, note});
+    }
+
+    void checkName() {
+        if (path_.string().find(".mcf") == std::string::npos) {
+            complain(0, "", "the name must contain .mcf");
+        }
+    }
+
+    void checkHeader() {
+        for (const char* key : {"Hersteller", "Typ", "AktivePort"}) {
+            if (file_.findInHeader(key) == nullptr) {
+                complain(0, key, "the header lacks this key");
+            }
+        }
+        const ConfigurationLine* type = file_.findInHeader("Typ");
+        const std::string expected = session_.library().infoText(4176);
+        if (type != nullptr && type->value != expected) {
+            complain(type->number, "Typ",
+                     "the file is for the applet \"" + type->value + "\", not for \"" + expected + "\"");
+        }
+    }
+
+    void checkKeys() {
+        for (const ConfigurationLine& known : known_) {
+            if (isLoaded(known.key) && file_.find(known.key) == nullptr) {
+                complain(0, known.key,
+                         "missing; at the start it is " + valueInWords(applet_, known) + nearbyText(known.key));
+            }
+        }
+    }
+
+    /// Where the key stands in a form that a load does not find.
+    std::string nearbyText(const std::string& key) const {
+        for (const ConfigurationLine& line : file_.lines()) {
+            if (line.key != key && trimmed(line.key) == key) {
+                return "; line " + std::to_string(line.number) + " has it with blanks, which hides it";
+            }
+            if (line.key == key && !line.inPort) {
+                return "; line " + std::to_string(line.number) + " has it before [Port A], which hides it";
+            }
+        }
+        return "";
+    }
+
+    void checkLines() {
+        for (const int line : file_.overlongLines()) {
+            complain(line, "", "the line has more than 255 characters and is read in pieces");
+        }
+        std::vector<std::string> names;
+        for (const ConfigurationLine& known : known_) {
+            names.push_back(known.key);
+        }
+        for (const ConfigurationLine& line : file_.lines()) {
+            if (!line.inPort) {
+                continue;
+            }
+            if (std::find(names.begin(), names.end(), trimmed(line.key)) == names.end()) {
+                complain(line.number, line.key, "unknown key, not looked at" + didYouMean(line.key, names), true);
+            } else if (line.key == trimmed(line.key) && file_.find(line.key)->number != line.number) {
+                const std::string first = std::to_string(file_.find(line.key)->number);
+                complain(line.number, line.key, "not looked at, since line " + first + " has the key already", true);
+            }
+        }
+    }
+
+    /// Values of a file that does not load: only whether they are values at all.
+    void checkNumbers() {
+        for (const ConfigurationLine& known : known_) {
+            const ConfigurationLine* line = isLoaded(known.key) ? file_.find(known.key) : nullptr;
+            if (line != nullptr) {
+                parse(*line);
+            }
+        }
+    }
+
+    std::optional<std::pair<Parameter, Value>> parse(const ConfigurationLine& line) {
+        const Parameter parameter = findParameter(applet_, line.key);
+        const bool isWhole =
+            parameter.kind == client::ParameterKind::Int || parameter.kind == client::ParameterKind::Int64;
+        if (isWhole && !parseWholeNumber(line.value)) {
+            complain(line.number, line.key,
+                     "\"" + line.value + "\" is no whole number and is taken for what its beginning says");
+            return std::nullopt;
+        }
+        try {
+            return std::pair(parameter, parseValue(applet_, parameter, line.value));
+        } catch (const UsageError& error) {
+            complain(line.number, line.key, error.what());
+            return std::nullopt;
+        }
+    }
+
+    /// Loads the file, so that all values are in place together, and then sets each once more: what is refused now was
+    /// refused without a word by the load.
+    void checkValues() {
+        loadConfiguration(applet_, path_);
+        for (const ConfigurationLine& known : known_) {
+            const ConfigurationLine* line = isLoaded(known.key) ? file_.find(known.key) : nullptr;
+            if (line == nullptr || isCheckedWithItsMode(known.key)) {
+                continue;
+            }
+            const auto parsed = parse(*line);
+            if (parsed && !isText(parsed->first)) {
+                checkValue(*line, parsed->first, parsed->second);
+            }
+        }
+    }
+
+    void checkValue(const ConfigurationLine& line, const Parameter& parameter, const Value& value) {
+        if (const int code = writeValue(applet_, parameter, value); code != 0) {
+            complain(line.number, line.key,
+                     inWords(parameter, value) + " " + inWords(explainSet(applet_, parameter, code)));
+        }
+    }
+
+    static bool isText(const Parameter& parameter) { return parameter.kind == client::ParameterKind::String; }
+
+    /// The simulator's sizes and rates are computed from one another. A load hands them to the design in one go, with
+    /// FG_CAMERASIMULATOR_SELECT_MODE, and that is where they are refused; one by one they would change each other.
+    static bool isCheckedWithItsMode(const std::string& key) {
+        constexpr std::array together{"FG_CAMERASIMULATOR_WIDTH",          "FG_CAMERASIMULATOR_LINE_GAP",
+                                      "FG_CAMERASIMULATOR_HEIGHT",         "FG_CAMERASIMULATOR_FRAME_GAP",
+                                      "FG_CAMERASIMULATOR_LINERATE",       "FG_CAMERASIMULATOR_FRAMERATE",
+                                      "FG_CAMERASIMULATOR_PIXEL_FREQUENCY"};
+        return std::find(together.begin(), together.end(), key) != together.end();
+    }
+
+    Session& session_;
+    client::Applet& applet_;
+    std::filesystem::path path_;
+    ConfigurationFile file_;
+    std::vector<ConfigurationLine> known_;
+    std::vector<Complaint> complaints_;
+};
+
+void print(const std::filesystem::path& file, const std::vector<Complaint>& complaints, Console& console) {
+    for (const Complaint& complaint : complaints) {
+        const std::string place = file.string() + (complaint.line > 0 ? ":" + std::to_string(complaint.line) : "");
+        const std::string kind = complaint.note ? console.outPainter.paint(Style::Faint, "note")
+                                                : console.outPainter.paint(Style::Bad, "error");
+        console.out << place << ": " << kind << ": " << complaint.key << (complaint.key.empty() ? "" : ": ")
+                    << complaint.text << '\n';
+    }
+    if (complaints.empty()) {
+        console.out << file.string() << ": no complaint\n";
+    }
+}
+
+ExitStatus check(Session& session, Console& console, const std::filesystem::path& file) {
+    const std::vector<Complaint> complaints = Checker(session, file).check();
+    const bool sound = std::all_of(complaints.begin(), complaints.end(), [](const Complaint& one) { return one.note; });
+    if (session.options().json) {
+        Json json{{"file", file.string()}, {"sound", sound}, {"complaints", Json::array()}};
+        for (const Complaint& complaint : complaints) {
+            json["complaints"].push_back({{"line", complaint.line > 0 ? Json(complaint.line) : Json(nullptr)},
+                                          {"key", complaint.key},
+                                          {"kind", complaint.note ? "note" : "error"},
+                                          {"text", complaint.text}});
+        }
+        console.out << json.dump(2) << '\n';
+    } else {
+        print(file, complaints, console);
+    }
+    return sound ? Done : Refused;
+}
+
+}  // namespace
+
+void addCheckVerb(Verbs& verbs) {
+    auto file = std::make_shared<std::filesystem::path>();
+    CLI::App& verb = verbs.add(
+        "check", "Tell before a load what a configuration holds that a load would refuse or keep silent about",
+        "  quillon check conveyor.mcf\n"
+        "  quillon check conveyor.mcf --json",
+        [file](Session& session, Console& console) { return check(session, console, *file); });
+    verb.add_option("FILE", *file, "File to check (.mcf)")->required();
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,154 @@
+#include <algorithm>
+
+#include "cli/Refusals.h"
+#include "cli/Trace.h"
+#include "cli/Verb.h"
+#include "client/Text.h"
+
+namespace quillon::cli {
+
+namespace {
+
+/// Everything about one parameter that the applet tells, and what a look at the design shows.
+struct Description {
+    std::string text;
+    std::string label;
+    std::string access;
+    std::string value;
+    std::string accepted;
+    std::string reason;
+    std::vector<std::string> readFrom;   ///< design parameters that a read reaches
+    std::vector<std::string> writtenTo;  ///< design parameters that a write of the present value reaches
+};
+
+std::vector<std::string> namesOf(const std::vector<client::Access>& accesses) {
+    std::vector<std::string> names;
+    for (const client::Access& access : accesses) {
+        if (std::find(names.begin(), names.end(), access.name) == names.end()) {
+            names.push_back(access.name);
+        }
+    }
+    return names;
+}
+
+std::string accessText(const Parameter& parameter) {
+    const client::PublicParameter* known = client::findPublicParameter(parameter.id);
+    if (known != nullptr && known->access == client::ParameterAccess::ReadOnly) {
+        return "can only be read";
+    }
+    const bool openNow = !parameter.record || parameter.record->writable;
+    return openNow ? "can be read and written"
+                   : "can be read and written; shown as closed to writes in the present mode";
+}
+
+Description describe(Session& session, const Parameter& parameter) {
+    client::Applet& applet = session.applet();
+    Description description;
+    description.text = client::utf8(applet.readDescription(parameter.name));
+    description.label = parameter.record ? client::utf8(parameter.record->label) : "";
+    description.access = accessText(parameter);
+    description.accepted = acceptedValues(parameter);
+    description.reason = rangeReason(parameter.id);
+    Value value;
+    int code = 0;
+    description.readFrom = namesOf(traced(session.board(), [&] { code = readValue(applet, parameter, value); }));
+    description.value = code == 0 ? inWords(parameter, value) : client::describeCode(code);
+    // A text names a file, and writing it would make or read that file.
+    const client::PublicParameter* known = client::findPublicParameter(parameter.id);
+    const bool writable = known != nullptr && known->access == client::ParameterAccess::ReadWrite;
+    if (code == 0 && writable && parameter.kind != client::ParameterKind::String) {
+        description.writtenTo = namesOf(traced(session.board(), [&] { writeValue(applet, parameter, value); }));
+    }
+    return description;
+}
+
+std::string hexadecimal(int id) {
+    std::ostringstream text;
+    text << std::hex << id;
+    return text.str();
+}
+
+void addRow(Rows& rows, const std::string& head, const std::string& text) {
+    if (!text.empty()) {
+        rows.push_back({head, text});
+    }
+}
+
+void addRows(Rows& rows, const std::string& head, const std::vector<std::string>& texts) {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        rows.push_back({i == 0 ? head : "", texts[i]});
+    }
+}
+
+std::vector<std::string> enumeratorTexts(const Parameter& parameter) {
+    std::vector<std::string> texts;
+    if (parameter.isEnumerated()) {
+        for (const client::EnumEntry& entry : parameter.record->entries) {
+            texts.push_back(entry.name + " (" + std::to_string(entry.value) + "), " + client::utf8(entry.label));
+        }
+    }
+    return texts;
+}
+
+void print(const Parameter& parameter, const Description& description, Console& console) {
+    console.out << console.outPainter.paint(Style::Strong, parameter.name) << '\n';
+    Rows rows;
+    addRow(rows, "Label", description.label);
+    addRow(rows, "Description", description.text);
+    addRow(rows, "Id", std::to_string(parameter.id) + " (0x" + hexadecimal(parameter.id) + ")");
+    addRow(rows, "Access", description.access);
+    addRow(rows, "Value", description.value);
+    if (parameter.isEnumerated()) {
+        addRows(rows, "Values", enumeratorTexts(parameter));
+    } else {
+        addRow(rows, "Accepts", description.accepted);
+    }
+    addRow(rows, "Range follows", description.reason);
+    addRows(rows, "Reads", description.readFrom);
+    addRows(rows, "Writes", description.writtenTo);
+    printRows(console.out, rows, "  ");
+}
+
+Json toJson(const Parameter& parameter, const Description& description) {
+    Json json{{"name", parameter.name},           {"id", parameter.id},           {"label", description.label},
+              {"description", description.text},  {"access", description.access}, {"value", description.value},
+              {"accepted", description.accepted}, {"reason", description.reason}, {"reads", description.readFrom},
+              {"writes", description.writtenTo}};
+    if (parameter.isEnumerated()) {
+        for (const client::EnumEntry& entry : parameter.record->entries) {
+            json["values"].push_back(
+                {{"name", entry.name}, {"value", entry.value}, {"label", client::utf8(entry.label)}});
+        }
+    }
+    return json;
+}
+
+ExitStatus describeAll(Session& session, Console& console, const std::vector<std::string>& names) {
+    Json list = Json::array();
+    for (const std::string& name : names) {
+        const Parameter parameter = findParameter(session.applet(), name);
+        const Description description = describe(session, parameter);
+        list.push_back(toJson(parameter, description));
+        if (!session.options().json) {
+            print(parameter, description, console);
+        }
+    }
+    if (session.options().json) {
+        console.out << list.dump(2) << '\n';
+    }
+    return Done;
+}
+
+}  // namespace
+
+void addDescribeVerb(Verbs& verbs) {
+    auto names = std::make_shared<std::vector<std::string>>();
+    CLI::App& verb = verbs.add(
+        "describe", "Tell everything about parameters: meaning, range and why, values, design parameters reached",
+        "  quillon describe FG_XOFFSET\n"
+        "  quillon describe FG_LINETRIGGERMODE --json",
+        [names](Session& session, Console& console) { return describeAll(session, console, *names); });
+    verb.add_option("NAME", *names, "Names or ids of parameters")->required();
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,122 @@
+#include <array>
+
+#include "cli/Suggestions.h"
+#include "cli/Verb.h"
+#include "client/Errors.h"
+
+namespace quillon::cli {
+
+namespace {
+
+struct InfoRow {
+    int key;
+    std::string_view words;
+    std::string_view symbol;  ///< in JSON
+};
+
+constexpr std::array textRows{
+    InfoRow{4176, "Applet", "applet"},
+    InfoRow{4192, "Version", "version"},
+    InfoRow{4208, "Build", "build"},
+    InfoRow{4112, "Design family", "family"},
+    InfoRow{4096, "Description", "description"},
+    InfoRow{4128, "Properties", "properties"},
+    InfoRow{1043, "Design identifier", "designIdentifier"},
+    InfoRow{1044, "Second design identifier", "secondDesignIdentifier"},
+};
+
+constexpr std::array numberRows{
+    InfoRow{4608, "Processes", "processes"},
+    InfoRow{2176, "Loader's number for the design file", "designFileNumber"},
+    InfoRow{2048, "Interface version", "interfaceVersion"},
+};
+
+// Keys whose numbers mean something to the SDK alone.
+constexpr std::array otherKeys{848,  1040, 1045, 1792, 1872, 1888, 2064, 2160, 2192, 2560,
+                               2816, 3072, 3328, 4624, 4640, 4656, 4672, 4688, 4704};
+
+constexpr std::array symbols{
+#define PUBLIC_VALUE(name, value) #name,
+#include "design/PublicValues.def"
+#undef PUBLIC_VALUE
+};
+
+Json answers(const client::Library& library) {
+    Json json;
+    for (const InfoRow& row : textRows) {
+        json[std::string(row.symbol)] = library.infoText(row.key);
+    }
+    for (const InfoRow& row : numberRows) {
+        json[std::string(row.symbol)] = library.info(row.key);
+    }
+    json["designBytes"] = library.designImage().size();
+    json["iconBytes"] = library.icon().size();
+    for (const int key : otherKeys) {
+        json["keys"][std::to_string(key)] = library.info(key);
+    }
+    return json;
+}
+
+void printInWords(const Json& json, Console& console) {
+    Rows rows;
+    for (const InfoRow& row : textRows) {
+        rows.push_back({std::string(row.words), json[std::string(row.symbol)].get<std::string>()});
+    }
+    for (const InfoRow& row : numberRows) {
+        rows.push_back({std::string(row.words), std::to_string(json[std::string(row.symbol)].get<int>())});
+    }
+    rows.push_back({"Carried design image", std::to_string(json["designBytes"].get<std::size_t>()) + " bytes"});
+    rows.push_back({"Icon", std::to_string(json["iconBytes"].get<std::size_t>()) + " bytes, PNG"});
+    std::string others;
+    for (const auto& [key, value] : json["keys"].items()) {
+        others += (others.empty() ? "" : ", ") + key + ": " + std::to_string(value.get<int>());
+    }
+    rows.push_back({"Other answers by key", others});
+    printRows(console.out, rows);
+}
+
+ExitStatus showConstants(Session& session, Console& console, const std::vector<std::string>& names) {
+    Json json;
+    for (const std::string& name : names) {
+        const auto value = session.library().constant(name);
+        if (!value) {
+            const std::vector<std::string> known(symbols.begin(), symbols.end());
+            throw UsageError("there is no constant \"" + name + "\"" + didYouMean(name, known));
+        }
+        json[name] = *value;
+        if (!session.options().json) {
+            console.out << name << " = " << *value << '\n';
+        }
+    }
+    if (session.options().json) {
+        console.out << json.dump(2) << '\n';
+    }
+    return Done;
+}
+
+ExitStatus info(Session& session, Console& console, const std::vector<std::string>& constants) {
+    if (!constants.empty()) {
+        return showConstants(session, console, constants);
+    }
+    const Json json = answers(session.library());
+    if (session.options().json) {
+        console.out << json.dump(2) << '\n';
+    } else {
+        printInWords(json, console);
+    }
+    return Done;
+}
+
+}  // namespace
+
+void addInfoVerb(Verbs& verbs) {
+    auto constants = std::make_shared<std::vector<std::string>>();
+    CLI::App& verb =
+        verbs.add("info", "Tell what the applet is, without opening it",
+                  "  quillon info                   name, version, description, carried design\n"
+                  "  quillon info FG_COL24 RGB12    the values of public constants",
+                  [constants](Session& session, Console& console) { return info(session, console, *constants); });
+    verb.add_option("CONSTANT", *constants, "Public constants to look up");
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,122 @@
+#include <algorithm>
+
+#include "cli/Refusals.h"
+#include "cli/Suggestions.h"
+#include "cli/Verb.h"
+#include "client/Text.h"
+
+namespace quillon::cli {
+
+namespace {
+
+using client::ParameterRecord;
+
+/// Walks the tree and gathers both forms of the answer.
+class Listing {
+public:
+    explicit Listing(client::Applet& applet) : applet_(applet) {}
+
+    Json add(const ParameterRecord& record, const std::string& indent) {
+        return record.isGroup() ? addGroup(record, indent) : addParameter(record, indent);
+    }
+    const Rows& rows() const { return rows_; }
+
+private:
+    Json addGroup(const ParameterRecord& group, const std::string& indent) {
+        rows_.push_back({indent + client::utf8(group.label)});
+        Json children = Json::array();
+        for (const ParameterRecord& child : group.children) {
+            children.push_back(add(child, indent + "  "));
+        }
+        return {{"group", client::utf8(group.label)}, {"children", children}};
+    }
+
+    Json addParameter(const ParameterRecord& record, const std::string& indent) {
+        const Parameter parameter =
+            findParameter(applet_, record.symbol.empty() ? std::to_string(record.id) : record.symbol);
+        Value value;
+        const int code = readValue(applet_, parameter, value);
+        const std::string access = std::string(record.readable ? "r" : "-") + (record.writable ? "w" : "-");
+        const std::string range =
+            parameter.isEnumerated() ? std::to_string(record.entries.size()) + " values" : acceptedValues(parameter);
+        rows_.push_back({indent + client::utf8(record.label), record.symbol, access,
+                         code == 0 ? inWords(parameter, value) : client::describeCode(code), range});
+        Json json{{"label", client::utf8(record.label)},
+                  {"name", record.symbol},
+                  {"id", record.id},
+                  {"access", access},
+                  {"value", code == 0 ? toJson(value) : Json(nullptr)}};
+        if (const std::string enumerator = enumeratorOf(parameter, value); code == 0 && !enumerator.empty()) {
+            json["enumerator"] = enumerator;
+        }
+        if (!record.unit.empty()) {
+            json["unit"] = client::utf8(record.unit);
+        }
+        if (!range.empty()) {
+            json["accepted"] = acceptedValues(parameter);
+        }
+        return json;
+    }
+
+    client::Applet& applet_;
+    Rows rows_;
+};
+
+void collectGroups(const std::vector<ParameterRecord>& records, std::vector<const ParameterRecord*>& groups) {
+    for (const ParameterRecord& record : records) {
+        if (record.isGroup()) {
+            groups.push_back(&record);
+            collectGroups(record.children, groups);
+        }
+    }
+}
+
+/// The group with this label, wherever it stands in the trees.
+const ParameterRecord& findGroup(const std::vector<ParameterRecord>& trees, const std::string& label) {
+    std::vector<const ParameterRecord*> groups;
+    collectGroups(trees, groups);
+    std::vector<std::string> labels;
+    for (const ParameterRecord* group : groups) {
+        if (labels.emplace_back(client::utf8(group->label)) == label) {
+            return *group;
+        }
+    }
+    throw UsageError("there is no group \"" + label + "\"" + didYouMean(label, labels));
+}
+
+ExitStatus list(Session& session, Console& console, const std::string& group) {
+    const std::vector<ParameterRecord> trees = session.applet().parameterInfo();
+    if (trees.empty()) {
+        throw RefusedError("the applet publishes no parameter records");
+    }
+    Listing listing(session.applet());
+    Json json = Json::array();
+    if (!group.empty()) {
+        json.push_back(listing.add(findGroup(trees, group), ""));
+    } else {
+        // The newest group comes first in the applet's list; people read them in the order of their making.
+        for (auto tree = trees.rbegin(); tree != trees.rend(); ++tree) {
+            json.push_back(listing.add(*tree, ""));
+        }
+    }
+    if (session.options().json) {
+        console.out << json.dump(2) << '\n';
+    } else {
+        printRows(console.out, listing.rows());
+    }
+    return Done;
+}
+
+}  // namespace
+
+void addListVerb(Verbs& verbs) {
+    auto group = std::make_shared<std::string>();
+    CLI::App& verb = verbs.add("list", "Show the tree of parameters with value, access and range",
+                               "  quillon list                          all groups\n"
+                               "  quillon list --group ROI              one group\n"
+                               "  quillon list --json                   for another program",
+                               [group](Session& session, Console& console) { return list(session, console, *group); });
+    verb.add_option("--group", *group, "Only the group with this label")->type_name("LABEL");
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,95 @@
+#include <map>
+
+#include "cli/Trace.h"
+#include "cli/Verb.h"
+
+namespace quillon::cli {
+
+namespace {
+
+struct LoadArguments {
+    std::filesystem::path file;
+    bool trace = false;
+};
+
+struct Reading {
+    Parameter parameter;
+    Value value;
+};
+
+/// What every writable parameter but texts and tables holds, by id.
+std::map<int, Reading> readState(client::Applet& applet) {
+    std::map<int, Reading> state;
+    for (const client::PublicParameter& known : client::publicParameters()) {
+        const bool isNumber = known.kind != client::ParameterKind::Field && known.kind != client::ParameterKind::String;
+        if (known.access == client::ParameterAccess::ReadWrite && isNumber) {
+            Reading reading{findParameter(applet, known.name), {}};
+            if (readValue(applet, reading.parameter, reading.value) == 0) {
+                state.emplace(known.id, std::move(reading));
+            }
+        }
+    }
+    return state;
+}
+
+/// The parameters whose values differ, each with both.
+struct Change {
+    std::string name;
+    std::string before;
+    std::string after;
+};
+
+std::vector<Change> changes(const std::map<int, Reading>& before, const std::map<int, Reading>& after) {
+    std::vector<Change> differing;
+    for (const auto& [id, reading] : before) {
+        const auto now = after.find(id);
+        if (now != after.end() && now->second.value != reading.value) {
+            differing.push_back({reading.parameter.name, inWords(reading.parameter, reading.value),
+                                 inWords(reading.parameter, now->second.value)});
+        }
+    }
+    return differing;
+}
+
+ExitStatus load(Session& session, Console& console, const LoadArguments& arguments) {
+    const auto before = readState(session.applet());
+    const auto accesses = traced(session.board(), [&] { loadConfiguration(session.applet(), arguments.file); });
+    const auto differing = changes(before, readState(session.applet()));
+    if (session.options().json) {
+        Json json{{"loaded", arguments.file.string()}, {"changed", Json::array()}};
+        for (const Change& change : differing) {
+            json["changed"].push_back({{"name", change.name}, {"before", change.before}, {"after", change.after}});
+        }
+        if (arguments.trace) {
+            json["accesses"] = toJson(accesses);
+        }
+        console.out << json.dump(2) << '\n';
+        return Done;
+    }
+    console.out << "loaded " << arguments.file.string() << ", " << differing.size() << " values changed\n";
+    Rows rows;
+    for (const Change& change : differing) {
+        rows.push_back({change.name, change.before, "->", change.after});
+    }
+    printRows(console.out, rows, "  ");
+    if (arguments.trace) {
+        printTrace(console.out, console.outPainter, accesses);
+    }
+    return Done;
+}
+
+}  // namespace
+
+void addLoadVerb(Verbs& verbs) {
+    auto arguments = std::make_shared<LoadArguments>();
+    CLI::App& verb =
+        verbs.add("load", "Load a configuration and tell what it changes",
+                  "  quillon load conveyor.mcf\n"
+                  "  quillon load conveyor.mcf --trace               with every access to the design\n"
+                  "  quillon load conveyor.mcf --save merged.mcf     and save what came of it",
+                  [arguments](Session& session, Console& console) { return load(session, console, *arguments); });
+    verb.add_option("FILE", arguments->file, "File to load (.mcf)")->required();
+    verb.add_flag("--trace", arguments->trace, "Print each access to the design, in order");
+}
+
+}  // namespace quillon::cli

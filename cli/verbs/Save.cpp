@@ -1,0 +1,28 @@
+#include "cli/Verb.h"
+
+namespace quillon::cli {
+
+namespace {
+
+ExitStatus save(Session& session, Console& console, const std::filesystem::path& file) {
+    saveConfiguration(session.applet(), file);
+    if (session.options().json) {
+        console.out << Json{{"saved", file.string()}, {"bytes", std::filesystem::file_size(file)}}.dump(2) << '\n';
+    } else {
+        console.out << "saved " << file.string() << '\n';
+    }
+    return Done;
+}
+
+}  // namespace
+
+void addSaveVerb(Verbs& verbs) {
+    auto file = std::make_shared<std::filesystem::path>();
+    CLI::App& verb = verbs.add("save", "Save the configuration to a file",
+                               "  quillon save defaults.mcf                       the start-up state\n"
+                               "  quillon save merged.mcf --mcf conveyor.mcf      what the applet makes of a file",
+                               [file](Session& session, Console& console) { return save(session, console, *file); });
+    verb.add_option("FILE", *file, "File to write (.mcf)")->required();
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,137 @@
+#include <array>
+#include <chrono>
+#include <thread>
+
+#include "cli/Verb.h"
+
+namespace quillon::cli {
+
+namespace {
+
+struct StatusArguments {
+    bool watch = false;
+    unsigned times = 0;     ///< with --watch; 0 is without end
+    double interval = 1.0;  ///< seconds
+};
+
+struct StatusRow {
+    std::string_view words;
+    std::string_view parameter;
+    std::string_view unit;  ///< where the applet publishes none
+};
+
+constexpr std::array statusRows{
+    StatusRow{"Buffer fill level", "FG_FILLLEVEL", "%"},
+    StatusRow{"Buffer overflow", "FG_OVERFLOW", ""},
+    StatusRow{"Camera", "FG_CAMSTATUS", ""},
+    StatusRow{"Camera signals", "FG_CAMSTATUS_EXTENDED", ""},
+    StatusRow{"FPGA temperature", "FG_SYSTEMMONITOR_FPGA_TEMPERATURE", "°C"},
+    StatusRow{"FPGA core voltage", "FG_SYSTEMMONITOR_FPGA_VCC_INT", "V"},
+    StatusRow{"FPGA auxiliary voltage", "FG_SYSTEMMONITOR_FPGA_VCC_AUX", "V"},
+    StatusRow{"FPGA block RAM voltage", "FG_SYSTEMMONITOR_FPGA_VCC_BRAM", "V"},
+    StatusRow{"PCIe link width", "FG_SYSTEMMONITOR_CURRENT_LINK_WIDTH", "lanes"},
+    StatusRow{"PCIe link speed", "FG_SYSTEMMONITOR_CURRENT_LINK_SPEED", "GB/s"},
+    StatusRow{"PCIe payload size", "FG_SYSTEMMONITOR_PCIE_TRAINED_PAYLOAD_SIZE", "byte"},
+    StatusRow{"PCIe generation 2", "FG_SYSTEMMONITOR_PCIE_LINK_GEN2_CAPABLE", ""},
+    StatusRow{"Link partner generation 2", "FG_SYSTEMMONITOR_PCIE_LINK_PARTNER_GEN2_CAPABLE", ""},
+    StatusRow{"Extension connector", "FG_SYSTEMMONITOR_EXTENSION_CONNECTOR_PRESENT", ""},
+    StatusRow{"Alternative board", "FG_ALTERNATIVE_BOARD_DETECTION", ""},
+    StatusRow{"FPGA serial number", "FG_SYSTEMMONITOR_FPGA_DNA", ""},
+    StatusRow{"Digital inputs", "FG_DIGIO_INPUT", ""},
+    StatusRow{"Image trigger", "FG_IMGTRIGGER_IS_BUSY", ""},
+};
+
+constexpr std::array cameraSignals{"pixel clock", "line valid",       "frame valid",
+                                   "CC1",         "external trigger", "buffer overflow"};
+
+/// The camera's status bits; the two highest are the fill level in quarters.
+std::string cameraSignalsInWords(std::uint64_t bits) {
+    std::string words;
+    for (std::size_t bit = 0; bit < cameraSignals.size(); ++bit) {
+        if ((bits >> bit & 1) != 0) {
+            words += (words.empty() ? "" : ", ") + std::string(cameraSignals[bit]);
+        }
+    }
+    const std::uint64_t quarter = bits >> 6 & 3;
+    return (words.empty() ? "none" : words) + "; buffer in quarter " + std::to_string(quarter + 1) + " of 4";
+}
+
+std::string twelveInputs(std::uint64_t bits) {
+    std::string words;
+    for (unsigned input = 0; input < 12; ++input) {
+        words += (input == 8 ? "  front " : "") + std::string((bits >> input & 1) != 0 ? "1" : "0");
+    }
+    return words + "  (input 0 first)";
+}
+
+std::string statusInWords(const StatusRow& row, const Parameter& parameter, const Value& value) {
+    const Json json = toJson(value);
+    const std::uint64_t bits = json.is_number_integer() ? json.get<std::uint64_t>() : 0;
+    if (row.parameter == "FG_OVERFLOW") {
+        return bits != 0 ? "yes, lines were lost" : "no";
+    }
+    if (row.parameter == "FG_CAMSTATUS") {
+        return bits != 0 ? "present" : "not there";
+    }
+    if (row.parameter == "FG_CAMSTATUS_EXTENDED") {
+        return cameraSignalsInWords(bits);
+    }
+    if (row.parameter == "FG_DIGIO_INPUT") {
+        return twelveInputs(bits);
+    }
+    const std::string unit(row.unit);
+    const bool plainNumber = json.is_number() && enumeratorOf(parameter, value).empty() && !unit.empty();
+    return plainNumber ? json.dump() + " " + unit : inWords(parameter, value);
+}
+
+/// One look at everything; answers whether all of it could be read.
+bool look(Session& session, Console& console) {
+    Rows rows;
+    Json json;
+    bool complete = true;
+    for (const StatusRow& row : statusRows) {
+        const Parameter parameter = findParameter(session.applet(), row.parameter);
+        Value value;
+        const int code = readValue(session.applet(), parameter, value);
+        complete = complete && code == 0;
+        const std::string words = code == 0 ? statusInWords(row, parameter, value) : client::describeCode(code);
+        rows.push_back({std::string(row.words), words});
+        json[parameter.name] = {{"value", code == 0 ? toJson(value) : Json(nullptr)}, {"words", words}};
+    }
+    if (session.options().json) {
+        console.out << json.dump(2) << std::endl;
+    } else {
+        printRows(console.out, rows);
+        console.out << std::flush;
+    }
+    return complete;
+}
+
+ExitStatus status(Session& session, Console& console, const StatusArguments& arguments) {
+    bool complete = look(session, console);
+    for (unsigned shown = 1; arguments.watch && (arguments.times == 0 || shown < arguments.times); ++shown) {
+        std::this_thread::sleep_for(std::chrono::duration<double>(arguments.interval));
+        console.out << '\n';
+        complete = look(session, console) && complete;
+    }
+    return complete ? Done : Refused;
+}
+
+}  // namespace
+
+void addStatusVerb(Verbs& verbs) {
+    auto arguments = std::make_shared<StatusArguments>();
+    CLI::App& verb =
+        verbs.add("status", "Tell the state of buffer, camera, FPGA and PCIe link in words",
+                  "  quillon status\n"
+                  "  quillon status --watch                     again every second, until interrupted\n"
+                  "  quillon status --watch --times 3 --interval 0.5",
+                  [arguments](Session& session, Console& console) { return status(session, console, *arguments); });
+    verb.add_flag("--watch", arguments->watch, "Look again and again");
+    verb.add_option("--times", arguments->times, "With --watch: this many looks")->type_name("N");
+    verb.add_option("--interval", arguments->interval, "With --watch: seconds between looks")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0.01, 3600.0));
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,43 @@
+#include <fstream>
+
+#include "cli/Verb.h"
+
+namespace quillon::cli {
+
+namespace {
+
+ExitStatus xml(Session& session, Console& console, const std::string& file) {
+    const std::string document = session.applet().xml();
+    if (!file.empty()) {
+        std::ofstream stream(file, std::ios::binary);
+        stream << document;
+        stream.close();
+        if (!stream) {
+            throw RefusedError(file + " cannot be written");
+        }
+    }
+    if (session.options().json) {
+        Json json{{"bytes", document.size()}};
+        json[file.empty() ? "document" : "file"] = file.empty() ? document : file;
+        // The document's units are Latin-1, which JSON does not hold.
+        console.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    } else if (file.empty()) {
+        console.out << document;
+    } else {
+        console.out << file << ": " << document.size() << " bytes\n";
+    }
+    return Done;
+}
+
+}  // namespace
+
+void addXmlVerb(Verbs& verbs) {
+    auto file = std::make_shared<std::string>();
+    CLI::App& verb = verbs.add("xml", "Print the GenApi description of the parameters",
+                               "  quillon xml                    to standard output, byte for byte\n"
+                               "  quillon xml -o quillon.xml     to a file",
+                               [file](Session& session, Console& console) { return xml(session, console, *file); });
+    verb.add_option("-o,--output", *file, "Write to this file")->type_name("FILE");
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,161 @@
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "tests/cli/Command.h"
+
+namespace quillon::cli::testing {
+namespace {
+
+using ::testing::ContainsRegex;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+
+TEST(Save, TheStartUpStateIsWritten) {
+    const Folder folder;
+    EXPECT_EQ(quillon({"save", folder / "state.mcf"}).status, 0);
+    EXPECT_THAT(contentOf(folder / "state.mcf"), HasSubstr("FG_WIDTH=1024"));
+}
+
+TEST(Save, AFileThatCannotBeWrittenIsRefused) {
+    const Outcome outcome = quillon({"save", "/no/such/folder/state.mcf"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("-5001 (FileNotWritten)"));
+}
+
+TEST(Load, ItTellsWhatChanged) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "--save", folder / "state.mcf"}).status, 0);
+    const Outcome outcome = quillon({"load", folder / "state.mcf"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("1 values changed"));
+    EXPECT_THAT(outcome.out, ContainsRegex("FG_WIDTH +1024 pixel +-> +2048 pixel"));
+}
+
+TEST(Load, AMissingFileIsRefused) {
+    const Outcome outcome = quillon({"load", "/no/such/state.mcf"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("-2076 (FileNotFound)"));
+}
+
+/// The start-up state as a file, with one text in place of another.
+std::filesystem::path changedState(const Folder& folder, const std::string& from, const std::string& to) {
+    const std::filesystem::path file = folder / "state.mcf";
+    quillon({"save", file});
+    std::string content = contentOf(file);
+    const std::size_t place = content.find(from);
+    EXPECT_NE(place, std::string::npos) << from;
+    std::ofstream(file, std::ios::binary) << content.replace(place, from.size(), to);
+    return file;
+}
+
+TEST(Check, ASavedStateHasNoComplaint) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"save", folder / "state.mcf"}).status, 0);
+    const Outcome outcome = quillon({"check", folder / "state.mcf"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, EndsWith("state.mcf: no complaint\n"));
+}
+
+TEST(Check, AMissingKeyIsTold) {
+    const Folder folder;
+    const Outcome outcome = quillon({"check", changedState(folder, "FG_WIDTH=1024;\n", "")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("error: FG_WIDTH: missing; at the start it is 1024 pixel"));
+}
+
+TEST(Check, AKeyThatBlanksHideIsToldWithItsLine) {
+    const Folder folder;
+    const Outcome outcome = quillon({"check", changedState(folder, "FG_TIMEOUT=", " FG_TIMEOUT =")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("line 11 has it with blanks, which hides it"));
+}
+
+TEST(Check, AValueThatALoadWouldRefuseSilentlyIsToldWithLineAndRange) {
+    const Folder folder;
+    const std::filesystem::path file = changedState(folder, "FG_LINE_DOWNSCALE=1;", "FG_LINE_DOWNSCALE=0;");
+    EXPECT_EQ(quillon({"load", file}).status, 0);
+    const Outcome outcome = quillon({"check", file, "--json"});
+    EXPECT_EQ(outcome.status, 1);
+    const auto complaints = outcome.json()["complaints"];
+    ASSERT_EQ(complaints.size(), 1U);
+    EXPECT_EQ(complaints[0]["key"], "FG_LINE_DOWNSCALE");
+    EXPECT_GT(complaints[0]["line"], 11);
+    EXPECT_THAT(complaints[0]["text"].get<std::string>(),
+                HasSubstr("0 pulses was refused: -6000 (ValueOutOfRange), the value is out of range\n"
+                          "  accepted: 1 to 255 pulses"));
+}
+
+TEST(Check, ATextWhereANumberIsExpectedIsTold) {
+    const Folder folder;
+    const Outcome outcome = quillon({"check", changedState(folder, "FG_WIDTH=1024;", "FG_WIDTH=wide;")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("error: FG_WIDTH: \"wide\" is no whole number"));
+}
+
+TEST(Check, AFileForAnotherAppletIsTold) {
+    const Folder folder;
+    const Outcome outcome = quillon({"check", changedState(folder, "Typ='Quillon'", "Typ='Other'")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr(":5: error: Typ: the file is for the applet \"Other\", not for \"Quillon\""));
+}
+
+TEST(Check, AnUnknownKeyIsANoteWithTheNearestOne) {
+    const Folder folder;
+    const Outcome outcome = quillon({"check", changedState(folder, "FG_WIDTH=1024;", "FG_WIDTH=1024;\nFG_WIDHT=7;")});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("note: FG_WIDHT: unknown key, not looked at, did you mean FG_WIDTH?"));
+}
+
+TEST(Check, AMissingFileIsRefused) {
+    const Outcome outcome = quillon({"check", "/no/such/state.mcf"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("/no/such/state.mcf cannot be read"));
+}
+
+TEST(Diff, TwoFilesAreComparedInWords) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"save", folder / "a.mcf"}).status, 0);
+    ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "FG_LUT_ENABLE=FG_ON", "--save", folder / "b.mcf"}).status, 0);
+    const Outcome outcome = quillon({"diff", folder / "a.mcf", folder / "b.mcf"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, ContainsRegex("FG_WIDTH +1024 pixel +2048 pixel\n"));
+    EXPECT_THAT(outcome.out, ContainsRegex("FG_LUT_ENABLE +FG_OFF \\(0\\) +FG_ON \\(1\\)\n"));
+}
+
+TEST(Diff, AFileIsComparedWithTheLiveState) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "--save", folder / "a.mcf"}).status, 0);
+    const auto json = quillon({"diff", folder / "a.mcf", "--json"}).json();
+    ASSERT_EQ(json.size(), 1U);
+    EXPECT_EQ(json[0], nlohmann::json({{"name", "FG_WIDTH"}, {"first", "2048 pixel"}, {"second", "1024 pixel"}}));
+}
+
+TEST(Diff, EqualStatesHaveNoDifference) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"save", folder / "a.mcf"}).status, 0);
+    EXPECT_EQ(quillon({"diff", folder / "a.mcf"}).out, "no difference\n");
+}
+
+TEST(CarriedState, OneCommandLoadsChangesAndSaves) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "--save", folder / "a.mcf"}).status, 0);
+    ASSERT_EQ(quillon({"set", "FG_HEIGHT=512", "--mcf", folder / "a.mcf", "--save", folder / "b.mcf"}).status, 0);
+    EXPECT_EQ(quillon({"get", "FG_WIDTH", "FG_HEIGHT", "--mcf", folder / "b.mcf"}).out,
+              "FG_WIDTH = 2048 pixel\nFG_HEIGHT = 512 pixel\n");
+}
+
+TEST(CarriedState, ARefusedCommandSavesNothing) {
+    const Folder folder;
+    EXPECT_EQ(quillon({"set", "FG_WIDTH=6", "--save", folder / "a.mcf"}).status, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder / "a.mcf"));
+}
+
+TEST(CarriedState, FilesAreSeenFromWhereTheCommandRuns) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"save", "state.mcf"}, folder.path()).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder / "state.mcf"));
+}
+
+}  // namespace
+}  // namespace quillon::cli::testing
