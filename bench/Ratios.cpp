@@ -1,0 +1,61 @@
+#include "bench/Ratios.h"
+
+#include <array>
+#include <cstdio>
+
+namespace quillon::bench {
+
+namespace {
+
+struct Ratio {
+    const char* words;
+    const char* measured;
+    const char* against;
+    double aim;  ///< the largest ratio that is wanted; 0 where there is no aim
+};
+
+constexpr std::array Ratios = {
+    Ratio{"remembered read / lock and unlock", "RememberedRead", "LockAndUnlock", 3.0},
+    Ratio{"FG_WIDTH write / its SDK calls, bare", "WidthWrite", "WidthWriteBareSdkCalls", 1.3},
+    Ratio{"refused value / lock and unlock", "RefusedWrite", "LockAndUnlock", 0},
+    Ratio{"disabled message / one comparison", "DisabledMessage", "OneComparison", 0},
+    Ratio{"start-up / its SDK accesses, bare", "StartUp", "StartUpBareSdkAccesses", 0},
+    Ratio{"gamma change / 16384 pow", "ProcessingGammaChange", "PowLoop", 1.2},
+    Ratio{"gain change at gamma 1 / 16384 pow", "ProcessingGainChangeAtGammaOne", "PowLoop", 0.1},
+    Ratio{"load / a pass over the lines per look-up", "ConfigurationLoad", "LinesOncePerLookup", 1.5},
+    Ratio{"description / its bytes into a buffer", "DescriptionBuild", "DescriptionBytesIntoBuffer", 2.0},
+    Ratio{"description / the same by an XML library", "DescriptionBuild", "DescriptionByXmlLibrary", 1.0},
+};
+
+}  // namespace
+
+void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+        // With repetitions the median counts, else the one run.
+        if (!run.error_occurred && (run.run_type == Run::RT_Iteration || run.aggregate_name == "median")) {
+            cpuTimeByName_[run.run_name.function_name] =
+                run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e9;
+        }
+    }
+}
+
+void RatioReporter::printRatios() const {
+    std::printf("\n%-44s %10s %10s %8s %6s\n", "ratio", "ns", "against", "ratio", "aim");
+    for (const Ratio& ratio : Ratios) {
+        const auto measured = cpuTimeByName_.find(ratio.measured);
+        const auto against = cpuTimeByName_.find(ratio.against);
+        if (measured == cpuTimeByName_.end() || against == cpuTimeByName_.end()) {
+            continue;
+        }
+        std::printf("%-44s %10.1f %10.1f %8.2f ", ratio.words, measured->second, against->second,
+                    measured->second / against->second);
+        if (ratio.aim > 0) {
+            std::printf("%6.1f\n", ratio.aim);
+        } else {
+            std::printf("%6s\n", "-");
+        }
+    }
+}
+
+}  // namespace quillon::bench
