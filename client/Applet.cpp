@@ -52,12 +52,28 @@ int Applet::freeText(int id, void* value, unsigned dma, Type type) {
     return functions().Fg_freeParameterStringWithType(handle(), id, value, dma, type);
 }
 
+// A parameter is accessed in its natural width, whatever the type says, so a 32-bit value lies in 64 bits on its way:
+// its low half is the value on this byte order.
+template <typename Narrow>
+int Applet::setNarrow(int id, Narrow value, Type type) {
+    const std::int64_t slot = value;
+    return set(id, &slot, Dma, type);
+}
+
+template <typename Narrow>
+int Applet::getNarrow(int id, Narrow& value, Type type) {
+    std::int64_t slot = value;
+    const int code = get(id, &slot, Dma, type);
+    value = static_cast<Narrow>(slot);
+    return code;
+}
+
 int Applet::setInt(int id, std::int32_t value) {
-    return set(id, &value, Dma, ValueType::Int);
+    return setNarrow(id, value, ValueType::Int);
 }
 
 int Applet::setUnsigned(int id, std::uint32_t value) {
-    return set(id, &value, Dma, ValueType::Unsigned);
+    return setNarrow(id, value, ValueType::Unsigned);
 }
 
 int Applet::setInt64(int id, std::int64_t value) {
@@ -77,11 +93,11 @@ int Applet::setText(int id, const std::string& value) {
 }
 
 int Applet::getInt(int id, std::int32_t& value) {
-    return get(id, &value, Dma, ValueType::Int);
+    return getNarrow(id, value, ValueType::Int);
 }
 
 int Applet::getUnsigned(int id, std::uint32_t& value) {
-    return get(id, &value, Dma, ValueType::Unsigned);
+    return getNarrow(id, value, ValueType::Unsigned);
 }
 
 int Applet::getInt64(int id, std::int64_t& value) {
@@ -106,41 +122,42 @@ int Applet::getText(int id, std::string& value) {
     return code;
 }
 
+namespace {
+
+/// The value that a getter of the applet fills, or the exception.
 template <typename Value>
-Value Applet::read(int id, Type type) {
+Value readWith(Applet& applet, int (Applet::*getter)(int, Value&), int id) {
     Value value{};
-    if (const int code = get(id, &value, Dma, type); code != Success) {
+    if (const int code = (applet.*getter)(id, value); code != Success) {
         throw ParameterError("a get", id, code);
     }
     return value;
 }
 
+}  // namespace
+
 std::int32_t Applet::readInt(int id) {
-    return read<std::int32_t>(id, ValueType::Int);
+    return readWith(*this, &Applet::getInt, id);
 }
 
 std::uint32_t Applet::readUnsigned(int id) {
-    return read<std::uint32_t>(id, ValueType::Unsigned);
+    return readWith(*this, &Applet::getUnsigned, id);
 }
 
 std::int64_t Applet::readInt64(int id) {
-    return read<std::int64_t>(id, ValueType::Int64);
+    return readWith(*this, &Applet::getInt64, id);
 }
 
 std::uint64_t Applet::readUnsigned64(int id) {
-    return read<std::uint64_t>(id, ValueType::Unsigned64);
+    return readWith(*this, &Applet::getUnsigned64, id);
 }
 
 double Applet::readDouble(int id) {
-    return read<double>(id, ValueType::Double);
+    return readWith(*this, &Applet::getDouble, id);
 }
 
 std::string Applet::readText(int id) {
-    std::string value;
-    if (const int code = getText(id, value); code != Success) {
-        throw ParameterError("a get", id, code);
-    }
-    return value;
+    return readWith(*this, &Applet::getText, id);
 }
 
 int Applet::setField(int id, std::span<const std::uint32_t> values, std::uint32_t index) {

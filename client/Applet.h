@@ -45,6 +45,7 @@ public:
     int get(int id, void* value, unsigned dma, Type type);
     int freeText(int id, void* value, unsigned dma = 0, Type type = ValueType::String);
 
+    // Numbers. A parameter of 64 bits takes the 32-bit forms, too, but no number takes a text's place.
     int setInt(int id, std::int32_t value);
     int setUnsigned(int id, std::uint32_t value);
     int setInt64(int id, std::int64_t value);
@@ -119,8 +120,10 @@ public:
     int writeActiveLine(void* shading, int line);
 
 private:
-    template <typename Value>
-    Value read(int id, Type type);
+    template <typename Narrow>
+    int setNarrow(int id, Narrow value, Type type);
+    template <typename Narrow>
+    int getNarrow(int id, Narrow& value, Type type);
 
     Library library_;
     std::unique_ptr<void*> location_;  ///< holds the wrapper; null in a moved-from object

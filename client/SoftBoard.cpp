@@ -12,6 +12,11 @@ namespace quillon::client {
 static_assert(static_cast<int>(Direction::Read) == SOFTBOARD_READ &&
               static_cast<int>(Direction::Write) == SOFTBOARD_WRITE &&
               static_cast<int>(Direction::Call) == SOFTBOARD_CALL);
+static_assert(static_cast<unsigned>(Signal::Exsync) == SOFTBOARD_EXSYNC &&
+              static_cast<unsigned>(Signal::Exsync2) == SOFTBOARD_EXSYNC2 &&
+              static_cast<unsigned>(Signal::Flash) == SOFTBOARD_FLASH &&
+              static_cast<unsigned>(Signal::LineValid) == SOFTBOARD_LVAL &&
+              static_cast<unsigned>(Signal::FrameValid) == SOFTBOARD_FVAL);
 
 namespace {
 
@@ -32,6 +37,8 @@ void expect(const std::string& function, int code) {
     FUNCTION(set_integer) FUNCTION(get_integer) FUNCTION(set_double) FUNCTION(get_double)                              \
     FUNCTION(set_text) FUNCTION(get_text) FUNCTION(set_element) FUNCTION(get_element) FUNCTION(hide_parameter)         \
     FUNCTION(set_register) FUNCTION(get_register) FUNCTION(deliver_pictures) FUNCTION(set_sdk_error)                   \
+    FUNCTION(advance_signals) FUNCTION(get_signal_time) FUNCTION(set_input) FUNCTION(get_output) FUNCTION(get_signal)  \
+    FUNCTION(event_count)                                                                                              \
     FUNCTION(call_count) FUNCTION(live_designs) FUNCTION(live_handles)
 // clang-format on
 
@@ -226,6 +233,38 @@ std::uint64_t SoftBoard::registerValue(const std::string& name) const {
 
 void SoftBoard::setSdkError(int number) {
     expect("set_sdk_error", board().set_sdk_error(device(), number));
+}
+
+void SoftBoard::advanceSignals(double microseconds) {
+    expect("advance_signals", board().advance_signals(device(), microseconds));
+}
+
+double SoftBoard::signalTime() const {
+    double microseconds = 0;
+    expect("get_signal_time", board().get_signal_time(device(), &microseconds));
+    return microseconds;
+}
+
+void SoftBoard::setInput(unsigned input, bool high) {
+    expect("set_input", board().set_input(device(), input, high ? 1 : 0));
+}
+
+bool SoftBoard::output(unsigned output) const {
+    int level = 0;
+    expect("get_output", board().get_output(device(), output, &level));
+    return level != 0;
+}
+
+bool SoftBoard::signal(Signal signal) const {
+    int level = 0;
+    expect("get_signal", board().get_signal(device(), static_cast<unsigned>(signal), &level));
+    return level != 0;
+}
+
+std::uint64_t SoftBoard::eventCount(const std::string& event) const {
+    std::uint64_t count = 0;
+    expect("event_count of " + event, board().event_count(device(), event.c_str(), &count));
+    return count;
 }
 
 void SoftBoard::deliverPictures(std::int64_t count) {

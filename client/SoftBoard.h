@@ -29,6 +29,9 @@ struct Access {
     std::string line() const;
 };
 
+/// The camera's signals, under their numbers among the design's signal selects.
+enum class Signal : unsigned { Exsync = 1, Exsync2 = 2, Flash = 3, LineValid = 4, FrameValid = 5 };
+
 /// The software board's library with what belongs to the process and to no board. Copies share it.
 class SoftBoardLibrary {
 public:
@@ -102,6 +105,18 @@ public:
     std::uint64_t registerValue(const std::string& name) const;
     /// Lets pictures arrive at once, if an acquisition runs.
     void deliverPictures(std::int64_t count);
+
+    /// Moves the clock of the digital signals on, by at most 60 s at once; it stands still otherwise.
+    void advanceSignals(double microseconds);
+    double signalTime() const;  ///< µs since the design was put on the board
+    /// Gives an input a level: 0 to 7 are GPI 0 to 7, 8 to 11 are front GPI 0 to 3.
+    void setInput(unsigned input, bool high);
+    /// The level of an output: 0 is the camera trigger, 1 to 8 are GPO 0 to 7, 9 and 10 are front GPO 0 and 1.
+    bool output(unsigned output) const;
+    bool signal(Signal signal) const;  ///< the level of one of the camera's signals
+    /// How often the design has raised an event, by its name in the design.
+    std::uint64_t eventCount(const std::string& event) const;
+
     /// The number that the SDK's Fg_getLastErrorNumber answers for this board.
     void setSdkError(int number);
 

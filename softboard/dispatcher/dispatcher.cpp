@@ -3,9 +3,11 @@
 
 #include "softboard/dispatcher.h"
 
+#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <mutex>
 #include <string>
@@ -42,8 +44,8 @@ struct Dispatcher {
     std::FILE* file = stderr;
 
     Dispatcher() {
-        if (const char* level = std::getenv("ORLO_LOG_LEVEL")) {
-            startLevel = std::atoi(level);
+        if (const char* const level = std::getenv("ORLO_LOG_LEVEL")) {
+            std::from_chars(level, level + std::strlen(level), startLevel);  // anything else leaves it silent
         }
         const char* const name = std::getenv("ORLO_LOG_FILE");
         std::FILE* const named = name != nullptr && *name != '\0' ? std::fopen(name, "a") : nullptr;

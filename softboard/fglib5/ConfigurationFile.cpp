@@ -67,6 +67,7 @@ int loadConfigurationLocked(Board& board, const std::string& fileName) {
         if (parameter == nullptr || !isKept(parameter->description()) || !taken(*parameter, line.substr(equals + 1))) {
             return SOFTBOARD_E_FILE;
         }
+        board.changedLocked(*parameter);
     }
     return SOFTBOARD_OK;
 }

@@ -47,6 +47,12 @@ Parameter* Board::findLocked(std::string_view name) {
     return const_cast<Parameter*>(constFindLocked(name));
 }
 
+void Board::changedLocked(const Parameter& parameter) {
+    if (parameter.watched()) {
+        signals_.written(parameter);
+    }
+}
+
 int Board::idByNameLocked(std::string_view name) const {
     const Parameter* parameter = constFindLocked(name);
     return parameter != nullptr ? parameter->description().id : SOFTBOARD_E_UNKNOWN_ID;
@@ -160,7 +166,9 @@ int Board::writeParameter(Function function, int id, const void* value, unsigned
         result = noteErrorLocked(SOFTBOARD_E_ARGUMENT);
     } else {
         result = noteErrorLocked(parameter->write(value, type));
-        signals_.written(*parameter);
+        if (result == SOFTBOARD_OK) {
+            changedLocked(*parameter);
+        }
     }
     if (recorder_.transcript.recording()) {
         recorder_.transcript.add(SOFTBOARD_WRITE, id, dma, type, result, name,
@@ -257,10 +265,15 @@ void Board::configureLocked(const fpga_design& design, bool keepState) {
     for (const RegisterDescription& reg : description_->registers) {
         registers_.push_back(cutToWidth(reg.value, reg.bits));
     }
-    signals_.bind([this](std::string_view name) { return findLocked(name); });
+    std::vector<std::string> events;
+    for (const tav_event& event : design.events) {
+        events.emplace_back(event.name);
+    }
+    signals_.bind([this](std::string_view name) { return findLocked(name); }, events);
     for (const auto& [name, change] : std::exchange(pendingChanges_, {})) {
         if (Parameter* parameter = findLocked(name)) {
             change(*parameter);
+            changedLocked(*parameter);
         }
     }
     for (const std::string& name : std::exchange(pendingHidden_, {})) {
@@ -284,6 +297,7 @@ int Board::change(const std::string& name, std::function<int(Parameter&)> change
     const std::lock_guard guard(recorder_.mutex);
     if (Parameter* parameter = findLocked(name)) {
         const int result = change(*parameter);
+        changedLocked(*parameter);
         pictureArrived_.notify_all();
         return result;
     }
@@ -352,9 +366,26 @@ int Board::outputLevel(unsigned output, bool& level) const {
     return description_ ? signals_.output(output, level) : SOFTBOARD_E_NO_DESIGN;
 }
 
+int Board::signalLevel(unsigned select, bool& level) const {
+    const std::lock_guard guard(recorder_.mutex);
+    return description_ ? signals_.level(select, level) : SOFTBOARD_E_NO_DESIGN;
+}
+
+int Board::eventCount(std::string_view event, std::uint64_t& count) const {
+    const std::lock_guard guard(recorder_.mutex);
+    return description_ ? signals_.eventCount(event, count) : SOFTBOARD_E_NO_DESIGN;
+}
+
 void Board::advanceSignals(double microseconds) {
     const std::lock_guard guard(recorder_.mutex);
-    signals_.advance(microseconds);
+    if (description_) {
+        signals_.advance(microseconds);
+    }
+}
+
+double Board::signalTime() const {
+    const std::lock_guard guard(recorder_.mutex);
+    return signals_.time();
 }
 
 }  // namespace grabber

@@ -47,6 +47,8 @@ public:
     /// All parameters there are, the design's before the SDK's.
     std::vector<const Parameter*> parametersLocked() const;
     Parameter* findLocked(std::string_view name);
+    /// To be called after every change of a parameter's value, whoever made it.
+    void changedLocked(const Parameter& parameter);
     int startAcquisitionLocked(unsigned dma, std::int64_t count);
     int stopAcquisitionLocked(unsigned dma);
     /// Brings the picture count up to now.
@@ -79,7 +81,10 @@ public:
     int registerValue(const std::string& name, std::uint64_t& value) const;
     int setInput(unsigned input, bool level);
     int outputLevel(unsigned output, bool& level) const;
+    int signalLevel(unsigned select, bool& level) const;
+    int eventCount(std::string_view event, std::uint64_t& count) const;
     void advanceSignals(double microseconds);
+    double signalTime() const;
 
 private:
     Parameter* findLocked(int id);

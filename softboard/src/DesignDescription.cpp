@@ -7,6 +7,8 @@ namespace {
 
 using nlohmann::json;
 
+constexpr std::int64_t LongestTable = 1 << 24;
+
 std::vector<std::string> split(const std::string& path) {
     std::vector<std::string> parts;
     std::size_t start = 0;
@@ -47,6 +49,14 @@ std::int64_t integerOf(const json& object, const char* key, ValueType type, std:
                                      : number.get<std::int64_t>();
 }
 
+std::size_t tableLength(const json& object) {
+    const auto length = object.at("length").get<std::int64_t>();
+    if (length < 1 || length > LongestTable) {
+        throw DesignError("a table has 1 to " + std::to_string(LongestTable) + " elements");
+    }
+    return static_cast<std::size_t>(length);
+}
+
 void readRange(const json& object, ParameterDescription& parameter) {
     switch (parameter.type) {
         case ValueType::Double:
@@ -55,7 +65,7 @@ void readRange(const json& object, ParameterDescription& parameter) {
             parameter.real = object.value("value", 0.0);
             break;
         case ValueType::Text: parameter.text = object.value("value", std::string()); break;
-        case ValueType::Table: parameter.length = object.at("length").get<std::size_t>(); [[fallthrough]];
+        case ValueType::Table: parameter.length = tableLength(object); [[fallthrough]];
         default:
             parameter.minimum = integerOf(object, "min", parameter.type, 0);
             parameter.maximum = integerOf(object, "max", parameter.type, 0);

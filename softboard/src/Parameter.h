@@ -55,6 +55,10 @@ public:
     int setElement(std::size_t index, std::int64_t value);
     int element(std::size_t index, std::int64_t& value) const;
 
+    /// Marks a parameter whose changes move something else; the mark costs an access no more than a look at it.
+    void watch() { watched_ = true; }
+    bool watched() const { return watched_; }
+
     /// True if an access with `type` fits; type 22 fits texts.
     bool accepts(int type) const;
     bool isInteger() const { return description_->type <= ValueType::UInt64; }
@@ -69,6 +73,7 @@ private:
     double real_;
     std::string text_;
     std::vector<std::uint32_t> table_;
+    bool watched_ = false;
 };
 
 /// The value of an access as a transcript shows it. `value` is what a caller passed (null gives an empty text).

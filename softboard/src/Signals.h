@@ -1,73 +1,58 @@
 /// @file
-/// The digital side of a board: input levels, what the outputs carry, and the two signal analyzers.
+/// The digital side of a board, all that moves with the simulated clock.
 #pragma once
 
-#include <array>
-#include <functional>
-#include <optional>
+#include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
-#include "softboard/src/Parameter.h"
+#include "softboard/src/BoundParameters.h"
+#include "softboard/src/ImageTrigger.h"
+#include "softboard/src/LineTrigger.h"
+#include "softboard/src/Monitors.h"
+#include "softboard/src/Switchboard.h"
 
 namespace grabber {
 
-/// Not locked; the board's lock guards it. A design that lacks the parameters has no such signals.
+/// Not locked; the board's lock guards it. It holds pointers to its own members and stays where it is.
 class Signals {
 public:
-    static constexpr unsigned InputCount = 12;   ///< GPI 0 to 7, front GPI 0 to 3
-    static constexpr unsigned OutputCount = 11;  ///< camera trigger, GPO 0 to 7, front GPO 0 and 1
+    Signals() = default;
+    Signals(const Signals&) = delete;
+    Signals& operator=(const Signals&) = delete;
 
-    using Find = std::function<Parameter*(std::string_view name)>;
+    /// Takes up the parameters of a design, which have to stay in place until the next call, and the names of its
+    /// events. It is time 0 again.
+    void bind(const Find& find, const std::vector<std::string>& events);
 
-    /// Takes up the parameters of a design, which have to stay in place until the next call.
-    void bind(const Find& find);
+    /// Moves the time on, by microseconds, with all that happens meanwhile. It stands still otherwise.
+    void advance(double microseconds);
+    double time() const { return microsecondsOf(switchboard_.now()); }
 
-    /// Moves the time of the signals on, by microseconds. It stands still otherwise.
-    void advance(double microseconds) { now_ += microseconds; }
-    /// Gives an input a level, now. An edge that an analyzer is set to counts as a pulse for it.
+    /// Gives an input a level, now.
     int setInput(unsigned input, bool level);
-    /// The level of an output. The camera's own signals are taken to be low.
-    int output(unsigned output, bool& level) const;
+    int output(unsigned output, bool& level) const { return switchboard_.output(output, level); }
+    /// The level of the signal with this number among the selects of the switchboard.
+    int level(unsigned select, bool& level) const;
+    int eventCount(std::string_view event, std::uint64_t& count) const;
 
-    /// To be told of every write: a write of 1 to the analyzers' clear parameter sets them back.
-    void written(const Parameter& parameter) {
-        if (&parameter == clear_) {
-            clearAnalyzers();
-        }
-    }
+    /// To be told of every change of a watched parameter, after it.
+    void written(const Parameter& parameter);
 
 private:
-    struct Route {
-        Parameter* select = nullptr;
-        Parameter* invert = nullptr;
-        bool bound() const { return select != nullptr && invert != nullptr; }
-        bool inverted() const;
-        /// The input that the route carries; nothing for a signal of another kind.
-        std::optional<unsigned> input() const;
-    };
-    struct Analyzer {
-        Route route;
-        Parameter* periodCurrent = nullptr;
-        Parameter* periodMax = nullptr;
-        Parameter* periodMin = nullptr;
-        Parameter* pulseCount = nullptr;
-        std::optional<double> lastPulse;
-        bool bound() const;
-        void pulse(double now);
-        void clear();
-    };
+    void followInputs();
+    void followOverflow();
 
-    static Route routeOf(const Find& find, const std::string& stem);
-    bool inputLevel(unsigned input) const;
-    void clearAnalyzers();
-    void updateDifference();
-
-    double now_ = 0.0;
+    Switchboard switchboard_;
+    ImageTrigger image_;
+    LineTrigger line_;
+    Monitors monitors_;
+    double begunTick_ = 0.0;  ///< the part of the next tick that has passed, 0 to 1
     Parameter* inputs_ = nullptr;
-    Parameter* clear_ = nullptr;
-    Parameter* difference_ = nullptr;
-    std::array<Route, OutputCount> outputs_;
-    std::array<Analyzer, 2> analyzers_;
+    const Parameter* clear_ = nullptr;
+    const Parameter* overflow_ = nullptr;
+    bool overflowed_ = false;
 };
 
 }  // namespace grabber

@@ -48,6 +48,19 @@ int withBoard(softboard* board, const char* name, Body body) {
     });
 }
 
+/// Hands a level to the caller as 0 or 1, if `body`, which gets it as a bool to fill, succeeds.
+template <class Body>
+int withLevel(softboard* board, int* level, Body body) {
+    return withBoard(board, level != nullptr ? "" : nullptr, [&] {
+        bool high = false;
+        const int result = body(high);
+        if (result == SOFTBOARD_OK) {
+            *level = high ? 1 : 0;
+        }
+        return result;
+    });
+}
+
 }  // namespace
 
 softboard* softboard_open(void) {
@@ -185,19 +198,28 @@ int softboard_set_input(softboard* board, unsigned input, int level) {
 }
 
 int softboard_get_output(softboard* board, unsigned output, int* level) {
-    return withBoard(board, level != nullptr ? "" : nullptr, [&] {
-        bool high = false;
-        const int result = board->outputLevel(output, high);
-        if (result == SOFTBOARD_OK) {
-            *level = high ? 1 : 0;
-        }
-        return result;
-    });
+    return withLevel(board, level, [&](bool& high) { return board->outputLevel(output, high); });
+}
+
+int softboard_get_signal(softboard* board, unsigned signal, int* level) {
+    return withLevel(board, level, [&](bool& high) { return board->signalLevel(signal, high); });
+}
+
+int softboard_event_count(softboard* board, const char* name, uint64_t* count) {
+    return withBoard(board, count != nullptr ? name : nullptr, [&] { return board->eventCount(name, *count); });
 }
 
 int softboard_advance_signals(softboard* board, double microseconds) {
-    return withBoard(board, microseconds >= 0.0 ? "" : nullptr, [&] {
+    constexpr double LongestAdvance = 60e6;
+    return withBoard(board, microseconds >= 0.0 && microseconds <= LongestAdvance ? "" : nullptr, [&] {
         board->advanceSignals(microseconds);
+        return SOFTBOARD_OK;
+    });
+}
+
+int softboard_get_signal_time(softboard* board, double* microseconds) {
+    return withBoard(board, microseconds != nullptr ? "" : nullptr, [&] {
+        *microseconds = board->signalTime();
         return SOFTBOARD_OK;
     });
 }

@@ -5,7 +5,7 @@
 
 #include <cstring>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 
 #include "softboard/softboard.h"
@@ -31,11 +31,9 @@ fpga_design* loadFile(const char* name, int type) {
     if (name == nullptr || type < 0) {
         return nullptr;
     }
-    std::ifstream file(name, std::ios::binary);
-    if (!file) {
-        return nullptr;
-    }
-    const std::string content{std::istreambuf_iterator<char>(file), {}};
+    std::ostringstream stream;
+    stream << std::ifstream(name, std::ios::binary).rdbuf();
+    const std::string content = stream.str();  // empty if there is no such file, and then no image
     return kept(loadDesign(content.data(), content.size(), type));
 }
 

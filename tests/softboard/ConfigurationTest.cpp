@@ -13,7 +13,7 @@ protected:
         std::remove(name.c_str());
         OpenBoard::TearDown();
     }
-    const std::string name = testing::TempDir() + "softboard_configuration.txt";
+    const std::string name = temporaryFile();
 };
 
 TEST_F(Configuration, ComesBackFromItsFile) {

@@ -57,6 +57,12 @@ TEST(DesignDescription, RefusesAnUnknownTypeOrAccess) {
     EXPECT_THROW(parseDesign(designText(R"({"path": "a", "type": "table", "access": "r"})")), DesignError);
 }
 
+TEST(DesignDescription, RefusesATableThatNoBoardCanHold) {
+    EXPECT_THROW(parseDesign(designText(R"({"path": "a", "type": "table", "access": "r", "length": 0})")), DesignError);
+    EXPECT_THROW(parseDesign(designText(R"({"path": "a", "type": "table", "access": "r", "length": -1})")),
+                 DesignError);
+}
+
 TEST(DesignDescription, RefusesANameThatStandsTwice) {
     EXPECT_THROW(parseDesign(designText(R"({"path": "a/b", "type": "uint32", "access": "r"},
                                            {"path": "a_b", "type": "uint32", "access": "r"})")),

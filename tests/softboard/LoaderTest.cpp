@@ -1,5 +1,9 @@
+#include <zlib.h>
+
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "tests/softboard/OpenBoard.h"
@@ -46,6 +50,20 @@ TEST(Loader, RefusesAnImageWithOneWrongBitAnywhere) {
 TEST(Loader, RefusesAForeignFileFormat) {
     EXPECT_FALSE(loads(std::string(8255782, 'x')));
     EXPECT_FALSE(loads("MSIS"));
+}
+
+TEST(Loader, RefusesAWholeImageWhoseDescriptionIsUnusable) {
+    std::string image = fileContent(TavFile);
+    ASSERT_TRUE(loads(image));
+    image.replace(image.find("uint32"), 6, "uint33");
+    const auto checksum = [&](std::size_t from, std::size_t size) {
+        return static_cast<std::uint32_t>(crc32_z(0, reinterpret_cast<const Bytef*>(image.data()) + from, size));
+    };
+    const std::uint32_t content = checksum(64, image.size() - 64);
+    std::memcpy(image.data() + 32, &content, sizeof content);
+    const std::uint32_t header = checksum(0, 36);
+    std::memcpy(image.data() + 36, &header, sizeof header);
+    EXPECT_FALSE(loads(image));
 }
 
 TEST(Loader, TakesTheGoodImageAgainAfterABrokenOneOfTheSameSize) {

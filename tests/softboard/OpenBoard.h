@@ -6,7 +6,7 @@
 
 #include <cstdint>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,8 +15,15 @@
 #include "softboard/tavrt.h"
 
 inline std::string fileContent(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ostringstream content;
+    content << std::ifstream(name, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+/// The name of a file that no other test uses; tests run beside each other.
+inline std::string temporaryFile() {
+    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+    return testing::TempDir() + "softboard_" + test.test_suite_name() + "_" + test.name();
 }
 
 /// The packed image of the maintained design, read once.

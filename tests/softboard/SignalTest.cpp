@@ -1,39 +1,11 @@
 #include <cstdint>
-#include <string>
+#include <limits>
 
-#include "tests/softboard/OpenBoard.h"
+#include "tests/softboard/SignalBoard.h"
 
 namespace {
 
-class Signal : public OpenBoard {
-protected:
-    void route(const std::string& stem, std::uint32_t select, std::uint32_t invert) {
-        set(("Device1_Process1_Trigger_" + stem + "_SelectSignal_Select").c_str(), select, 2);
-        set(("Device1_Process1_Trigger_" + stem + "_Polarity_Invert").c_str(), invert, 2);
-    }
-    std::int64_t integer(const std::string& name) {
-        std::int64_t value = -1;
-        softboard_get_integer(board, ("Device1_Process1_Trigger_" + name).c_str(), &value);
-        return value;
-    }
-    double period(const std::string& name) {
-        double value = -1.0;
-        softboard_get_double(board, ("Device1_Process1_Trigger_Analyzer_" + name).c_str(), &value);
-        return value;
-    }
-    int output(unsigned number) {
-        int level = -1;
-        softboard_get_output(board, number, &level);
-        return level;
-    }
-    /// A pulse of 10 µs on an input, and 90 µs until the next.
-    void pulse(unsigned input) {
-        softboard_set_input(board, input, 1);
-        softboard_advance_signals(board, 10.0);
-        softboard_set_input(board, input, 0);
-        softboard_advance_signals(board, 90.0);
-    }
-};
+using Signal = SignalBoard;
 
 TEST_F(Signal, OfAnInputShowsInTheInputStatus) {
     EXPECT_EQ(softboard_set_input(board, 0, 1), 0);
@@ -48,7 +20,38 @@ TEST_F(Signal, IsRefusedOnAnInputOrOutputThatIsNotThere) {
     EXPECT_EQ(softboard_set_input(board, 12, 1), SOFTBOARD_E_RANGE);
     EXPECT_EQ(softboard_get_output(board, 11, &level), SOFTBOARD_E_RANGE);
     EXPECT_EQ(softboard_get_output(board, 0, nullptr), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(softboard_get_signal(board, 37, &level), SOFTBOARD_E_RANGE);
+    EXPECT_EQ(softboard_get_signal(board, 1, nullptr), SOFTBOARD_E_ARGUMENT);
+}
+
+TEST_F(Signal, ClockCountsTicksOfEightNanosecondsAndKeepsTheRest) {
+    double time = -1.0;
+    EXPECT_EQ(softboard_get_signal_time(board, &time), 0);
+    EXPECT_EQ(time, 0.0);
+    pass(0.012);
+    softboard_get_signal_time(board, &time);
+    EXPECT_EQ(time, 0.008);
+    pass(0.012);
+    softboard_get_signal_time(board, &time);
+    EXPECT_EQ(time, 0.024);
+}
+
+TEST_F(Signal, ClockMovesForwardByAMinuteAtMost) {
     EXPECT_EQ(softboard_advance_signals(board, -1.0), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(softboard_advance_signals(board, 60e6), 0);
+    EXPECT_EQ(softboard_advance_signals(board, 60e6 + 1.0), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(softboard_advance_signals(board, std::numeric_limits<double>::quiet_NaN()), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(softboard_get_signal_time(board, nullptr), SOFTBOARD_E_ARGUMENT);
+}
+
+TEST_F(Signal, NeedsADesign) {
+    softboard* const bare = softboard_open();
+    int level = 0;
+    std::uint64_t count = 0;
+    EXPECT_EQ(softboard_get_signal(bare, 1, &level), SOFTBOARD_E_NO_DESIGN);
+    EXPECT_EQ(softboard_set_input(bare, 0, 1), SOFTBOARD_E_NO_DESIGN);
+    EXPECT_EQ(softboard_event_count(bare, "Device1_Process0_Overflow_Overflow", &count), SOFTBOARD_E_NO_DESIGN);
+    softboard_close(bare);
 }
 
 TEST_F(Signal, OfAFixedLevelIsTheInvertFlag) {
@@ -74,7 +77,7 @@ TEST_F(Signal, PulsesAreCountedAndMeasuredByTheAnalyzerThatIsSetToThem) {
     EXPECT_EQ(integer("Analyzer_Analyzer0_PulseCountSignal_Status"), 1);
     EXPECT_EQ(period("Analyzer0_PeriodCurrent"), 0.0);
     pulse(0);
-    softboard_advance_signals(board, 50.0);
+    pass(50.0);
     pulse(0);
     EXPECT_EQ(integer("Analyzer_Analyzer0_PulseCountSignal_Status"), 3);
     EXPECT_EQ(period("Analyzer0_PeriodCurrent"), 150.0);
@@ -89,6 +92,16 @@ TEST_F(Signal, ThatIsInvertedCountsItsFallingEdges) {
     EXPECT_EQ(integer("Analyzer_Analyzer0_PulseCountSignal_Status"), 0);
     softboard_set_input(board, 0, 0);
     EXPECT_EQ(integer("Analyzer_Analyzer0_PulseCountSignal_Status"), 1);
+}
+
+TEST_F(Signal, OfAnInputFollowsItsStatusWhenThatIsChangedFromTheHardwaresSide) {
+    route("Analyzer_Analyzer0_Select", 22, 0);
+    softboard_set_integer(board, "Device1_Process1_Trigger_Inputs_InputStatus_Status", 0x006);
+    EXPECT_EQ(pulses(0), 1);
+    EXPECT_EQ(signal(22), 1);
+    EXPECT_EQ(signal(23), 1);
+    softboard_set_integer(board, "Device1_Process1_Trigger_Inputs_InputStatus_Status", 0x000);
+    EXPECT_EQ(signal(22), 0);
 }
 
 TEST_F(Signal, DifferenceOfTheAnalyzersHas33Bits) {
@@ -111,6 +124,68 @@ TEST_F(Signal, AnalyzersAreSetBackByAOneInTheClearParameter) {
     EXPECT_EQ(integer("Analyzer_Analyzer0_PulseCountSignal_Status"), 0);
     EXPECT_EQ(integer("Analyzer_Difference_Status"), 0);
     EXPECT_EQ(period("Analyzer0_PeriodMax"), 0.0);
+}
+
+constexpr const char* Pin2 = "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_Pin2";
+constexpr const char* NotPin2 = "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_NotPin2";
+constexpr const char* FrontPin3 = "Device1_Process1_Trigger_Inputs_InputEvents_InputFrontEvents_FrontPin3";
+constexpr const char* FrontNotPin3 = "Device1_Process1_Trigger_Inputs_InputEvents_InputFrontEvents_FrontNotPin3";
+constexpr const char* Custom0 = "Device1_Process1_Trigger_Events_Events_LVAL_FVAL_CustomSignalEvent0";
+constexpr const char* Custom1 = "Device1_Process1_Trigger_Events_Events_LVAL_FVAL_CustomSignalEvent1";
+constexpr const char* Overflow = "Device1_Process0_Overflow_Overflow";
+
+TEST_F(Signal, EdgesOfAnInputRaiseItsTwoEvents) {
+    input(2, 1);
+    input(2, 1);
+    EXPECT_EQ(events(Pin2), 1U);
+    EXPECT_EQ(events(NotPin2), 0U);
+    input(2, 0);
+    input(11, 1);
+    EXPECT_EQ(events(NotPin2), 1U);
+    EXPECT_EQ(events(FrontPin3), 1U);
+    EXPECT_EQ(events(FrontNotPin3), 0U);
+}
+
+TEST_F(Signal, RaisesTheCustomEventThatIsRoutedToIt) {
+    route("Events_SelectCustomSignalEvent0", 21, 0);
+    route("Events_SelectCustomSignalEvent1", 21, 1);
+    input(0, 1);
+    EXPECT_EQ(events(Custom0), 1U);
+    EXPECT_EQ(events(Custom1), 0U);
+    input(0, 0);
+    EXPECT_EQ(events(Custom0), 1U);
+    EXPECT_EQ(events(Custom1), 1U);
+}
+
+TEST_F(Signal, OverflowEventIsRaisedWhenTheOverflowBegins) {
+    softboard_set_integer(board, "Device1_Process0_Overflow_OverflowOccurred", 1);
+    softboard_set_integer(board, "Device1_Process0_Overflow_OverflowOccurred", 1);
+    EXPECT_EQ(events(Overflow), 1U);
+    softboard_set_integer(board, "Device1_Process0_Overflow_OverflowOccurred", 0);
+    softboard_set_integer(board, "Device1_Process0_Overflow_OverflowOccurred", 1);
+    EXPECT_EQ(events(Overflow), 2U);
+}
+
+TEST_F(Signal, EventThatTheDesignLacksIsUnknown) {
+    std::uint64_t count = 0;
+    EXPECT_EQ(softboard_event_count(board, "FG_TRIGGER_INPUT0_RISING", &count), SOFTBOARD_E_UNKNOWN_ID);
+    EXPECT_EQ(softboard_event_count(board, nullptr, &count), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(softboard_event_count(board, Overflow, nullptr), SOFTBOARD_E_ARGUMENT);
+}
+
+TEST_F(Signal, IsBackAtItsStartWhenTheBoardIsConfiguredAnew) {
+    input(2, 1);
+    pass(1000.0);
+    Fg_FreeGrabber(fg);
+    fg = Fg_InitHandleSlaveAware("Quillon.tav", board, design, 1);
+    EXPECT_EQ(events(Pin2), 1U);
+    Fg_FreeGrabber(fg);
+    fg = Fg_InitHandleSlaveAware("Quillon.tav", board, design, 0);
+    double time = -1.0;
+    softboard_get_signal_time(board, &time);
+    EXPECT_EQ(time, 0.0);
+    EXPECT_EQ(events(Pin2), 0U);
+    EXPECT_EQ(signal(23), 0);
 }
 
 }  // namespace

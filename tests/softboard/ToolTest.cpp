@@ -17,7 +17,7 @@ int pack(const std::string& arguments) {
 class Tool : public testing::Test {
 protected:
     void TearDown() override { std::remove(output.c_str()); }
-    const std::string output = testing::TempDir() + "quillon_pack_output";
+    const std::string output = temporaryFile();
 };
 
 TEST_F(Tool, PacksTheSameImageEveryTime) {

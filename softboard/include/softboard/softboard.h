@@ -61,18 +61,14 @@ typedef struct softboard_access {
                         ///< fields as "[index]=value" or "[index..last]=v0,v1,...", arguments separated by ", "
 } softboard_access;
 
-/* Boards
- * ------------------------------------------------------------------------------------------------------------------------
- */
+/* ---- Boards ---- */
 
 /// Opens a new board, with no design. Null if memory is short.
 SOFTBOARD_API softboard* softboard_open(void);
 /// Closes a board. Every handle on it must have been freed before.
 SOFTBOARD_API int softboard_close(softboard* board);
 
-/* Transcript
- * --------------------------------------------------------------------------------------------------------------------
- */
+/* ---- Transcript ---- */
 
 /// Number of entries. A null board gives the process-wide transcript: loader calls, and SDK calls that name no board.
 SOFTBOARD_API size_t softboard_transcript_size(softboard* board);
@@ -84,9 +80,7 @@ SOFTBOARD_API int softboard_transcript_clear(softboard* board);
 /// states.
 SOFTBOARD_API int softboard_transcript_record(softboard* board, int enabled);
 
-/* Faults
- * ------------------------------------------------------------------------------------------------------------------------
- */
+/* ---- Faults ---- */
 
 /// Plans that the `nth` (from 1) access from now on in `direction` to the parameter or register `name` answers `code`
 /// and does nothing else. `nth` 0 plans it for every access. `direction` SOFTBOARD_CALL names a function instead: it
@@ -100,8 +94,7 @@ SOFTBOARD_API int softboard_plan_fault_at(softboard* board, unsigned nth, int64_
 /// Forgets all planned faults.
 SOFTBOARD_API int softboard_clear_faults(softboard* board);
 
-/* The hardware's side
- * ----------------------------------------------------------------------------------------------------------- */
+/* ---- The hardware's side ---- */
 
 /// Changes or reads the value of a parameter (by its name in the design or the SDK) without leaving a trace in the
 /// transcript. The access rights of the parameter do not matter. While the board has no design, changes of names that
@@ -124,15 +117,6 @@ SOFTBOARD_API int softboard_hide_parameter(softboard* board, const char* name);
 /// Changes or reads a register of the design.
 SOFTBOARD_API int softboard_set_register(softboard* board, const char* name, uint64_t value);
 SOFTBOARD_API int softboard_get_register(softboard* board, const char* name, uint64_t* value);
-/// Gives an input a level (0 low, else high): 0 to 7 are GPI 0 to 7, 8 to 11 are front GPI 0 to 3. The design shows it
-/// in its input status, an analyzer that is set to the input counts its pulses and measures their period, and an output
-/// that is set to it follows it.
-SOFTBOARD_API int softboard_set_input(softboard* board, unsigned input, int level);
-/// The level of an output: 0 is the camera trigger, 1 to 8 are GPO 0 to 7, 9 and 10 are front GPO 0 and 1. The camera's
-/// own signals (ExSync, flash, line valid, ...) are always low here.
-SOFTBOARD_API int softboard_get_output(softboard* board, unsigned output, int* level);
-/// Moves the time of the digital signals on, which stands still otherwise: the analyzers measure in it.
-SOFTBOARD_API int softboard_advance_signals(softboard* board, double microseconds);
 /// Lets `count` pictures arrive at once, if an acquisition runs. Others arrive by themselves, at the rate that the
 /// design is set to.
 SOFTBOARD_API int softboard_deliver_pictures(softboard* board, int64_t count);
@@ -140,9 +124,46 @@ SOFTBOARD_API int softboard_deliver_pictures(softboard* board, int64_t count);
 /// stands until it is changed; with 0 the code of the last failed call is answered again, 0 at first.
 SOFTBOARD_API int softboard_set_sdk_error(softboard* board, int number);
 
-/* Counts
- * ------------------------------------------------------------------------------------------------------------------------
- */
+/* ---- Digital signals, on a clock of their own ---- */
+
+/// Signals of the switchboard, under the numbers by which the design's Select parameters choose them. 21 to 28 are
+/// GPI 0 to 7, 29 to 32 are front GPI 0 to 3; the other numbers up to 36 are always low.
+enum softboard_signal {
+    SOFTBOARD_EXSYNC = 1,
+    SOFTBOARD_EXSYNC2 = 2,
+    SOFTBOARD_FLASH = 3,
+    SOFTBOARD_LVAL = 4,
+    SOFTBOARD_FVAL = 5,
+    SOFTBOARD_GPI_0 = 21,
+    SOFTBOARD_FRONT_GPI_0 = 29,
+    SOFTBOARD_LINE_START = 33,  ///< this and the following: pulses too short to be seen as a level
+    SOFTBOARD_LINE_END = 34,
+    SOFTBOARD_FRAME_START = 35,
+    SOFTBOARD_FRAME_END = 36
+};
+
+/// Moves the clock of the signals on by 0 to 60 seconds (in microseconds; SOFTBOARD_E_ARGUMENT otherwise), and lets
+/// everything happen that is due by then: ExSync, lines, frames, flash, what the analyzers measure, events, the drift
+/// of the monitors. Without it time stands still and none of them moves, except that a change of an input or a
+/// parameter acts at once. softboard/README.md tells the model. The clock counts ticks of 8 ns; what is left of a tick
+/// is kept.
+SOFTBOARD_API int softboard_advance_signals(softboard* board, double microseconds);
+/// The time of that clock in microseconds, 0 when a design is put on the board.
+SOFTBOARD_API int softboard_get_signal_time(softboard* board, double* microseconds);
+/// Gives an input a level (0 low, else high): 0 to 7 are GPI 0 to 7, 8 to 11 are front GPI 0 to 3; others are
+/// SOFTBOARD_E_RANGE. The design shows it in its input status. A change of the input status from the hardware's side is
+/// the same thing.
+SOFTBOARD_API int softboard_set_input(softboard* board, unsigned input, int level);
+/// The level of an output, which is that of the signal it selects, inverted or not: 0 is the camera trigger, 1 to 8 are
+/// GPO 0 to 7, 9 and 10 are front GPO 0 and 1; others are SOFTBOARD_E_RANGE.
+SOFTBOARD_API int softboard_get_output(softboard* board, unsigned output, int* level);
+/// The level of a signal, a softboard_signal or another number from 0 to 36; others are SOFTBOARD_E_RANGE.
+SOFTBOARD_API int softboard_get_signal(softboard* board, unsigned signal, int* level);
+/// How often the design has raised an event since it was put on the board. `name` is the design's name of the event,
+/// as "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_Pin0"; SOFTBOARD_E_UNKNOWN_ID if there is none.
+SOFTBOARD_API int softboard_event_count(softboard* board, const char* name, uint64_t* count);
+
+/* ---- Counts ---- */
 
 /// How often the stand-in function `function` ("TavUnloadTavFile", "Fg_FreeGrabber", ...) has been called in this
 /// process.

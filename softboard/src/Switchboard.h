@@ -1,0 +1,94 @@
+/// @file
+/// The switchboard of the digital signals: their levels, what carries them on, and what listens to their edges.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "softboard/src/BoundParameters.h"
+#include "softboard/src/Ticks.h"
+
+namespace grabber {
+
+/// Where the inputs stand in a row among the selects of the switchboard: GPI 0 to 7, front GPI 0 to 3.
+inline constexpr unsigned FirstInputSelect = 21;
+inline constexpr unsigned InputCount = 12;
+
+/// Not locked; the board's lock guards it. A design that lacks parameters or events has no such routes or counts.
+class Switchboard {
+public:
+    static constexpr unsigned SignalCount = 37;  ///< selects 0 (always low) to 36; not all are signals
+    static constexpr unsigned OutputCount = 11;  ///< camera trigger, GPO 0 to 7, front GPO 0 and 1
+
+    /// Takes up a design: all signals are low, all events not yet raised, and it is tick 0.
+    void bind(const Find& find, const std::vector<std::string>& events);
+
+    Tick now() const { return now_; }
+    void setTime(Tick tick) { now_ = tick; }
+
+    bool level(unsigned select) const { return levels_[select]; }
+    /// Gives a signal a level, now. An edge is counted by the analyzers and raises the events that listen to it.
+    void setLevel(unsigned select, bool level);
+    /// A pulse so short that nobody sees its level, but its edges.
+    void pulse(unsigned select);
+
+    /// The level of an output: that of the signal it selects, inverted if it says so.
+    int output(unsigned output, bool& level) const;
+    void clearAnalyzers();
+
+    void raise(std::string_view event);
+    /// Null if the design has no such event.
+    const std::uint64_t* eventCount(std::string_view name) const;
+
+private:
+    using Counter = std::uint64_t*;  ///< null for an event that the design lacks
+    struct Route {
+        const Parameter* select = nullptr;
+        const Parameter* invert = nullptr;
+        bool bound() const { return select != nullptr && invert != nullptr; }
+        bool inverted() const { return integerOf(invert) == 1; }
+        /// True if the signal's change to `level` is a rising edge of what the route carries.
+        bool rises(unsigned signal, bool level) const;
+    };
+    struct Analyzer {
+        Route route;
+        Parameter* periodCurrent = nullptr;
+        Parameter* periodMax = nullptr;
+        Parameter* periodMin = nullptr;
+        Parameter* pulseCount = nullptr;
+        std::optional<Tick> lastPulse;
+        bool bound() const;
+        void pulse(Tick now);
+        void clear();
+    };
+    struct CustomEvent {
+        Route route;
+        Counter counter = nullptr;
+    };
+    struct EdgeEvents {
+        Counter rising = nullptr;
+        Counter falling = nullptr;
+    };
+
+    static Route routeOf(const Find& find, const std::string& stem);
+    void bindRoutes(const Find& find);
+    void bindEvents(const std::vector<std::string>& events);
+    Counter counterOf(const std::string& event);
+    void updateDifference();
+
+    Tick now_ = 0;
+    std::array<bool, SignalCount> levels_{};
+    Parameter* difference_ = nullptr;
+    std::array<Route, OutputCount> outputs_;
+    std::array<Analyzer, 2> analyzers_;
+    std::array<CustomEvent, 2> customEvents_;
+    std::array<EdgeEvents, SignalCount> edgeEvents_;
+    std::map<std::string, std::uint64_t, std::less<>> eventCounts_;
+};
+
+}  // namespace grabber
