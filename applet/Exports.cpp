@@ -155,8 +155,7 @@ int Fg_FreeGrabber(Handle handle) {
     if (wrapper == nullptr) {
         return InvalidHandle;
     }
-    // The SDK's handle alone tells nothing: a wrapper without it was never given out. The function is what must be
-    // there to be called.
+    // A null SDK handle goes to the SDK as it is; only a function that is not there cannot be called.
     const auto freeGrabber = wrapper->wrapperFg().Fg_FreeGrabber;
     const int result = freeGrabber != nullptr ? freeGrabber(wrapper->fglibFg()) : int{Success};
     delete wrapper;

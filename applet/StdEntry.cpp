@@ -39,8 +39,7 @@ FgIxWrapperImpl* Std_entry(IXdevice* device, int* status, int flags) {
     fpga_design* design = loadDesign();
     if (design == nullptr) {
         result = DesignNotLoaded;
-        // This one failure leaves the wrapper and the opened library behind: libraries that hold on to a design may
-        // still be at work in it.
+        // Settled behaviour of this one failure: the wrapper and the opened library are left behind.
         static_cast<void>(wrapper.release());
         return nullptr;
     }

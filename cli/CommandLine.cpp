@@ -11,9 +11,10 @@ namespace quillon::cli {
 
 namespace {
 
-constexpr std::array verbAdders{addInfoVerb,     addGetVerb,  addSetVerb,    addRegistersVerb, addListVerb,
-                                addDescribeVerb, addXmlVerb,  addEventsVerb, addSaveVerb,      addLoadVerb,
-                                addCheckVerb,    addDiffVerb, addStatusVerb, addDemoVerb};
+constexpr std::array verbAdders{addInfoVerb,     addGetVerb,  addSetVerb,       addRegistersVerb, addListVerb,
+                                addDescribeVerb, addXmlVerb,  addEventsVerb,    addSaveVerb,      addLoadVerb,
+                                addCheckVerb,    addDiffVerb, addStatusVerb,    addLutVerb,       addTriggerVerb,
+                                addIoVerb,       addDemoVerb, addReferenceVerb, addManualVerb,    addCompletionVerb};
 
 constexpr const char* description =
     "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold, and\n"

@@ -90,7 +90,8 @@ Parameter complete(const client::Applet& applet, int id, const std::vector<Param
     }
     if (const client::PublicParameter* known = client::findPublicParameter(id)) {
         parameter.name = known->name;
-        parameter.kind = known->kind;
+        // The record knows that one of the whole numbers has 64 bits.
+        parameter.kind = parameter.kind == ParameterKind::Int64 ? ParameterKind::Int64 : known->kind;
     }
     for (int position = 0; parameter.name.empty() && position < applet.parameterCount(); ++position) {
         if (applet.parameterIdAt(position) == id) {

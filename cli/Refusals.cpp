@@ -12,12 +12,12 @@ namespace quillon::cli {
 namespace {
 
 struct RangeReason {
-    int id;
+    std::string_view name;
     std::string_view text;
 };
 
 constexpr std::array rangeReasons{
-#define RANGE_REASON(id, text) RangeReason{id, text},
+#define RANGE_REASON(name, text) RangeReason{#name, text},
 #include "cli/RangeReasons.def"
 #undef RANGE_REASON
 };
@@ -37,7 +37,8 @@ std::string numberText(Number number) {
 template <typename Number>
 std::string rangeText(const client::Range<Number>& range, const std::string& unit) {
     if (range.min == range.max) {
-        return "";  // a read-out without a told range
+        // A read-out without a told range has no step either.
+        return range.step == Number{0} ? "" : "only " + numberText(range.min);
     }
     std::string text = numberText(range.min) + " to " + numberText(range.max) + (unit.empty() ? "" : " " + unit);
     const bool tellsStep =
@@ -72,7 +73,7 @@ Refusal explainSet(const client::Applet& applet, const Parameter& parameter, int
         const client::ParameterRecord* record = client::findRecord(trees, parameter.id);
         now.record = record != nullptr ? std::optional(*record) : std::nullopt;
         refusal.accepted = acceptedValues(now);
-        refusal.reason = rangeReason(parameter.id);
+        refusal.reason = rangeReason(parameter.name);
     }
     return refusal;
 }
@@ -124,9 +125,9 @@ std::string acceptedValues(const Parameter& parameter) {
     return isField ? std::to_string(parameter.record->fieldSize) + " entries of " + range : range;
 }
 
-std::string rangeReason(int id) {
+std::string rangeReason(const std::string& name) {
     for (const RangeReason& row : rangeReasons) {
-        if (row.id == id) {
+        if (row.name == name) {
             return std::string(row.text);
         }
     }

@@ -29,6 +29,6 @@ Json toJson(const Refusal& refusal);
 /// one.
 std::string acceptedValues(const Parameter& parameter);
 /// Why the range of a parameter is what it is, for those whose range follows other parameters; empty for all others.
-std::string rangeReason(int id);
+std::string rangeReason(const std::string& name);
 
 }  // namespace quillon::cli

@@ -37,6 +37,9 @@ public:
         return *verb;
     }
 
+    /// The whole command, for verbs that tell about it.
+    CLI::App& commands() const { return commands_; }
+
 private:
     CLI::App& commands_;
     Action& chosen_;
@@ -55,6 +58,12 @@ void addLoadVerb(Verbs& verbs);
 void addCheckVerb(Verbs& verbs);
 void addDiffVerb(Verbs& verbs);
 void addStatusVerb(Verbs& verbs);
+void addLutVerb(Verbs& verbs);
+void addTriggerVerb(Verbs& verbs);
+void addIoVerb(Verbs& verbs);
 void addDemoVerb(Verbs& verbs);
+void addReferenceVerb(Verbs& verbs);
+void addManualVerb(Verbs& verbs);
+void addCompletionVerb(Verbs& verbs);
 
 }  // namespace quillon::cli

@@ -21,10 +21,24 @@ function(quillon_library name)
     target_link_libraries(quillon_${name} PUBLIC quillon_flags ${arg_LIBRARIES})
 endfunction()
 
-# quillon_test(NAME SOURCES... [LIBRARIES ...] [ENVIRONMENT ...]): a GoogleTest executable whose tests ctest finds by name.
+# quillon_test(NAME SOURCES... [LIBRARIES ...] [ENVIRONMENT ...] [OWN_HEADERS]): a GoogleTest executable whose tests ctest finds by name. Tests are compiled to
+# be built fast, with the framework's headers compiled once; what they test is compiled as it is shipped.
+# OWN_HEADERS is for a test whose libraries bring compiler flags of their own, with which the shared headers can't be used.
 function(quillon_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;ENVIRONMENT")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "OWN_HEADERS" "" "SOURCES;LIBRARIES;ENVIRONMENT")
+    if(NOT TARGET quillon_test_headers)
+        file(WRITE ${CMAKE_BINARY_DIR}/quillon_test_headers.cpp "// Compiles the headers that all tests share.\n")
+        # An executable, as the tests are: headers are shared among objects of one kind only.
+        add_executable(quillon_test_headers ${CMAKE_BINARY_DIR}/quillon_test_headers.cpp)
+        target_link_libraries(quillon_test_headers PRIVATE quillon_flags GTest::gmock GTest::gtest GTest::gtest_main)
+        target_compile_options(quillon_test_headers PRIVATE -O0)
+        target_precompile_headers(quillon_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h> <string> <vector>)
+    endif()
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE quillon_flags ${arg_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
+    target_compile_options(${name} PRIVATE -O0)
+    if(NOT arg_OWN_HEADERS)
+        target_precompile_headers(${name} REUSE_FROM quillon_test_headers)
+    endif()
     gtest_discover_tests(${name} TEST_PREFIX "" DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT 300)
 endfunction()

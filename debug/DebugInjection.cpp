@@ -1,5 +1,9 @@
 #include "debug/DebugInjection.h"
 
+#include <algorithm>
+#include <limits>
+#include <vector>
+
 #include "design/HandlerFrame.h"
 #include "info/RegisterInfoTree.h"
 
@@ -12,7 +16,8 @@ constexpr std::int32_t InjectMonitor = 1;
 constexpr std::uint32_t InBit = 1;   ///< of "_OperationMode": pixels are injected
 constexpr std::uint32_t OutBit = 2;  ///< and pixels are shown
 constexpr std::uint64_t MaxPixel = 0x1FFFFFFFFFFFFFF;
-constexpr std::size_t NameLimit = 128;  ///< characters of a point's texts
+constexpr std::size_t NameLimit = 128;     ///< characters of a point's texts
+constexpr std::size_t FileLimit = 655361;  ///< characters of a path with its end; the SDK is not told a size
 
 /// How far the first character of a text lies above "0".
 std::int32_t leadingDigit(const std::string& text) {
@@ -100,9 +105,13 @@ std::uint32_t DebugInjection::describedPixelMaximum() const {
     const RegisterInfo* record = tree.find(parameterId("_PixelValue"));
     require(record != nullptr, InternalFailure);
     switch (record->type) {
+        case RegisterTypeUInt:
+        case RegisterTypeInt: return record->as.uint.max;
         case RegisterTypeUInt64:
-        case RegisterTypeInt64: return static_cast<std::uint32_t>(record->as.uint64.max);
-        default: return record->as.uint.max;
+        case RegisterTypeInt64:
+            return static_cast<std::uint32_t>(
+                std::min<std::uint64_t>(record->as.uint64.max, std::numeric_limits<std::uint32_t>::max()));
+        default: fail(InternalFailure);
     }
 }
 
@@ -191,9 +200,9 @@ std::uint32_t DebugInjection::readReady() const {
 }
 
 std::string DebugInjection::readFile() const {
-    std::string text;
-    require(design_.readText("Device1_Process0_" + chosen().path + "_DebugFile", text) == Success, InternalFailure);
-    return text;
+    std::vector<char> text(FileLimit);
+    require(design_.getById(parameterId("_DebugFile"), text.data(), TypeCharBuffer) == Success, InternalFailure);
+    return text.data();
 }
 
 }  // namespace quillon

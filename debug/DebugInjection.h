@@ -13,7 +13,8 @@ namespace quillon {
 /// also show what passes. One of them is chosen, and all but the choice itself works on it, through design parameters
 /// whose names are composed at every use.
 ///
-/// A refused value fails with ValueOutOfRange, an access that the design refuses with InternalFailure.
+/// A refused value fails with ValueOutOfRange, an access that the design refuses with InternalFailure; but the read of
+/// the operation mode in setDebugInEnable fails with the SDK's own code.
 class DebugInjection {
 public:
     DebugInjection(AppletState& state, DesignParameters& design, ParameterRecords& records, FgIxWrapper& wrapper)
@@ -46,6 +47,7 @@ private:
     const DebugEntry& chosen() const;
     bool isMonitor() const;
     int parameterId(const char* suffix) const;
+    /// Fails with `failure`, or with the SDK's own code where that is Success.
     std::uint32_t read(const char* suffix, int failure) const;
     std::uint32_t readMonitor(const char* suffix) const;
     void write(const char* suffix, const void* value, FgParamTypes type) const;

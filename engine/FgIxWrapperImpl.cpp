@@ -1,5 +1,6 @@
 #include "engine/FgIxWrapperImpl.h"
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
@@ -7,7 +8,6 @@
 #include "info/Catalogue.h"
 #include "support/EnvironmentSwitch.h"
 #include "support/FgError.h"
-#include "support/Logging.h"
 #include "wrapper/BoardAccess.h"
 #include "wrapper/DesignLoader.h"
 
@@ -15,19 +15,11 @@ namespace quillon {
 
 using orlo::templates::platform::CriticalSectionGuard;
 using orlo::tools::logging::Logger;
-using orlo::tools::logging::Logging;
 
 namespace {
 
 constexpr int RecordLists = 1;
 constexpr int WordBits = 32;  ///< a wider register is exchanged as 64 bits
-
-/// What lies at `place`, which is known neither to be a `char*` nor to be alive: nothing but a look-up may be done with
-/// the answer.
-__attribute__((no_sanitize("address"))) char* pointerAt(const void* place) {
-    const bool canHoldPointer = place != nullptr && reinterpret_cast<std::uintptr_t>(place) % alignof(char*) == 0;
-    return canHoldPointer ? *static_cast<char* const*>(place) : nullptr;
-}
 
 }  // namespace
 
@@ -41,16 +33,13 @@ FgIxWrapperImpl::FgIxWrapperImpl()
 }
 
 FgIxWrapperImpl::~FgIxWrapperImpl() {
-    for (const char* string : outstandingStrings) {
+    for (const auto& [string, place] : outstandingStrings) {
         delete[] string;
     }
 }
 
 Logger& FgIxWrapperImpl::logger() {
-    if (implLogger_ == nullptr) {
-        implLogger_ = Logging::instance().getLogger("orlo.wrapper.Quillon");
-    }
-    return *implLogger_;
+    return cachedLogger(implLogger_, "orlo.wrapper.Quillon");
 }
 
 int FgIxWrapperImpl::processChannelToDma() {
@@ -243,13 +232,15 @@ int FgIxWrapperImpl::freeParameterString(int id, void* value, unsigned dma, FgPa
     }
     auto found = outstandingStrings.find(static_cast<char*>(value));
     if (found == outstandingStrings.end()) {
-        found = outstandingStrings.find(pointerAt(value));
+        // Nothing is read through the pointer: it may be no place, or one that is gone.
+        found = std::find_if(outstandingStrings.begin(), outstandingStrings.end(),
+                             [value](const auto& entry) { return entry.second == value; });
     }
     if (found == outstandingStrings.end()) {
         setError(InvalidParameter);
         return InvalidParameter;
     }
-    const char* string = *found;
+    const char* string = found->first;
     outstandingStrings.erase(found);
     delete[] string;
     return Success;

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <map>
-#include <set>
 #include <string_view>
 
 #include "design/AppletState.h"
@@ -85,11 +85,11 @@ private:
     void pushImageTrigger(const ImageTriggerState& start);
     void pushRouting(const RoutingState& start);
 
-    orlo::tools::logging::Logger* implLogger_ = nullptr;
+    std::atomic<orlo::tools::logging::Logger*> implLogger_{nullptr};
     orlo::templates::platform::CriticalSection parameterLock;
     std::map<int, int> processMap;  ///< from `dma` to process
     SdkParameterTables tables_;
-    std::set<char*> outstandingStrings;
+    std::map<char*, const void*> outstandingStrings;  ///< handed out and not given back, with the place of the read
     AppletState state_;
     DesignParameters design_;
     ParameterRecords records_;

@@ -269,7 +269,10 @@ void FgIxWrapperImpl::readString(void* value, FgParamTypes type, Fill&& fill) {
     const std::size_t size = std::strlen(fieldScratchString.data()) + 1;
     auto copy = std::make_unique<char[]>(size);
     std::memcpy(copy.get(), fieldScratchString.data(), size);
-    outstandingStrings.insert(copy.get());
+    for (auto& [string, place] : outstandingStrings) {
+        place = place == value ? nullptr : place;  // the place holds the new string from now on
+    }
+    outstandingStrings.emplace(copy.get(), value);
     store(value, copy.release());
 }
 

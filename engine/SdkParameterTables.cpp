@@ -142,7 +142,7 @@ void SdkParameterTables::enterEvents() {
     }
     for (int i = 0; i < count; ++i) {
         const TavEvent* event = designEvent(wrapper_.designHandle(), i);
-        if (event->kind == 1) {
+        if (event != nullptr && event->kind == 1) {
             const std::uint64_t mask = std::uint64_t{1} << i;
             eventMaskByName_[event->name] = mask;
             eventNameByMask_[mask] = event->name;
@@ -156,7 +156,8 @@ void SdkParameterTables::enterEvents() {
 /// The design's name stays beside the public one, if it was entered; the mask reports the public one.
 void SdkParameterTables::enterPublicEvent(int count, const char* designName, const char* publicName) {
     for (int i = 0; i < count; ++i) {
-        if (std::strcmp(designEvent(wrapper_.designHandle(), i)->name, designName) == 0) {
+        const TavEvent* event = designEvent(wrapper_.designHandle(), i);
+        if (event != nullptr && std::strcmp(event->name, designName) == 0) {
             const std::uint64_t mask = std::uint64_t{1} << i;
             eventMaskByName_[publicName] = mask;
             eventNameByMask_[mask] = publicName;

@@ -1,8 +1,10 @@
 #include "files/ConfigFileParser.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 #include "support/ErrorCode.h"
 #include "support/FgLog.h"
@@ -21,6 +23,37 @@ constexpr int DoubleDigits = 12;
 /// Where nothing but the end of the line stands behind the delimiters, the value is empty.
 bool isEndOfLine(const char* token) {
     return token[0] == '\r' || token[0] == '\n';
+}
+
+void copyLine(std::string_view line, TextLine& copy) {
+    *std::copy(line.begin(), line.end(), copy.begin()) = '\0';
+}
+
+/// Goes on to the first line that holds `text` anywhere. Most lines lack its first character, which is quicker to look
+/// for.
+bool findLineHolding(LineReader& lines, const char* text, TextLine& copy) {
+    for (std::string_view line; lines.next(line);) {
+        if (text[0] == '\0' || line.find(text[0]) != std::string_view::npos) {
+            copyLine(line, copy);
+            if (std::strstr(copy.data(), text) != nullptr) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+/// Goes on to the first line that begins with `key` and a '='. A line of a longer key with the same beginning has
+/// another character in the place of the '=' and is passed over; that character is looked at first, as it settles most
+/// lines.
+bool findLineOfKey(LineReader& lines, std::string_view key, TextLine& copy) {
+    for (std::string_view line; lines.next(line);) {
+        if (line.size() > key.size() && line[key.size()] == '=' && line.starts_with(key)) {
+            copyLine(line, copy);
+            return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace
@@ -63,6 +96,7 @@ bool Fg_ConfigFileParser::setSaveFile(const char* fileName) {
         return false;
     }
     file = openTextFile(fileName, "w");
+    lines.forget();
     if (!file) {
         logError("Config File: fopen failed");
     }
@@ -79,6 +113,7 @@ void Fg_ConfigFileParser::writeLine(const char* format, Arguments... arguments) 
     if (file) {
         std::fprintf(file.get(), format, arguments...);
         std::fflush(file.get());
+        lines.forget();
     }
 }
 
@@ -166,28 +201,6 @@ int Fg_ConfigFileParser::getDoubleValue(const char* text, double* value) const {
     return Success;
 }
 
-bool Fg_ConfigFileParser::readLineHolding(const char* text, TextLine& line) {
-    while (readLine(file.get(), line)) {
-        if (std::strstr(line.data(), text) != nullptr) {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// A line of a longer key with the same beginning has another character in the place of the '=' and is passed over.
-/// That character is looked at first, as it settles most lines: a file is scanned once per key.
-bool Fg_ConfigFileParser::readLineOfKey(const char* key, TextLine& line) {
-    const std::size_t keyLength = std::strlen(key);
-    while (keyLength < line.size() && readLine(file.get(), line)) {
-        // A line that ended before this character can't be equal to the key, which holds no terminator.
-        if (line[keyLength] == '=' && std::memcmp(line.data(), key, keyLength) == 0) {
-            return true;
-        }
-    }
-    return false;
-}
-
 int Fg_ConfigFileParser::notFound(char* value) const {
     std::strcpy(value, MissingText);
     return KeyNotFound;
@@ -199,15 +212,14 @@ int Fg_ConfigFileParser::parseKeyFromLine(const char* key, char* value) {
     if (!file || key == nullptr) {
         return notFound(value);
     }
-    std::rewind(file.get());
-    if (!readLineHolding(key, line)) {
+    lines.restart(file.get());
+    if (!findLineHolding(lines, key, line)) {
         return notFound(value);
     }
     LineSplitter splitter(line);
     splitter.next("='");
     const char* token = splitter.next(ValueDelimiters);
     std::strcpy(value, token == nullptr ? "" : token);
-    readLine(file.get(), line);
     return Success;
 }
 
@@ -217,15 +229,14 @@ int Fg_ConfigFileParser::parseKey(const char* section, const char* key, char* va
     if (!file || section == nullptr || key == nullptr) {
         return notFound(value);
     }
-    std::rewind(file.get());
-    if (!readLineHolding(section, line) || !readLineOfKey(key, line)) {
+    lines.restart(file.get());
+    if (!findLineHolding(lines, section, line) || !findLineOfKey(lines, key, line)) {
         return notFound(value);
     }
     LineSplitter splitter(line);
     splitter.next("=;");
     const char* token = splitter.next(ValueDelimiters);
     std::strcpy(value, token == nullptr || isEndOfLine(token) ? "" : token);
-    readLine(file.get(), line);
     return Success;
 }
 

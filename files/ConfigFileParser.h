@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "files/LineReader.h"
 #include "files/TextFile.h"
 
 namespace quillon {
@@ -110,8 +111,6 @@ private:
     void writeLine(const char* format, Arguments... arguments);
     template <typename... Arguments>
     void writeNumber(const char* key, const char* format, Arguments... arguments);
-    bool readLineHolding(const char* text, TextLine& line);
-    bool readLineOfKey(const char* key, TextLine& line);
     int notFound(char* value) const;
 
     void logEntry(const char* operation) const;
@@ -120,6 +119,7 @@ private:
 
     Fg_Log* log;
     TextFile file;
+    LineReader lines;
 };
 
 }  // namespace quillon

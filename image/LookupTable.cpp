@@ -21,10 +21,37 @@ constexpr int ReadOnly = 1;  ///< and of one that can't
 constexpr std::array<Ix, 3> DesignTables = {Ix::LookupTable_R_LUTcontent, Ix::LookupTable_G_LUTcontent,
                                             Ix::LookupTable_B_LUTcontent};
 
+/// The table is computed in blocks, and each block in loops of one kind of work, which the compiler can vectorise.
+constexpr std::size_t BlockSize = 256;
+using Block = std::array<double, BlockSize>;
+static_assert(LookupTable::EntryCount % BlockSize == 0);
+
+/// Raises the values to the power; one below 0 becomes 0, whatever the exponent.
+void raise(Block& values, double exponent) {
+    if (exponent == 1.0) {  // pow(v, 1) is v to the bit, for every v
+        for (double& v : values) {
+            v = v < 0.0 ? 0.0 : v;
+        }
+        return;
+    }
+    for (double& v : values) {
+        v = v < 0.0 ? 0.0 : std::pow(v, exponent);
+    }
+}
+
 /// Truncates toward zero; what does not fit becomes the smallest 32-bit value, which the clamp behind turns into 0.
 std::int32_t truncateToInt32(double value) {
-    const bool fits = value > -2147483649.0 && value < 2147483648.0;
-    return fits ? static_cast<std::int32_t>(value) : std::numeric_limits<std::int32_t>::min();
+    constexpr double smallest = std::numeric_limits<std::int32_t>::min();
+    const double fitting = value < 2147483648.0 ? value : smallest;  // not a number falls under the second
+    return static_cast<std::int32_t>(std::max(fitting, smallest));
+}
+
+/// The entry of a value from 0 (black) to 1 (white), held between them.
+std::uint32_t entryOf(double value, bool invert) {
+    const auto out = static_cast<std::uint32_t>(truncateToInt32(value * 65535.0 + 0.5));
+    // 32-bit arithmetic, wrapping. The clamp stands behind it, and takes an overflow for a negative value.
+    const auto inverted = static_cast<std::int32_t>(invert ? LookupTable::MaxValue - out : out);
+    return static_cast<std::uint32_t>(std::clamp<std::int32_t>(inverted, 0, LookupTable::MaxValue));
 }
 
 /// The width of the values of a field access, bytes; 0 where nothing is moved.
@@ -48,21 +75,19 @@ bool liesInTable(const FieldParameterAccess& record) {
 }  // namespace
 
 void LookupTable::computeLut(const LookupTableState& state, Table& table) {
+    const double offset = state.offset;
+    const double gain = state.gain;
     const double exponent = 1.0 / state.gamma;
-    // pow(v, 1) is v to the bit, for every v.
-    const bool linear = exponent == 1.0;
-    for (std::uint32_t x = 0; x < EntryCount; ++x) {
-        const double v = (x / LargestInput + state.offset) * state.gain;
-        std::int32_t out = 0;
-        if (!(v < 0.0)) {
-            out = truncateToInt32((linear ? v : std::pow(v, exponent)) * 65535.0 + 0.5);
+    const bool invert = state.invert == FG_ON;
+    for (std::size_t first = 0; first < table.size(); first += BlockSize) {
+        Block values;
+        for (std::size_t i = 0; i < BlockSize; ++i) {
+            values[i] = (static_cast<int>(first + i) / LargestInput + offset) * gain;
         }
-        std::uint32_t entry = static_cast<std::uint32_t>(out);
-        if (state.invert == FG_ON) {
-            entry = MaxValue - entry;  // 32-bit arithmetic, wrapping
+        raise(values, exponent);
+        for (std::size_t i = 0; i < BlockSize; ++i) {
+            table[first + i] = entryOf(values[i], invert);
         }
-        // The clamp stands behind the inversion, and takes an overflow for a negative value.
-        table[x] = static_cast<std::uint32_t>(std::clamp<std::int32_t>(static_cast<std::int32_t>(entry), 0, MaxValue));
     }
 }
 

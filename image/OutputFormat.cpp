@@ -167,7 +167,8 @@ void OutputFormat::readBranch(int index) {
                                          [&text](const BranchRow& branch) { return branch.name == text; });
     require(row != Branches.end(), InternalFailure);
     const auto entryAt = [this, index](int block) -> OutputFormatEntry& {
-        return table_.entries[static_cast<std::size_t>(index + block * OutputFormatTable::BlockSize)];
+        const int position = index + block * OutputFormatTable::BlockSize;
+        return table_.entries[static_cast<std::size_t>(position)];
     };
     entryAt(0).format = row->own.format;
     entryAt(0).bits = row->own.bits;

@@ -21,8 +21,9 @@ Category* Category::getChild(const std::string& childName) const {
     return child == children.end() ? nullptr : child->get();
 }
 
-std::string Category::getFeature(unsigned int index) const {
-    return index < features.size() ? features[index] : std::string();
+const std::string& Category::getFeature(unsigned int index) const {
+    static const std::string none;
+    return index < features.size() ? features[index] : none;
 }
 
 bool Category::hasFeature(const std::string& feature) const {

@@ -19,9 +19,9 @@ public:
     const std::string& getName() const { return name; }
     unsigned int getChildCount() const { return static_cast<unsigned int>(children.size()); }
     unsigned int getFeatureCount() const { return static_cast<unsigned int>(features.size()); }
-    Category* getChild(unsigned int index) const;            ///< null out of range
-    Category* getChild(const std::string& childName) const;  ///< the first of that name, or null
-    std::string getFeature(unsigned int index) const;        ///< empty out of range
+    Category* getChild(unsigned int index) const;             ///< null out of range
+    Category* getChild(const std::string& childName) const;   ///< the first of that name, or null
+    const std::string& getFeature(unsigned int index) const;  ///< empty out of range
     bool hasChild(const std::string& childName) const { return getChild(childName) != nullptr; }
     bool hasFeature(const std::string& feature) const;
 

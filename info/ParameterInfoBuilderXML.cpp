@@ -1,6 +1,6 @@
 #include "info/ParameterInfoBuilderXML.h"
 
-#include <map>
+#include <algorithm>
 
 #include "info/DirectRegisterRecords.h"
 #include "info/LiveField.h"
@@ -20,11 +20,19 @@ std::string_view textOf(const char* text) {
 }
 
 /// The named entries by value; of several with one value the last counts.
-std::map<int, std::string> namesByValue(const RegisterInfo::Enum& entries) {
-    std::map<int, std::string> names;
+NamesByValue namesByValue(const RegisterInfo::Enum& entries) {
+    NamesByValue names;
+    names.reserve(static_cast<std::size_t>(entries.entryCount));
     for (std::int32_t entry = 0; entry < entries.entryCount; ++entry) {
-        if (entries.entryNames[entry] != nullptr) {
-            names[entries.entryValues[entry]] = entries.entryNames[entry];
+        if (entries.entryNames[entry] == nullptr) {
+            continue;
+        }
+        const int value = entries.entryValues[entry];
+        const auto place = std::ranges::lower_bound(names, value, {}, &NamesByValue::value_type::first);
+        if (place != names.end() && place->first == value) {
+            place->second = entries.entryNames[entry];
+        } else {
+            names.insert(place, {value, entries.entryNames[entry]});
         }
     }
     return names;
@@ -59,6 +67,10 @@ bool generate(ParameterInfoGeneratorXML generator, const RegisterInfo& info) {
             return true;
         default: return false;
     }
+}
+
+void writeFeature(std::string& out, const std::string& name) {
+    out.append("<pFeature>").append(name).append("</pFeature>\n");
 }
 
 }  // namespace
@@ -134,23 +146,23 @@ Category& ParameterInfoBuilderXML::categoryFor(std::string_view parentLabel) {
         return root;
     }
     const std::string name = xmlNameFilter(parentLabel);
-    if (!root.hasChild(name)) {
-        root.addChild(new Category(name));
+    if (Category* known = root.getChild(name); known != nullptr) {
+        return *known;
     }
-    return *root.getChild(name);
+    return *new Category(name, &root);
 }
 
 void ParameterInfoBuilderXML::writeCategory(std::string& out, const Category& category) const {
-    out += "<Category Name='" + category.getName() + "' ";
+    out.append("<Category Name='").append(category.getName()).append("' ");
     if (category.getName() == RootName) {
         out += "NameSpace='Standard'";
     }
     out += " >\n";
     for (unsigned int child = 0; child < category.getChildCount(); ++child) {
-        out += "<pFeature>" + category.getChild(child)->getName() + "</pFeature>\n";
+        writeFeature(out, category.getChild(child)->getName());
     }
     for (unsigned int feature = 0; feature < category.getFeatureCount(); ++feature) {
-        out += "<pFeature>" + category.getFeature(feature) + "</pFeature>\n";
+        writeFeature(out, category.getFeature(feature));
     }
     out += "</Category>\n";
     for (unsigned int child = 0; child < category.getChildCount(); ++child) {

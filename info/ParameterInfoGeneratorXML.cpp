@@ -43,6 +43,15 @@ void write(std::string& out, const Pieces&... pieces) {
     (append(out, pieces), ...);
 }
 
+/// A text whose special characters are replaced on its way into the document.
+struct Escaped {
+    std::string_view text;
+};
+
+void append(std::string& out, Escaped escaped) {
+    appendXmlString(out, escaped.text);
+}
+
 std::string filteredSymbol(const RegisterInfo& info) {
     return info.symbol == nullptr ? std::string() : xmlStringFilter(info.symbol);
 }
@@ -78,7 +87,7 @@ void ParameterInfoGeneratorXML::integerRegister(const RegisterInfo& info, const 
 
 void ParameterInfoGeneratorXML::description(const RegisterInfo& info) {
     if (info.label != nullptr && *info.label != '\0') {
-        write(out, "<Description>"sv, xmlStringFilter(info.label), "</Description>\n"sv);
+        write(out, "<Description>"sv, Escaped{info.label}, "</Description>\n"sv);
     }
 }
 
@@ -114,13 +123,12 @@ void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info) {
     write(out, "</StringReg>"sv);
 }
 
-void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, int, const std::map<int, std::string>& entries) {
+void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, int, const NamesByValue& entries) {
     const std::string name = filteredSymbol(info);
     write(out, "<Enumeration Name='"sv, name, "'>\n"sv);
     description(info);
     for (const auto& [value, text] : entries) {
-        write(out, "<EnumEntry Name=\""sv, xmlStringFilter(text), "\">\n<Value>"sv, value,
-              "</Value>\n</EnumEntry>\n"sv);
+        write(out, "<EnumEntry Name=\""sv, Escaped{text}, "\">\n<Value>"sv, value, "</Value>\n</EnumEntry>\n"sv);
     }
     write(out, "<pValue>"sv, name, "_Reg</pValue>\n</Enumeration>\n\n"sv);
     integerRegister(info, name, IntegerLength, "Unsigned");

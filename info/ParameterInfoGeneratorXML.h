@@ -1,14 +1,17 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "info/RegisterInfo.h"
 
 namespace quillon {
+
+/// The entries of an enumeration by rising value, every value once.
+using NamesByValue = std::vector<std::pair<int, std::string_view>>;
 
 /// Writes parameters as elements of a GenApi register description, by appending to a text.
 ///
@@ -28,8 +31,8 @@ public:
     void infoGenerate(const RegisterInfo& info, double value, double min, double max, double inc);
     /// A string register.
     void infoGenerate(const RegisterInfo& info);
-    /// An enumeration, with its entries in order of value, and its register.
-    void infoGenerate(const RegisterInfo& info, int value, const std::map<int, std::string>& entries);
+    /// An enumeration and its register.
+    void infoGenerate(const RegisterInfo& info, int value, const NamesByValue& entries);
     /// A selector, the register that it selects from, and the integer.
     void infoGenerate(const RegisterInfo& info, const std::vector<std::uint64_t>& values, std::uint64_t min,
                       std::uint64_t max, std::uint64_t inc);

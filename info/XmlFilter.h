@@ -5,7 +5,11 @@
 
 namespace quillon {
 
-/// The text with the five characters that mean something in XML replaced: " & ' < >. All other bytes stay as they are.
+/// Appends the text with the five characters that mean something in XML replaced: " & ' < >. All other bytes stay as
+/// they are.
+void appendXmlString(std::string& out, std::string_view text);
+
+/// The text as appendXmlString() appends it.
 std::string xmlStringFilter(std::string_view text);
 
 /// The letters, digits and underscores of the text, without a digit or underscore that is its very first byte. The

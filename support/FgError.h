@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include "support/ErrorCode.h"
@@ -10,15 +11,15 @@ namespace quillon {
 class Fg_Error {
 public:
     int setErr(int number) {
-        number_ = number;
-        return number_;
+        number_.store(number, std::memory_order_relaxed);
+        return number;
     }
-    int getErrorNumberBuffer() const { return number_; }
+    int getErrorNumberBuffer() const { return number_.load(std::memory_order_relaxed); }
     /// Second-level errors are not kept: stores nothing and answers NotImplemented.
     int setErrLevel2(int /*number*/, const char* /*text*/) { return NotImplemented; }
 
 private:
-    std::int32_t number_ = Success;
+    std::atomic<std::int32_t> number_{Success};  ///< the table look-ups and forwarders record without a lock
 };
 
 }  // namespace quillon

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <locale>
 #include <memory>
 #include <sstream>
 
@@ -54,6 +55,7 @@ void writeMessage(Logger& logger, int level, Describe&& describe) {
         return;
     }
     std::ostringstream line;
+    line.imbue(std::locale::classic());  // the host's locale must not group the digits
     line << "thread-id=" << pthread_self() << '|';
     describe(line);
     logger.log(level, line.str().c_str(), 0, nullptr);

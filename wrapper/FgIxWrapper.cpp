@@ -37,8 +37,9 @@ struct FgIxWrapperPrivate {
 
 namespace {
 
-IXdevice* currentDevice = nullptr;
-fpga_design* currentDesign = nullptr;
+// Process-wide and guarded by nothing: what Info tells is what the last of several starts stored.
+std::atomic<IXdevice*> currentDevice{nullptr};
+std::atomic<fpga_design*> currentDesign{nullptr};
 
 constexpr int EventLimit = 64;  // one bit of a mask each
 
@@ -77,10 +78,17 @@ FgIxWrapper::~FgIxWrapper() {
 }
 
 Logger& FgIxWrapper::logger() {
-    if (logger_ == nullptr) {
-        logger_ = Logging::instance().getLogger("orlo.wrapper.FgIxWrapper");
+    return cachedLogger(logger_, "orlo.wrapper.FgIxWrapper");
+}
+
+Logger& FgIxWrapper::cachedLogger(std::atomic<Logger*>& cache, const char* name) {
+    Logger* found = cache;
+    if (found == nullptr) {
+        // Two threads may ask at once: both get the same logger.
+        found = Logging::instance().getLogger(name);
+        cache = found;
     }
-    return *logger_;
+    return *found;
 }
 
 int FgIxWrapper::initializeDllFunctions(const char* name) {

@@ -2,6 +2,7 @@
 /// The base of every applet wrapper: what does not depend on the design.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -122,10 +123,14 @@ public:
     }
 
 private:
-    orlo::tools::logging::Logger* logger_ = nullptr;
+    std::atomic<orlo::tools::logging::Logger*> logger_{nullptr};
     std::unique_ptr<FgIxWrapperPrivate> private_;
 
 protected:
+    /// The logger `name`, found once and kept in `cache`.
+    static orlo::tools::logging::Logger& cachedLogger(std::atomic<orlo::tools::logging::Logger*>& cache,
+                                                      const char* name);
+
     /// Process number to parameter id to record; the records belong to parameterInfo().
     RegisterInfoById registerInfoById;
 

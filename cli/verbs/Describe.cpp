@@ -18,13 +18,14 @@ struct Description {
     std::string accepted;
     std::string reason;
     std::vector<std::string> readFrom;   ///< design parameters that a read reaches
-    std::vector<std::string> writtenTo;  ///< design parameters that a write of the present value reaches
+    std::vector<std::string> writtenTo;  ///< design parameters that a write of the present value writes
+    std::vector<std::string> consulted;  ///< design parameters that such a write reads, for limits
 };
 
-std::vector<std::string> namesOf(const std::vector<client::Access>& accesses) {
+std::vector<std::string> namesOf(const std::vector<client::Access>& accesses, client::Direction direction) {
     std::vector<std::string> names;
     for (const client::Access& access : accesses) {
-        if (std::find(names.begin(), names.end(), access.name) == names.end()) {
+        if (access.direction == direction && std::find(names.begin(), names.end(), access.name) == names.end()) {
             names.push_back(access.name);
         }
     }
@@ -48,16 +49,19 @@ Description describe(Session& session, const Parameter& parameter) {
     description.label = parameter.record ? client::utf8(parameter.record->label) : "";
     description.access = accessText(parameter);
     description.accepted = acceptedValues(parameter);
-    description.reason = rangeReason(parameter.id);
+    description.reason = rangeReason(parameter.name);
     Value value;
     int code = 0;
-    description.readFrom = namesOf(traced(session.board(), [&] { code = readValue(applet, parameter, value); }));
+    description.readFrom =
+        namesOf(traced(session.board(), [&] { code = readValue(applet, parameter, value); }), client::Direction::Read);
     description.value = code == 0 ? inWords(parameter, value) : client::describeCode(code);
     // A text names a file, and writing it would make or read that file.
     const client::PublicParameter* known = client::findPublicParameter(parameter.id);
     const bool writable = known != nullptr && known->access == client::ParameterAccess::ReadWrite;
     if (code == 0 && writable && parameter.kind != client::ParameterKind::String) {
-        description.writtenTo = namesOf(traced(session.board(), [&] { writeValue(applet, parameter, value); }));
+        const auto accesses = traced(session.board(), [&] { writeValue(applet, parameter, value); });
+        description.writtenTo = namesOf(accesses, client::Direction::Write);
+        description.consulted = namesOf(accesses, client::Direction::Read);
     }
     return description;
 }
@@ -106,14 +110,17 @@ void print(const Parameter& parameter, const Description& description, Console& 
     addRow(rows, "Range follows", description.reason);
     addRows(rows, "Reads", description.readFrom);
     addRows(rows, "Writes", description.writtenTo);
+    addRows(rows, "Reads for it", description.consulted);
     printRows(console.out, rows, "  ");
 }
 
 Json toJson(const Parameter& parameter, const Description& description) {
-    Json json{{"name", parameter.name},           {"id", parameter.id},           {"label", description.label},
-              {"description", description.text},  {"access", description.access}, {"value", description.value},
-              {"accepted", description.accepted}, {"reason", description.reason}, {"reads", description.readFrom},
-              {"writes", description.writtenTo}};
+    Json json{{"name", parameter.name},           {"id", parameter.id},
+              {"label", description.label},       {"description", description.text},
+              {"access", description.access},     {"value", description.value},
+              {"accepted", description.accepted}, {"reason", description.reason},
+              {"reads", description.readFrom},    {"writes", description.writtenTo},
+              {"consults", description.consulted}};
     if (parameter.isEnumerated()) {
         for (const client::EnumEntry& entry : parameter.record->entries) {
             json["values"].push_back(

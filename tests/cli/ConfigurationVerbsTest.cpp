@@ -57,6 +57,14 @@ TEST(Check, ASavedStateHasNoComplaint) {
     EXPECT_THAT(outcome.out, EndsWith("state.mcf: no complaint\n"));
 }
 
+TEST(Check, TheExamplesHaveNoComplaint) {
+    for (const char* name : {"free_running_4k.mcf", "shaft_encoder_conveyor.mcf", "camera_simulator_50_frames.mcf"}) {
+        const Outcome outcome = quillon({"check", std::filesystem::path(QUILLON_EXAMPLES) / name});
+        EXPECT_EQ(outcome.status, 0) << name;
+        EXPECT_THAT(outcome.out, EndsWith("no complaint\n"));
+    }
+}
+
 TEST(Check, AMissingKeyIsTold) {
     const Folder folder;
     const Outcome outcome = quillon({"check", changedState(folder, "FG_WIDTH=1024;\n", "")});

@@ -75,12 +75,25 @@ TEST(Events, EachIsListedWithItsMask) {
 }
 
 TEST(Demo, ItShowsAStepARefusalAndAFailureWithItsRollback) {
-    const Outcome outcome = quillon({"demo"});
+    const Folder folder;
+    const Outcome outcome = quillon({"demo"}, folder.path());
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, HasSubstr("$ quillon set FG_WIDTH=2048 --trace"));
     EXPECT_THAT(outcome.out, HasSubstr("FG_WIDTH=1030 was refused: -7080 (ValueNotAligned)"));
     EXPECT_THAT(outcome.out, HasSubstr("failed: -5"));
     EXPECT_THAT(outcome.out, HasSubstr("$ quillon get FG_HEIGHT\n  FG_HEIGHT = 512 pixel\n"));
+    EXPECT_THAT(outcome.err, HasSubstr("examples/free_running_4k.mcf is not there"));
+}
+
+TEST(Demo, AConfigurationIsLoadedCheckedChangedAndCompared) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_WIDTH=4096", "--save", folder / "wide.mcf"}).status, 0);
+    const Outcome outcome = quillon({"demo", "--example", folder / "wide.mcf"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, ContainsRegex("FG_WIDTH +1024 pixel +-> +4096 pixel\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("FG_LINE_DOWNSCALE: 0 pulses was refused: -6000 (ValueOutOfRange)"));
+    EXPECT_THAT(outcome.out, ContainsRegex("FG_PROCESSING_GAMMA +1 +2.2\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("<?xml"));
 }
 
 }  // namespace

@@ -141,30 +141,30 @@ TEST_F(ParameterInfoGenerator, WritesAStringAsARegisterOfItsOwn) {
 }
 
 TEST_F(ParameterInfoGenerator, WritesAnEnumerationInFrontOfItsRegister) {
-    EXPECT_EQ(generate(record("Source", "FG_SOURCE", 8113, 7), 0,
-                       std::map<int, std::string>{{1, "A&B"}, {-1, "SOFTWARE"}, {0, "GPI"}}),
-              "<Enumeration Name='FG_SOURCE'>\n"
-              "<Description>Source</Description>\n"
-              "<EnumEntry Name=\"SOFTWARE\">\n"
-              "<Value>-1</Value>\n"
-              "</EnumEntry>\n"
-              "<EnumEntry Name=\"GPI\">\n"
-              "<Value>0</Value>\n"
-              "</EnumEntry>\n"
-              "<EnumEntry Name=\"A&amp;B\">\n"
-              "<Value>1</Value>\n"
-              "</EnumEntry>\n"
-              "<pValue>FG_SOURCE_Reg</pValue>\n"
-              "</Enumeration>\n"
-              "\n"
-              "<IntReg Name=\"FG_SOURCE_Reg\">\n"
-              "<Address>8113</Address>\n"
-              "<Length>4</Length>\n"
-              "<AccessMode>RW</AccessMode>\n"
-              "<pPort>DevicePort</pPort>\n"
-              "<Sign>Unsigned</Sign>\n"
-              "<Endianess>LittleEndian</Endianess>\n"
-              "</IntReg>");
+    EXPECT_EQ(
+        generate(record("Source", "FG_SOURCE", 8113, 7), 0, NamesByValue{{-1, "SOFTWARE"}, {0, "GPI"}, {1, "A&B"}}),
+        "<Enumeration Name='FG_SOURCE'>\n"
+        "<Description>Source</Description>\n"
+        "<EnumEntry Name=\"SOFTWARE\">\n"
+        "<Value>-1</Value>\n"
+        "</EnumEntry>\n"
+        "<EnumEntry Name=\"GPI\">\n"
+        "<Value>0</Value>\n"
+        "</EnumEntry>\n"
+        "<EnumEntry Name=\"A&amp;B\">\n"
+        "<Value>1</Value>\n"
+        "</EnumEntry>\n"
+        "<pValue>FG_SOURCE_Reg</pValue>\n"
+        "</Enumeration>\n"
+        "\n"
+        "<IntReg Name=\"FG_SOURCE_Reg\">\n"
+        "<Address>8113</Address>\n"
+        "<Length>4</Length>\n"
+        "<AccessMode>RW</AccessMode>\n"
+        "<pPort>DevicePort</pPort>\n"
+        "<Sign>Unsigned</Sign>\n"
+        "<Endianess>LittleEndian</Endianess>\n"
+        "</IntReg>");
 }
 
 TEST_F(ParameterInfoGenerator, WritesAnIntegerArrayAsSelectorAndSelectedRegister) {

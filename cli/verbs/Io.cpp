@@ -1,0 +1,154 @@
+#include <array>
+
+#include "cli/Arguments.h"
+#include "cli/Refusals.h"
+#include "cli/Verb.h"
+
+namespace quillon::cli {
+
+namespace {
+
+constexpr const char* InputLevels = "Device1_Process1_Trigger_Inputs_InputStatus_Status";
+constexpr int InputId = 14010;  // FG_DIGIO_INPUT
+constexpr unsigned InputCount = 12;
+constexpr unsigned FirstFrontInput = 8;
+
+/// A destination of the switchboard; its parameters end in _SOURCE and _POLARITY.
+struct Route {
+    std::string_view name;
+    std::string_view parameter;
+};
+
+constexpr std::array routes{Route{"Camera trigger", "FG_TRIGGERCAMERA"},
+                            Route{"GPO 0", "FG_TRIGGEROUT_GPO_0"},
+                            Route{"GPO 1", "FG_TRIGGEROUT_GPO_1"},
+                            Route{"GPO 2", "FG_TRIGGEROUT_GPO_2"},
+                            Route{"GPO 3", "FG_TRIGGEROUT_GPO_3"},
+                            Route{"GPO 4", "FG_TRIGGEROUT_GPO_4"},
+                            Route{"GPO 5", "FG_TRIGGEROUT_GPO_5"},
+                            Route{"GPO 6", "FG_TRIGGEROUT_GPO_6"},
+                            Route{"GPO 7", "FG_TRIGGEROUT_GPO_7"},
+                            Route{"Front GPO 0", "FG_TRIGGEROUT_FRONT_GPO_0"},
+                            Route{"Front GPO 1", "FG_TRIGGEROUT_FRONT_GPO_1"},
+                            Route{"Analyzer 0", "FG_SIGNAL_ANALYZER_0"},
+                            Route{"Analyzer 1", "FG_SIGNAL_ANALYZER_1"},
+                            Route{"Custom event 0", "FG_CUSTOM_SIGNAL_EVENT_0"},
+                            Route{"Custom event 1", "FG_CUSTOM_SIGNAL_EVENT_1"}};
+
+// Sources with a level of their own.
+constexpr std::uint64_t Ground = 4;
+constexpr std::uint64_t Supply = 5;
+constexpr std::uint64_t FirstInputSource = 1001;
+constexpr std::uint64_t InputSourceStep = 10;
+
+struct RouteState {
+    std::string source;
+    bool inverted = false;
+    std::string level;  ///< "high", "low", or "signal" where it changes by itself
+};
+
+std::uint64_t readWhole(client::Applet& applet, const Parameter& parameter) {
+    std::uint32_t value = 0;
+    if (const int code = applet.getUnsigned(parameter.id, value); code != 0) {
+        throw RefusedError("get of " + parameter.name + " " + inWords(explainGet(code)));
+    }
+    return value;
+}
+
+std::string inputName(unsigned input) {
+    return input < FirstFrontInput ? "GPI " + std::to_string(input)
+                                   : "Front GPI " + std::to_string(input - FirstFrontInput);
+}
+
+std::string levelOf(std::uint64_t source, bool inverted, std::uint64_t inputs) {
+    if (source == Ground || source == Supply) {
+        return source == Supply ? "high" : "low";  // whatever the polarity
+    }
+    const std::uint64_t input = (source - FirstInputSource) / InputSourceStep;
+    if (source < FirstInputSource || input >= InputCount) {
+        return "signal";
+    }
+    return ((inputs >> input & 1) != 0) != inverted ? "high" : "low";
+}
+
+RouteState stateOf(client::Applet& applet, const Route& route, std::uint64_t inputs) {
+    const Parameter source = findParameter(applet, std::string(route.parameter) + "_SOURCE");
+    const Parameter polarity = findParameter(applet, std::string(route.parameter) + "_POLARITY");
+    const std::uint64_t value = readWhole(applet, source);
+    const bool fixed = value == Ground || value == Supply;
+    RouteState state;
+    const std::string name = enumeratorOf(source, Value(value));
+    state.source = name.empty() ? std::to_string(value) : name;
+    state.inverted = !fixed && readWhole(applet, polarity) == 0;
+    state.level = levelOf(value, state.inverted, inputs);
+    return state;
+}
+
+std::uint64_t parseLevels(const std::string& text) {
+    const auto levels = parseWholeNumber(trimmed(text));
+    if (!levels || levels->negative || levels->magnitude >> InputCount != 0) {
+        throw UsageError("\"" + text + "\": the levels of 12 inputs are a number from 0 to 0xFFF");
+    }
+    return levels->magnitude;
+}
+
+void print(Console& console, std::uint64_t inputs, const std::vector<RouteState>& states) {
+    console.out << "Inputs\n";
+    Rows inputRows;
+    for (unsigned input = 0; input < InputCount; ++input) {
+        const bool high = (inputs >> input & 1) != 0;
+        inputRows.push_back({inputName(input), high ? "--[1]-->" : "--[0]-->", high ? "high" : "low"});
+    }
+    printRows(console.out, inputRows, "  ");
+    console.out << "\nRoutes\n";
+    Rows routeRows;
+    for (std::size_t i = 0; i < routes.size(); ++i) {
+        routeRows.push_back({states[i].source, states[i].inverted ? "--o|not>--" : "----------",
+                             std::string("> ") + std::string(routes[i].name), states[i].level});
+    }
+    printRows(console.out, routeRows, "  ");
+}
+
+Json toJson(std::uint64_t inputs, const std::vector<RouteState>& states) {
+    Json json{{"inputs", Json::object()}, {"routes", Json::object()}};
+    for (unsigned input = 0; input < InputCount; ++input) {
+        json["inputs"][inputName(input)] = (inputs >> input & 1) != 0 ? "high" : "low";
+    }
+    for (std::size_t i = 0; i < routes.size(); ++i) {
+        json["routes"][std::string(routes[i].name)] = {
+            {"source", states[i].source}, {"inverted", states[i].inverted}, {"level", states[i].level}};
+    }
+    return json;
+}
+
+ExitStatus io(Session& session, Console& console, const std::string& levels) {
+    client::Applet& applet = session.applet();
+    if (!levels.empty()) {
+        session.board().setInteger(InputLevels, static_cast<std::int64_t>(parseLevels(levels)));
+    }
+    const std::uint64_t inputs = readWhole(applet, findParameter(applet, std::to_string(InputId)));
+    std::vector<RouteState> states;
+    for (const Route& route : routes) {
+        states.push_back(stateOf(applet, route, inputs));
+    }
+    if (session.options().json) {
+        console.out << toJson(inputs, states).dump(2) << '\n';
+    } else {
+        print(console, inputs, states);
+    }
+    return Done;
+}
+
+}  // namespace
+
+void addIoVerb(Verbs& verbs) {
+    auto levels = std::make_shared<std::string>();
+    CLI::App& verb = verbs.add("io", "Draw the digital inputs and which signal feeds which output",
+                               "  quillon io\n"
+                               "  quillon io --inputs 0x005                      with inputs 0 and 2 at high level\n"
+                               "  quillon io --mcf conveyor.mcf                  the routes of a configuration",
+                               [levels](Session& session, Console& console) { return io(session, console, *levels); });
+    verb.add_option("--inputs", *levels, "Levels to put on the board's inputs, a bit each")->type_name("BITS");
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,192 @@
+#include <algorithm>
+#include <array>
+
+#include "cli/Chart.h"
+#include "cli/Refusals.h"
+#include "cli/Verb.h"
+
+namespace quillon::cli {
+
+namespace {
+
+constexpr int TypeId = 110017;        // FG_LUT_TYPE
+constexpr int CustomFileId = 300000;  // FG_LUT_CUSTOM_FILE
+constexpr int SaveFileId = 110021;    // FG_LUT_SAVE_FILE
+constexpr std::int32_t CustomType = 0;
+constexpr std::size_t TableSize = 16384;
+constexpr double LargestEntry = 65535;
+
+struct LutArguments {
+    std::string load;
+    std::string save;
+    std::string picture;
+    std::vector<std::string> compare;
+};
+
+struct Channel {
+    const char* name;
+    int id;
+    char mark;
+    Colour colour;
+};
+
+constexpr std::array channels{Channel{"red", 300009, 'R', {0.8, 0.1, 0.1}},
+                              Channel{"green", 300010, 'G', {0.1, 0.6, 0.1}},
+                              Channel{"blue", 300011, 'B', {0.1, 0.2, 0.8}}};
+
+using Table = std::vector<std::uint32_t>;
+using Tables = std::array<Table, channels.size()>;
+
+void expect(client::Applet& applet, const std::string& what, int code, int id) {
+    if (code != 0) {
+        throw RefusedError(what + " " + inWords(explainSet(applet, findParameter(applet, std::to_string(id)), code)));
+    }
+}
+
+Tables readTables(client::Applet& applet) {
+    Tables tables;
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        tables[i].resize(TableSize);
+        expect(applet, "the " + std::string(channels[i].name) + " table", applet.getField(channels[i].id, tables[i]),
+               channels[i].id);
+    }
+    return tables;
+}
+
+void loadTables(client::Applet& applet, const std::string& file) {
+    expect(applet, "FG_LUT_TYPE", applet.setInt(TypeId, CustomType), TypeId);
+    expect(applet, file, applet.setText(CustomFileId, file), CustomFileId);
+}
+
+Curve curveOf(const std::string& name, char mark, const Colour& colour, const Table& table) {
+    Curve curve{name, mark, colour, {}};
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        curve.points.emplace_back(static_cast<double>(i), static_cast<double>(table[i]));
+    }
+    return curve;
+}
+
+Chart chartOf(const Tables& tables) {
+    Chart chart{"Lookup table", {"input", 0, TableSize - 1.0}, {"output", 0, LargestEntry}, {}};
+    if (tables[0] == tables[1] && tables[1] == tables[2]) {
+        chart.curves.push_back(curveOf("red, green, blue", '*', {0.2, 0.2, 0.2}, tables[0]));
+        return chart;
+    }
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        chart.curves.push_back(curveOf(channels[i].name, channels[i].mark, channels[i].colour, tables[i]));
+    }
+    return chart;
+}
+
+Json toJson(const Tables& tables) {
+    Json json;
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        json[channels[i].name] = tables[i];
+    }
+    return json;
+}
+
+ExitStatus show(Session& session, Console& console, const LutArguments& arguments) {
+    client::Applet& applet = session.applet();
+    if (!arguments.load.empty()) {
+        loadTables(applet, arguments.load);
+    }
+    if (!arguments.save.empty()) {
+        expect(applet, arguments.save, applet.setText(SaveFileId, arguments.save), SaveFileId);
+    }
+    const Tables tables = readTables(applet);
+    const Chart chart = chartOf(tables);
+    if (!arguments.picture.empty()) {
+        writePicture(chart, arguments.picture);
+    }
+    if (session.options().json) {
+        console.out << toJson(tables).dump() << '\n';
+        return Done;
+    }
+    for (const std::string& line : asText(chart, 64, 16)) {
+        console.out << line << '\n';
+    }
+    if (chart.curves.size() > 1) {
+        console.out
+            << "R red, G green, B blue; the tables of the applet. A loaded file gives the design its blue curve for\n"
+               "all three colours, and entries set one by one each their own.\n";
+    }
+    return Done;
+}
+
+/// How one colour of two files differs.
+struct ChannelDifference {
+    std::size_t count = 0;
+    std::size_t first = 0;
+    std::size_t farthest = 0;
+    std::int64_t most = 0;
+};
+
+ChannelDifference compareTables(const Table& left, const Table& right) {
+    ChannelDifference difference;
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        const std::int64_t distance = static_cast<std::int64_t>(right[i]) - static_cast<std::int64_t>(left[i]);
+        if (distance == 0) {
+            continue;
+        }
+        difference.first = difference.count == 0 ? i : difference.first;
+        ++difference.count;
+        if (std::abs(distance) > std::abs(difference.most)) {
+            difference.most = distance;
+            difference.farthest = i;
+        }
+    }
+    return difference;
+}
+
+ExitStatus compare(Session& session, Console& console, const LutArguments& arguments) {
+    loadTables(session.applet(), arguments.compare[0]);
+    const Tables first = readTables(session.applet());
+    loadTables(session.applet(), arguments.compare[1]);
+    const Tables second = readTables(session.applet());
+    Rows rows;
+    Json json;
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        const ChannelDifference difference = compareTables(first[i], second[i]);
+        const std::string words =
+            difference.count == 0 ? "no difference"
+                                  : std::to_string(difference.count) + " entries differ, the first is " +
+                                        std::to_string(difference.first) + "; most at " +
+                                        std::to_string(difference.farthest) + ", by " + std::to_string(difference.most);
+        rows.push_back({channels[i].name, words});
+        json[channels[i].name] = {{"differing", difference.count}};
+        if (difference.count > 0) {
+            json[channels[i].name].update(
+                {{"first", difference.first}, {"farthest", difference.farthest}, {"by", difference.most}});
+        }
+    }
+    if (session.options().json) {
+        console.out << json.dump(2) << '\n';
+    } else {
+        printRows(console.out, rows);
+    }
+    return Done;
+}
+
+}  // namespace
+
+void addLutVerb(Verbs& verbs) {
+    auto arguments = std::make_shared<LutArguments>();
+    CLI::App& verb =
+        verbs.add("lut", "Draw the lookup table; load, save and compare lookup table files",
+                  "  quillon lut                                    the start-up curve in the terminal\n"
+                  "  quillon lut -o curve.png --mcf dark.mcf        the curve of a configuration as a picture\n"
+                  "  quillon lut --load warm.lut                    a file's curves\n"
+                  "  quillon lut --save linear.lut                  the tables as a file\n"
+                  "  quillon lut --compare warm.lut cold.lut        where two files differ",
+                  [arguments](Session& session, Console& console) {
+                      return arguments->compare.empty() ? show(session, console, *arguments)
+                                                        : compare(session, console, *arguments);
+                  });
+    verb.add_option("--load", arguments->load, "Load this file (.lut) first")->type_name("FILE");
+    verb.add_option("--save", arguments->save, "Save the tables to this file (.lut)")->type_name("FILE");
+    verb.add_option("-o,--output", arguments->picture, "Draw a picture (.png)")->type_name("FILE");
+    verb.add_option("--compare", arguments->compare, "Compare two files (.lut)")->type_name("FILE")->expected(2);
+}
+
+}  // namespace quillon::cli

@@ -1,0 +1,32 @@
+#include "files/LineReader.h"
+
+#include <sys/types.h>
+#include <unistd.h>
+
+namespace quillon {
+
+void LineReader::restart(std::FILE* stream) {
+    descriptor_ = stream != nullptr ? ::fileno(stream) : -1;
+    if (offset_ != filled_) {
+        forget();
+    }
+    begin_ = 0;
+}
+
+bool LineReader::readOn() {
+    if (filled_ == buffer_.size()) {
+        filled_ -= begin_;
+        std::memmove(buffer_.data(), buffer_.data() + begin_, filled_);
+        begin_ = 0;
+    }
+    const ssize_t count =
+        ::pread(descriptor_, buffer_.data() + filled_, buffer_.size() - filled_, static_cast<off_t>(offset_));
+    if (count <= 0) {
+        return false;
+    }
+    filled_ += static_cast<std::size_t>(count);
+    offset_ += static_cast<std::size_t>(count);
+    return true;
+}
+
+}  // namespace quillon

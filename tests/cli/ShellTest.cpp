@@ -1,0 +1,55 @@
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+
+#include "tests/cli/Command.h"
+
+namespace quillon::cli::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+TEST(Manual, EveryVerbHasASection) {
+    const Outcome outcome = quillon({"manual"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, StartsWith(".TH QUILLON 1\n"));
+    EXPECT_THAT(outcome.out, HasSubstr(".SS describe\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("\n.B \\-\\-trace\n"));
+}
+
+TEST(Completion, BashOffersVerbsAndParameterNames) {
+    const Folder folder;
+    const Outcome script = quillon({"completion", "bash"});
+    ASSERT_EQ(script.status, 0);
+    const std::string ask = "bash -c 'source /dev/stdin <<< \"$(" QUILLON_COMMAND
+                            " completion bash)\"; COMP_WORDS=(quillon get FG_WID); COMP_CWORD=2; _quillon; echo "
+                            "${COMPREPLY[*]}' > " +
+                            (folder / "reply").string();
+    ASSERT_EQ(std::system(ask.c_str()), 0);
+    EXPECT_EQ(contentOf(folder / "reply"), "FG_WIDTH\n");
+}
+
+TEST(Completion, TheZShellScriptSaysWhoseItIs) {
+    EXPECT_THAT(quillon({"completion", "zsh"}).out, StartsWith("#compdef quillon\n"));
+}
+
+TEST(Completion, AnUnknownShellIsUsage) {
+    EXPECT_EQ(quillon({"completion", "fish"}).status, 2);
+}
+
+TEST(Reference, EveryParameterHasARow) {
+    const Outcome outcome = quillon({"reference"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, StartsWith("# Parameters\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("| `FG_WIDTH` | 100 | rw | 4 to 16384 pixel in steps of 4"));
+}
+
+TEST(Reference, TheOneInTheDocumentsIsUpToDate) {
+    // Compared as a whole: a listing of both would bury everything else.
+    EXPECT_TRUE(contentOf(QUILLON_PARAMETER_REFERENCE) == quillon({"reference"}).out)
+        << "build the target parameter_reference to write it anew";
+}
+
+}  // namespace
+}  // namespace quillon::cli::testing

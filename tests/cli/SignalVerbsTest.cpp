@@ -1,0 +1,118 @@
+#include <gmock/gmock.h>
+
+#include "tests/cli/Command.h"
+
+namespace quillon::cli::testing {
+namespace {
+
+using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+TEST(Lut, TheStartUpCurveIsDrawnAndTold) {
+    EXPECT_THAT(quillon({"lut"}).out, StartsWith("65535 |"));
+    const auto json = quillon({"lut", "--json"}).json();
+    ASSERT_EQ(json["red"].size(), 16384U);
+    EXPECT_EQ(json["red"][8191], 32765);
+    EXPECT_EQ(json["blue"][16383], 65535);
+}
+
+TEST(Lut, ThePictureIsAPng) {
+    const Folder folder;
+    EXPECT_EQ(quillon({"lut", "-o", folder / "curve.png"}).status, 0);
+    EXPECT_THAT(contentOf(folder / "curve.png"), StartsWith("\x89PNG"));
+}
+
+TEST(Lut, APictureThatCannotBeWrittenIsRefused) {
+    const Outcome outcome = quillon({"lut", "-o", "/no/such/folder/curve.png"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("/no/such/folder/curve.png cannot be written"));
+}
+
+TEST(Lut, ASavedFileLoadsAgainAndTwoFilesAreCompared) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"lut", "--save", folder / "linear.lut"}).status, 0);
+    ASSERT_EQ(quillon({"set", "FG_PROCESSING_INVERT=FG_ON", "--save", folder / "inverted.mcf"}).status, 0);
+    ASSERT_EQ(quillon({"lut", "--save", folder / "inverted.lut", "--mcf", folder / "inverted.mcf"}).status, 0);
+    EXPECT_EQ(quillon({"lut", "--load", folder / "inverted.lut", "--json"}).json()["red"][0], 65535);
+    EXPECT_THAT(quillon({"lut", "--compare", folder / "linear.lut", folder / "inverted.lut"}).out,
+                ContainsRegex("red +16384 entries differ, the first is 0; most at 0, by 65535\n"));
+    EXPECT_THAT(quillon({"lut", "--compare", folder / "linear.lut", folder / "linear.lut"}).out,
+                ContainsRegex("green +no difference\n"));
+}
+
+TEST(Lut, AMissingFileIsRefused) {
+    const Outcome outcome = quillon({"lut", "--load", "/no/such/warm.lut"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("/no/such/warm.lut was refused: -2076 (FileNotFound)"));
+}
+
+TEST(Trigger, ItIsToldInWordsAndDrawn) {
+    const Outcome outcome = quillon({"trigger"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out,
+                HasSubstr("A line every 200 \xC2\xB5s (5000 lines a second), exposed for 19 \xC2\xB5s.\n"));
+    EXPECT_THAT(outcome.out, ContainsRegex("ExSync +#+_+#+_+#+_+\n"));
+}
+
+TEST(Trigger, AnExposureLongerThanThePeriodIsWarnedOf) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_LINEEXPOSURE=150", "FG_LINEPERIODE=100", "--save", folder / "long.mcf"}).status, 0);
+    const Outcome outcome = quillon({"trigger", "--mcf", folder / "long.mcf"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out,
+                HasSubstr("warning: the exposure of 150 \xC2\xB5s is longer than the period of 100 \xC2\xB5s\n"));
+}
+
+TEST(Trigger, AnEncoderThatNobodyListensToIsWarnedOf) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_SHAFTENCODERON=FG_ON", "--save", folder / "deaf.mcf"}).status, 0);
+    const auto json = quillon({"trigger", "--json", "--mcf", folder / "deaf.mcf"}).json();
+    ASSERT_EQ(json["warnings"].size(), 1U);
+    EXPECT_EQ(json["warnings"][0], "the shaft encoder is on, but GRABBER_CONTROLLED (1) does not listen to it");
+}
+
+TEST(Trigger, TheStartUpStateHasNoContradiction) {
+    EXPECT_THAT(quillon({"trigger", "--json"}).json()["warnings"], IsEmpty());
+}
+
+TEST(Trigger, TheTimingIsAPictureToo) {
+    const Folder folder;
+    EXPECT_EQ(quillon({"trigger", "-o", folder / "timing.png"}).status, 0);
+    EXPECT_THAT(contentOf(folder / "timing.png"), StartsWith("\x89PNG"));
+}
+
+TEST(Io, InputsAndRoutesAreShown) {
+    const Outcome outcome = quillon({"io", "--inputs", "0x101"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, ContainsRegex("GPI 0 +--\\[1\\]--> +high\n"));
+    EXPECT_THAT(outcome.out, ContainsRegex("GPI 1 +--\\[0\\]--> +low\n"));
+    EXPECT_THAT(outcome.out, ContainsRegex("Front GPI 0 +--\\[1\\]--> +high\n"));
+    EXPECT_THAT(outcome.out, ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +signal\n"));
+}
+
+TEST(Io, AnInvertedInputReachesItsOutputInverted) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_TRIGGEROUT_GPO_0_SOURCE=FG_SIGNAL_GPI_2", "FG_TRIGGEROUT_GPO_0_POLARITY=FG_LOW",
+                       "--save", folder / "routed.mcf"})
+                  .status,
+              0);
+    const auto json = quillon({"io", "--inputs", "4", "--json", "--mcf", folder / "routed.mcf"}).json();
+    EXPECT_EQ(json["routes"]["GPO 0"],
+              nlohmann::json({{"source", "FG_SIGNAL_GPI_2"}, {"inverted", true}, {"level", "low"}}));
+}
+
+TEST(Io, AFixedLevelHasNoPolarity) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_TRIGGEROUT_GPO_3_POLARITY=FG_LOW", "--save", folder / "routed.mcf"}).status, 0);
+    const auto json = quillon({"io", "--json", "--mcf", folder / "routed.mcf"}).json();
+    EXPECT_EQ(json["routes"]["GPO 3"], nlohmann::json({{"source", "VCC"}, {"inverted", false}, {"level", "high"}}));
+}
+
+TEST(Io, LevelsBeyondTheTwelveInputsAreUsage) {
+    EXPECT_EQ(quillon({"io", "--inputs", "0x1000"}).status, 2);
+}
+
+}  // namespace
+}  // namespace quillon::cli::testing

@@ -1,0 +1,33 @@
+#include "wrapper/TemporaryFile.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace quillon {
+namespace {
+
+TEST(TempFile, IsCreatedUnderItsPatternAndRemovedAgain) {
+    char* const path = createTempFile();
+    ASSERT_NE(path, nullptr);
+    const std::string name = path;
+    EXPECT_EQ(name.size(), 21U);
+    EXPECT_EQ(name.substr(0, 10), "/tmp/coef-");
+    EXPECT_EQ(name.substr(16), ".tiff");
+    EXPECT_NE(name.substr(10, 6), "XXXXXX");
+    EXPECT_TRUE(std::filesystem::exists(name));
+    deleteTempFile(path);
+    EXPECT_FALSE(std::filesystem::exists(name));
+}
+
+TEST(TempFile, HasANameOfItsOwn) {
+    char* const first = createTempFile();
+    char* const second = createTempFile();
+    EXPECT_STRNE(first, second);
+    deleteTempFile(first);
+    deleteTempFile(second);
+}
+
+}  // namespace
+}  // namespace quillon
