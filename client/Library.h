@@ -11,7 +11,7 @@
 
 namespace quillon::client {
 
-/// libQuillon.so, loaded in a scope of its own. Copies share it; it is unloaded with the last of them, and with the
+/// libQuillon.so, loaded in a scope of its own. Copies share it; it is closed with the last of them, and with the
 /// last Applet that came from it.
 class Library {
 public:

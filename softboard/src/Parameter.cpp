@@ -149,10 +149,12 @@ int Parameter::writeField(const void* value, int type) {
     if (const int code = checkField(access, table_.size()); code != SOFTBOARD_OK) {
         return code;
     }
+    if (access.count != 0 && elementSize(access.vtype) == sizeof table_[0]) {
+        std::memcpy(&table_[access.index], access.value, access.count * sizeof table_[0]);
+        return SOFTBOARD_OK;
+    }
     for (std::uint32_t position = 0; position < access.count; ++position) {
-        table_[access.index + position] =
-            elementSize(access.vtype) == 4 ? loaded<std::uint32_t>(access.value, position)
-                                           : static_cast<std::uint32_t>(loaded<std::uint64_t>(access.value, position));
+        table_[access.index + position] = static_cast<std::uint32_t>(loaded<std::uint64_t>(access.value, position));
     }
     return SOFTBOARD_OK;
 }

@@ -115,7 +115,7 @@ std::vector<std::string> shownAccesses(const client::SoftBoard& board) {
 }
 
 bool is64Bit(const client::PublicParameter& parameter) {
-    return parameter.kind == client::ParameterKind::Int64 || parameter.name == "FG_DEBUGWRITEPIXEL";
+    return parameter.kind == client::ParameterKind::Int64;
 }
 
 std::string readAsText(client::Applet& applet, const std::string& name) {
