@@ -169,10 +169,8 @@ void DebugInjection::setDebugWriteFlag(std::uint32_t value, bool reportErrors) {
 void DebugInjection::setDebugSaveConfig(const char* path) {
     require(path != nullptr, ValueOutOfRange);
     debug_.saveConfig = path;
-    if (wrapper_.wrapperFg().Fg_saveConfig != nullptr) {
-        // The SDK's own answer means nothing here.
-        wrapper_.wrapperFg().Fg_saveConfig(wrapper_.fglibFg(), debug_.saveConfig.c_str());
-    }
+    // The SDK's own answer means nothing here.
+    callIfThere(wrapper_.wrapperFg().Fg_saveConfig, wrapper_.fglibFg(), debug_.saveConfig.c_str());
 }
 
 std::uint32_t DebugInjection::readInEnable() const {

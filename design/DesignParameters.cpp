@@ -49,7 +49,7 @@ void DesignParameters::lookUpIds() {
 void DesignParameters::set(Ix parameter, const void* value, unsigned process, FgParamTypes type, bool reportErrors) {
     int result = InvalidParameter;
     if (value != nullptr) {
-        result = wrapper_.wrapperFg().Fg_setParameterWithType(wrapper_.fglibFg(), id(parameter), value, process, type);
+        result = wrapper_.setUnwrappedParameterWithType(id(parameter), value, static_cast<int>(process), type);
         if (result == Success) {
             return;
         }
@@ -65,7 +65,7 @@ void DesignParameters::set(Ix parameter, const void* value, unsigned process, Fg
 void DesignParameters::get(Ix parameter, void* value, unsigned process, FgParamTypes type, bool reportErrors) {
     int result = InvalidParameter;
     if (value != nullptr) {
-        result = wrapper_.wrapperFg().Fg_getParameterWithType(wrapper_.fglibFg(), id(parameter), value, process, type);
+        result = wrapper_.getUnwrappedParameterWithType(id(parameter), value, static_cast<int>(process), type);
         if (result == Success) {
             return;
         }

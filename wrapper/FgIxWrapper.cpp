@@ -156,6 +156,12 @@ fpga_design* FgIxWrapper::designHandle() const {
     return private_->design;
 }
 
+template <class Result, class... Parameters, class... Arguments>
+Result FgIxWrapper::callSdk(Result (*SdkFunctionTable::*entry)(Fg_Struct_s*, Parameters...),
+                            Arguments... arguments) const {
+    return callIfThere((*private_->functions).*entry, private_->sdkHandle, arguments...);
+}
+
 Fg_Error& FgIxWrapper::fgError() {
     return private_->error;
 }
@@ -173,10 +179,7 @@ int FgIxWrapper::Fg_getLastErrorNumber() {
 }
 
 int FgIxWrapper::Fg_getLastErrorNumberIx() const {
-    if (wrapperFg().Fg_getLastErrorNumber == nullptr || fglibFg() == nullptr) {
-        return NotAvailable;
-    }
-    return wrapperFg().Fg_getLastErrorNumber(fglibFg());
+    return fglibFg() != nullptr ? callSdk(&SdkFunctionTable::Fg_getLastErrorNumber) : int{NotAvailable};
 }
 
 IXdevice* FgIxWrapper::accessDeviceHandle(IXdevice* device) {
@@ -194,31 +197,31 @@ fpga_design* FgIxWrapper::accessDesignHandle(fpga_design* design) {
 }
 
 int FgIxWrapper::getUnwrappedParameterWithType(int id, void* value, int dma, FgParamTypes type) const {
-    return wrapperFg().Fg_getParameterWithType(fglibFg(), id, value, static_cast<unsigned>(dma), type);
+    return callSdk(&SdkFunctionTable::Fg_getParameterWithType, id, value, static_cast<unsigned>(dma), type);
 }
 
 int FgIxWrapper::setUnwrappedParameterWithType(int id, const void* value, int dma, FgParamTypes type) const {
-    return wrapperFg().Fg_setParameterWithType(fglibFg(), id, value, static_cast<unsigned>(dma), type);
+    return callSdk(&SdkFunctionTable::Fg_setParameterWithType, id, value, static_cast<unsigned>(dma), type);
 }
 
 int FgIxWrapper::freeUnwrappedParameterString(int id, void* value, int dma, FgParamTypes type) const {
-    return wrapperFg().Fg_freeParameterStringWithType(fglibFg(), id, value, static_cast<unsigned>(dma), type);
+    return callSdk(&SdkFunctionTable::Fg_freeParameterStringWithType, id, value, static_cast<unsigned>(dma), type);
 }
 
 int FgIxWrapper::getUnwrappedParameter(int id, void* value, int dma) const {
-    return wrapperFg().Fg_getParameter(fglibFg(), id, value, static_cast<unsigned>(dma));
+    return callSdk(&SdkFunctionTable::Fg_getParameter, id, value, static_cast<unsigned>(dma));
 }
 
 int FgIxWrapper::setUnwrappedParameter(int id, const void* value, int dma) const {
-    return wrapperFg().Fg_setParameter(fglibFg(), id, value, static_cast<unsigned>(dma));
+    return callSdk(&SdkFunctionTable::Fg_setParameter, id, value, static_cast<unsigned>(dma));
 }
 
 RegisterInfo* FgIxWrapper::getUnwrappedParameterInfo() const {
-    return wrapperFg().Fg_getParameterInfo(fglibFg(), 0);
+    return callSdk(&SdkFunctionTable::Fg_getParameterInfo, 0);
 }
 
 int FgIxWrapper::getParameterIdByName(const char* name) const {
-    return private_->getParameterIdByName(fglibFg(), name);
+    return callIfThere(private_->getParameterIdByName, private_->sdkHandle, name);
 }
 
 RegisterInfo* FgIxWrapper::Fg_getParameterInfo(int port) {

@@ -96,7 +96,7 @@ public:
     static IXdevice* accessDeviceHandle(IXdevice* device);
     static fpga_design* accessDesignHandle(fpga_design* design);
 
-    // The SDK's own parameters, by the SDK's ids.
+    // The SDK's own parameters, by the SDK's ids. NotAvailable, or null, where the SDK lacks the function.
     int getUnwrappedParameterWithType(int id, void* value, int dma, FgParamTypes type) const;
     int setUnwrappedParameterWithType(int id, const void* value, int dma, FgParamTypes type) const;
     int freeUnwrappedParameterString(int id, void* value, int dma, FgParamTypes type) const;
@@ -123,6 +123,10 @@ public:
     }
 
 private:
+    /// Calls the SDK's function `entry` with the SDK's handle before the arguments.
+    template <class Result, class... Parameters, class... Arguments>
+    Result callSdk(Result (*SdkFunctionTable::*entry)(Fg_Struct_s*, Parameters...), Arguments... arguments) const;
+
     std::atomic<orlo::tools::logging::Logger*> logger_{nullptr};
     std::unique_ptr<FgIxWrapperPrivate> private_;
 

@@ -4,7 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
+#include "support/ErrorCode.h"
 #include "wrapper/SdkTypes.h"
 
 namespace quillon {
@@ -59,6 +61,19 @@ void* findSymbol(void* library, const char* name);
 template <class Function>
 void resolveFunction(void* library, const char* name, Function*& function) {
     function = reinterpret_cast<Function*>(findSymbol(library, name));
+}
+
+/// Calls `function`. One that the SDK lacks answers NotAvailable, or null where it would have answered a pointer.
+template <class Result, class... Parameters, class... Arguments>
+Result callIfThere(Result (*function)(Parameters...), Arguments... arguments) {
+    if (function != nullptr) {
+        return function(arguments...);
+    }
+    if constexpr (std::is_pointer_v<Result>) {
+        return nullptr;
+    } else {
+        return NotAvailable;
+    }
 }
 
 }  // namespace quillon
