@@ -94,4 +94,26 @@ void RefusedWrite(benchmark::State& state) {
 }
 BENCHMARK(RefusedWrite);
 
+/// A text is read and given back while `state.range(0)` others are out.
+void TextReadAndRelease(benchmark::State& state) {
+    constexpr int Text = 24108;  // FG_TAV_FILE
+    QuietApplet built;
+    const auto& functions = built.applet.functions();
+    auto* handle = built.applet.handle();
+    char* text = nullptr;
+    int failures = 0;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        failures += functions.Fg_getParameterWithType(handle, Text, &text, 0, 22) != 0 ? 1 : 0;
+    }
+    for (auto _ : state) {
+        failures += functions.Fg_getParameterWithType(handle, Text, &text, 0, 22) != 0 ? 1 : 0;
+        failures += functions.Fg_freeParameterStringWithType(handle, Text, text, 0, 22) != 0 ? 1 : 0;
+    }
+    if (failures != 0) {
+        state.SkipWithError("a text was refused");
+    }
+}
+BENCHMARK(TextReadAndRelease)->Name("TextReleaseAmong1000")->Arg(1'000);
+BENCHMARK(TextReadAndRelease)->Name("TextReleaseAmong60000")->Arg(60'000);
+
 }  // namespace

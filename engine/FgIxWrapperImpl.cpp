@@ -1,6 +1,5 @@
 #include "engine/FgIxWrapperImpl.h"
 
-#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
@@ -32,11 +31,7 @@ FgIxWrapperImpl::FgIxWrapperImpl()
     directRegisterAccess = environmentSwitch("ORLO_ENABLE_DRA");
 }
 
-FgIxWrapperImpl::~FgIxWrapperImpl() {
-    for (const auto& [string, place] : outstandingStrings) {
-        delete[] string;
-    }
-}
+FgIxWrapperImpl::~FgIxWrapperImpl() = default;
 
 Logger& FgIxWrapperImpl::logger() {
     return cachedLogger(implLogger_, "orlo.wrapper.Quillon");
@@ -230,19 +225,10 @@ int FgIxWrapperImpl::freeParameterString(int id, void* value, unsigned dma, FgPa
             default: break;
         }
     }
-    auto found = outstandingStrings.find(static_cast<char*>(value));
-    if (found == outstandingStrings.end()) {
-        // Nothing is read through the pointer: it may be no place, or one that is gone.
-        found = std::find_if(outstandingStrings.begin(), outstandingStrings.end(),
-                             [value](const auto& entry) { return entry.second == value; });
-    }
-    if (found == outstandingStrings.end()) {
+    if (!outstandingStrings.takeBack(value)) {
         setError(InvalidParameter);
         return InvalidParameter;
     }
-    const char* string = found->first;
-    outstandingStrings.erase(found);
-    delete[] string;
     return Success;
 }
 

@@ -9,6 +9,7 @@
 
 #include "design/AppletState.h"
 #include "design/DesignParameters.h"
+#include "engine/OutstandingStrings.h"
 #include "engine/SdkParameterTables.h"
 #include "engine/Subjects.h"
 #include "support/Locks.h"
@@ -36,7 +37,8 @@ public:
     void buildParameterCatalogue() override;
     int setParameter(int id, const void* value, unsigned dma, FgParamTypes type) override;
     int getParameter(int id, void* value, unsigned dma, FgParamTypes type) override;
-    /// `value` is the string, or the place where a read stored it. Throws InvalidParameter for an unknown `dma`.
+    /// `value` is a string that a read stored, whatever parameter it was read from. Throws InvalidParameter for an
+    /// unknown `dma`.
     int freeParameterString(int id, void* value, unsigned dma, FgParamTypes type) override;
     int Fg_getParameterIdByName(const char* name) override;
     const char* Fg_getParameterName(int index) override;
@@ -89,7 +91,7 @@ private:
     orlo::templates::platform::CriticalSection parameterLock;
     std::map<int, int> processMap;  ///< from `dma` to process
     SdkParameterTables tables_;
-    std::map<char*, const void*> outstandingStrings;  ///< handed out and not given back, with the place of the read
+    OutstandingStrings outstandingStrings;
     AppletState state_;
     DesignParameters design_;
     ParameterRecords records_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 #include "engine/AppletProperties.h"
 #include "engine/FgIxWrapperImpl.h"
@@ -266,14 +265,7 @@ void FgIxWrapperImpl::readString(void* value, FgParamTypes type, Fill&& fill) {
     fieldScratchString.front() = '\0';
     fill(fieldScratchString.data(), fieldScratchString.size());
     fieldScratchString.back() = '\0';
-    const std::size_t size = std::strlen(fieldScratchString.data()) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), fieldScratchString.data(), size);
-    for (auto& [string, place] : outstandingStrings) {
-        place = place == value ? nullptr : place;  // the place holds the new string from now on
-    }
-    outstandingStrings.emplace(copy.get(), value);
-    store(value, copy.release());
+    store(value, outstandingStrings.handOut(fieldScratchString.data()));
 }
 
 void FgIxWrapperImpl::readText(void* value, FgParamTypes type, std::string_view text) {
