@@ -18,7 +18,8 @@
 namespace quillon {
 
 /// One wrapper per opened board. setParameter and getParameter may be called from any thread; each call holds the
-/// parameter lock throughout, all design accesses included. Everything else takes no lock.
+/// parameter lock throughout, all design accesses included. freeParameterString may be called beside them and holds the
+/// lock of the strings alone. Everything else takes no lock.
 class FgIxWrapperImpl : public FgIxWrapper {
 public:
     FgIxWrapperImpl();

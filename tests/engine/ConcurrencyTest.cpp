@@ -53,6 +53,26 @@ TEST(Threads, SetAndReadOneWrapper) {
     EXPECT_EQ(built.board.integer("Device1_Process0_Buffer_0_XLength"), built.applet.readInt(100));
 }
 
+TEST(Threads, ReadAndReleaseStringsOfOneWrapper) {
+    BuiltApplet built;
+    built.board.record(false);
+    std::atomic<int> failures{0};
+    onEightThreads([&](int) {
+        for (int i = 0; i < 500; ++i) {
+            char* texts[2] = {};
+            failures += built.applet.get(24108, &texts[0], 0, ValueType::String) == 0 ? 0 : 1;
+            failures += built.applet.get(300000, &texts[1], 0, ValueType::String) == 0 ? 0 : 1;
+            failures += std::string(texts[0]) == "Quillon.tav" && std::string(texts[1]).empty() ? 0 : 1;
+            for (char* const text : texts) {
+                failures += built.applet.freeText(24108, text, 0, ValueType::String) == 0 ? 0 : 1;
+            }
+            failures += built.applet.freeText(24108, texts, 0, ValueType::String) == -2070 ? 0 : 1;
+            failures += built.applet.readText(24108) == "Quillon.tav" ? 0 : 1;
+        }
+    });
+    EXPECT_EQ(failures, 0);
+}
+
 TEST(Threads, AreRefusedAndLogOnOneWrapper) {
     const test::CapturedLog log;
     BuiltApplet built;
