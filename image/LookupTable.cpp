@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <vector>
@@ -254,11 +255,19 @@ void LookupTable::getLutValue(Channel channel, FieldParameterInt_s* record) cons
 void LookupTable::getLutValue(Channel channel, const FieldParameterAccess* record) const {
     require(record != nullptr && liesInTable(*record), InvalidParameter);
     require(record->count == 0 || record->value != nullptr, InvalidParameter);
-    // A wide access takes two entries for one value and so may run on into the next colour's table, but never past the
-    // last.
-    const std::size_t available = (lut_.tables.size() - channel) * sizeof(Table);
-    require((std::size_t{record->index} + record->count) * valueSize(record->vtype) <= available, InvalidParameter);
-    FgIxWrapper::getFieldCache(lut_.tables[channel].data(), record);
+    const std::size_t width = valueSize(record->vtype);
+    if (width == 0) {
+        return;
+    }
+    // The bounds count entries, and a wide value takes two: it is read on into the next colours' tables. Behind the
+    // last there is nothing, and that reads as zeros.
+    const std::size_t available = (lut_.tables.size() - channel) * sizeof(Table) / width;
+    const std::size_t present = available - std::min<std::size_t>(available, record->index);
+    FieldParameterAccess inside = *record;
+    inside.count = static_cast<std::uint32_t>(std::min<std::size_t>(record->count, present));
+    FgIxWrapper::getFieldCache(lut_.tables[channel].data(), &inside);
+    std::memset(static_cast<std::byte*>(record->value) + inside.count * width, 0,
+                (record->count - inside.count) * width);
 }
 
 }  // namespace quillon

@@ -202,11 +202,40 @@ TEST_F(LookupTableValue, AWideReadTakesTwoEntriesForOneValue) {
     }
 }
 
-TEST_F(LookupTableValue, AWideReadThatWouldLeaveTheTablesIsRefused) {
-    std::vector<std::uint64_t> values(TableSize);
-    EXPECT_EQ(getField(Blue, 4, 0, 8192, values.data()), 0);
-    EXPECT_EQ(getField(Blue, 4, 0, 8193, values.data()), -2070);
-    EXPECT_EQ(getField(Red, 4, 0, TableSize, values.data()), 0);
+TEST_F(LookupTableValue, AWideReadRunsOnIntoTheNextColour) {
+    setElement(Green, 0, 111);
+    setElement(Green, 1, 222);
+    std::uint64_t value = 77;
+    EXPECT_EQ(getField(Red, 3, 8192, 1, &value), 0);
+    EXPECT_EQ(value, 111 + (std::uint64_t{222} << 32U));
+}
+
+TEST_F(LookupTableValue, BehindTheLastTableAWideReadGivesZeros) {
+    setElement(Blue, 16382, 111);
+    setElement(Blue, 16383, 222);
+    for (const int type : {3, 4, 5}) {
+        std::array<std::uint64_t, 4> values = {77, 77, 77, 77};
+        EXPECT_EQ(getField(Blue, type, 8191, 3, values.data()), 0);
+        EXPECT_THAT(values, ElementsAre(111 + (std::uint64_t{222} << 32U), 0, 0, 77)) << type;
+        EXPECT_EQ(getField(Green, type, 16383, 1, values.data()), 0);
+        EXPECT_EQ(values[0], 111 + (std::uint64_t{222} << 32U));
+        EXPECT_EQ(getField(Blue, type, 16383, 1, values.data()), 0);
+        EXPECT_EQ(values[0], 0U);
+    }
+}
+
+TEST_F(LookupTableValue, TheBoundsOfAWideReadCountEntriesForEveryColour) {
+    std::vector<std::uint64_t> values(TableSize, 77);
+    for (const int colour : {Red, Green, Blue}) {
+        for (const int type : {3, 4, 5}) {
+            EXPECT_EQ(getField(colour, type, 0, TableSize, values.data()), 0);
+            EXPECT_EQ(getField(colour, type, 16380, 4, values.data()), 0);
+            EXPECT_EQ(getField(colour, type, 16383, 0, nullptr), 0);
+            EXPECT_EQ(getField(colour, type, 16384, 0, values.data()), -2070);
+            EXPECT_EQ(getField(colour, type, 16380, 5, values.data()), -2070);
+            EXPECT_EQ(getField(colour, type, 0, TableSize + 1, values.data()), -2070);
+        }
+    }
 }
 
 TEST_F(LookupTableValue, AReadOfAnUnknownTypeOfEntriesMovesNothing) {
