@@ -19,17 +19,16 @@ std::string PropertyStore::folded(std::string text) const {
 
 void PropertyStore::store(const std::string& section, const std::string& name, const std::string& value) {
     const std::string key = section + Separator + name;
-    const RecursiveMutexGuard guard(lock_);
+    const RecursiveMutexGuard guard(propertyStoreLock);
     if (key.empty()) {
         return;
     }
-    if (sectioned_) {
-        const std::size_t separator = key.find(Separator);
-        if (separator == std::string::npos || separator == 0 || separator + Separator.size() == key.size()) {
-            return;
-        }
+    // What ends in a separator has no name, however many stand before it: a listing splits at the first, this does not.
+    if (sectioned_ &&
+        (key.find(Separator) == std::string::npos || key.starts_with(Separator) || key.ends_with(Separator))) {
+        return;
     }
-    store_[folded(key)] = value;
+    propertyStore[folded(key)] = value;
 }
 
 std::set<std::string> PropertyStore::names(const std::string& section) const {
@@ -38,8 +37,8 @@ std::set<std::string> PropertyStore::names(const std::string& section) const {
         return result;
     }
     const std::string wanted = folded(section);
-    const RecursiveMutexGuard guard(lock_);
-    for (const auto& [key, value] : store_) {
+    const RecursiveMutexGuard guard(propertyStoreLock);
+    for (const auto& [key, value] : propertyStore) {
         const std::size_t separator = key.find(Separator);
         if (key.compare(0, separator, wanted) == 0) {
             result.insert(key.substr(separator + Separator.size()));
@@ -49,9 +48,9 @@ std::set<std::string> PropertyStore::names(const std::string& section) const {
 }
 
 std::string PropertyStore::value(const std::string& section, const std::string& name) const {
-    const RecursiveMutexGuard guard(lock_);
-    const auto found = store_.find(folded(section + Separator + name));
-    return found != store_.end() ? found->second : defaultValue_;
+    const RecursiveMutexGuard guard(propertyStoreLock);
+    const auto found = propertyStore.find(folded(section + Separator + name));
+    return found != propertyStore.end() ? found->second : defaultValue_;
 }
 
 }  // namespace quillon

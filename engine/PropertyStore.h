@@ -15,7 +15,7 @@ public:
     /// use.
     PropertyStore(bool sectioned, bool caseSensitive) : sectioned_(sectioned), caseSensitive_(caseSensitive) {}
 
-    /// Assigns `value`. A key without a section, or with nothing on either side of its first "::", is dropped.
+    /// Assigns `value`. A key in which "::" is missing, or stands at the start or at the very end, is dropped.
     void store(const std::string& section, const std::string& name, const std::string& value);
     /// The names of a section, in ascending order.
     std::set<std::string> names(const std::string& section) const;
@@ -25,8 +25,8 @@ public:
 private:
     std::string folded(std::string text) const;
 
-    std::map<std::string, std::string> store_;
-    mutable orlo::templates::platform::RecursiveMutex lock_;
+    std::map<std::string, std::string> propertyStore;
+    mutable orlo::templates::platform::RecursiveMutex propertyStoreLock;
     bool sectioned_;
     bool caseSensitive_;
     std::string defaultValue_;

@@ -78,7 +78,7 @@ void SdkParameterTables::collectSdkNames() {
             if (child->type == RegisterTypeGroup) {
                 groups.push_back(child);
             } else if (isPlainParameter(*child) && child->symbol != nullptr) {
-                properties_.store(propertySection_, child->symbol, "On");
+                properties_.store(propertySection, child->symbol, "On");
             }
         }
         if (record.next != nullptr && record.next->type == RegisterTypeGroup) {
@@ -107,11 +107,11 @@ void SdkParameterTables::enterRegisters() {
 }
 
 int SdkParameterTables::unwrappedId(const std::string& name) const {
-    return isSwitchedOn(properties_.value(propertySection_, name)) ? wrapper_.getParameterIdByName(name.c_str()) : 0;
+    return isSwitchedOn(properties_.value(propertySection, name)) ? wrapper_.getParameterIdByName(name.c_str()) : 0;
 }
 
 void SdkParameterTables::enterSdkNames() {
-    for (const std::string& name : properties_.names(propertySection_)) {
+    for (const std::string& name : properties_.names(propertySection)) {
         if (const int id = unwrappedId(name); id != 0) {
             unwrappedIdByName_["DIXA_" + name] = id + UnwrappedBase;
         }
@@ -127,7 +127,7 @@ void SdkParameterTables::enterPositions() {
     for (int i = 1; i <= registers; ++i) {
         parameterNameByIndex_[++position] = std::string("DRA_") + TavGetRegisterName(wrapper_.designHandle(), i);
     }
-    for (const std::string& name : properties_.names(propertySection_)) {
+    for (const std::string& name : properties_.names(propertySection)) {
         if (unwrappedId(name) != 0) {
             parameterNameByIndex_[++position] = "DIXA_" + name;
         }

@@ -50,7 +50,7 @@ private:
 
     FgIxWrapper& wrapper_;
     PropertyStore properties_{true, true};
-    std::string propertySection_ = "none";
+    std::string propertySection = "none";
     std::map<std::string, int> parameterIdByName_;
     std::map<std::string, int> unwrappedIdByName_;
     std::map<int, std::string> parameterNameByIndex_;

@@ -43,6 +43,18 @@ TEST(PropertyStore, DropsAKeyWithoutASectionOrAName) {
     EXPECT_THAT(store.names("none"), IsEmpty());
 }
 
+TEST(PropertyStore, DropsAKeyThatEndsInASeparatorWhateverStandsBeforeIt) {
+    PropertyStore store(true, true);
+    for (const char* name : {"A::", "::", "A::B::", ":::"}) {
+        store.store("none", name, "1");
+        EXPECT_EQ(store.value("none", name), "") << name;
+    }
+    EXPECT_THAT(store.names("none"), IsEmpty());
+    store.store("none", "A:", "1");
+    store.store("none", "::A", "1");
+    EXPECT_THAT(store.names("none"), ElementsAre("::A", "A:"));
+}
+
 TEST(PropertyStore, SplitsAKeyAtItsFirstSeparator) {
     PropertyStore store(true, true);
     store.store("none", "a::b", "1");
