@@ -25,16 +25,12 @@ bool isEndOfLine(const char* token) {
     return token[0] == '\r' || token[0] == '\n';
 }
 
-void copyLine(std::string_view line, TextLine& copy) {
-    *std::copy(line.begin(), line.end(), copy.begin()) = '\0';
-}
-
 /// Goes on to the first line that holds `text` anywhere. Most lines lack its first character, which is quicker to look
 /// for.
 bool findLineHolding(LineReader& lines, const char* text, TextLine& copy) {
     for (std::string_view line; lines.next(line);) {
         if (text[0] == '\0' || line.find(text[0]) != std::string_view::npos) {
-            copyLine(line, copy);
+            LineReader::copy(line, copy);
             if (std::strstr(copy.data(), text) != nullptr) {
                 return true;
             }
@@ -49,11 +45,17 @@ bool findLineHolding(LineReader& lines, const char* text, TextLine& copy) {
 bool findLineOfKey(LineReader& lines, std::string_view key, TextLine& copy) {
     for (std::string_view line; lines.next(line);) {
         if (line.size() > key.size() && line[key.size()] == '=' && line.starts_with(key)) {
-            copyLine(line, copy);
+            LineReader::copy(line, copy);
             return true;
         }
     }
     return false;
+}
+
+/// A look-up that found its line ends behind the line after it; a write goes there.
+void skipLine(LineReader& lines) {
+    std::string_view line;
+    lines.next(line);
 }
 
 }  // namespace
@@ -111,9 +113,9 @@ std::string Fg_ConfigFileParser::getPortString(int portNumber) const {
 template <typename... Arguments>
 void Fg_ConfigFileParser::writeLine(const char* format, Arguments... arguments) {
     if (file) {
+        lines.handOver(file.get());
         std::fprintf(file.get(), format, arguments...);
         std::fflush(file.get());
-        lines.forget();
     }
 }
 
@@ -216,6 +218,7 @@ int Fg_ConfigFileParser::parseKeyFromLine(const char* key, char* value) {
     if (!findLineHolding(lines, key, line)) {
         return notFound(value);
     }
+    skipLine(lines);
     LineSplitter splitter(line);
     splitter.next("='");
     const char* token = splitter.next(ValueDelimiters);
@@ -233,6 +236,7 @@ int Fg_ConfigFileParser::parseKey(const char* section, const char* key, char* va
     if (!findLineHolding(lines, section, line) || !findLineOfKey(lines, key, line)) {
         return notFound(value);
     }
+    skipLine(lines);
     LineSplitter splitter(line);
     splitter.next("=;");
     const char* token = splitter.next(ValueDelimiters);

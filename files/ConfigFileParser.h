@@ -44,7 +44,9 @@ public:
     /// The section name of a camera port: "[Port A]" for 0, "[Port B]" for 1.
     std::string getPortString(int portNumber) const;
 
-    // Writing. Each line is flushed to the file at once.
+    // Writing. Each line is flushed to the file at once, and goes where the write or look-up before it has ended: after
+    // a look-up that found something, behind the line that follows what it found; after one that found nothing, at the
+    // end of the file.
 
     /// KEY='VALUE'; without escaping: a value that holds a ' or ; can't be read back.
     void writeConfigFile(const char* key, const std::string& value);

@@ -3,6 +3,8 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <utility>
+
 namespace quillon {
 
 void LineReader::restart(std::FILE* stream) {
@@ -11,6 +13,15 @@ void LineReader::restart(std::FILE* stream) {
         forget();
     }
     begin_ = 0;
+    wasRead_ = true;
+}
+
+void LineReader::handOver(std::FILE* stream) {
+    if (std::exchange(wasRead_, false)) {
+        const std::size_t position = offset_ - (filled_ - begin_);
+        std::fseek(stream, static_cast<long>(position), SEEK_SET);
+        forget();
+    }
 }
 
 bool LineReader::readOn() {

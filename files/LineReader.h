@@ -13,16 +13,22 @@
 
 namespace quillon {
 
-/// Reads an open file in pieces as `readLine` does: a line with its line feed, or 255 characters of a longer one.
+/// Reads an open file in pieces as `fgets` does: a line with its line feed, or 255 characters of a longer one.
 ///
-/// Like a stream, it does not look at the file again while it still holds its start: who changes the file through
-/// another way calls `forget`. It does not move the stream's own position.
+/// Like a stream, it does not look at the file again while it still holds its start: who changes the file calls
+/// `handOver` before, or `forget`.
 class LineReader {
 public:
     /// Goes to the start of the file. A null stream is an empty file.
     void restart(std::FILE* stream);
     /// Lets the next restart read the file anew.
-    void forget() { offset_ = filled_ = begin_ = 0; }
+    void forget() {
+        offset_ = filled_ = begin_ = 0;
+        wasRead_ = false;
+    }
+    /// Puts the stream where it would stand if it had been read itself since the last hand-over, for a write; where
+    /// nothing was read it stays. The next restart reads the file anew.
+    void handOver(std::FILE* stream);
 
     /// The next piece, which is there until the next call. False at the end of the file and after a failed read.
     bool next(std::string_view& piece) {
@@ -41,6 +47,17 @@ public:
         return begin_ != filled_ && take(piece, filled_ - begin_);
     }
 
+    /// The same as a terminated copy. What stands behind a zero byte of the file is in it, and out of sight.
+    bool next(TextLine& line) {
+        std::string_view piece;
+        const bool found = next(piece);
+        copy(piece, line);
+        return found;
+    }
+    static void copy(std::string_view piece, TextLine& line) {
+        *std::copy(piece.begin(), piece.end(), line.begin()) = '\0';
+    }
+
 private:
     bool take(std::string_view& piece, std::size_t size) {
         piece = std::string_view(buffer_.data() + begin_, size);
@@ -54,6 +71,7 @@ private:
     std::size_t filled_ = 0;
     std::size_t offset_ = 0;  ///< in the file, of what is read next; equal to filled_ while the file's start is held
     int descriptor_ = -1;
+    bool wasRead_ = false;  ///< since the last hand-over
 };
 
 }  // namespace quillon

@@ -189,6 +189,86 @@ TEST_F(ConfigFile, DeviceWithoutEndIsNotRead) {
     EXPECT_EQ(parser.parseKeyFromLine("Typ", text), -8000);
 }
 
+class ConfigFileUpdate : public ConfigFile {
+protected:
+    /// The file's bytes after `use` had the parser of it.
+    template <class Use>
+    std::string after(const std::string& bytes, Use use) {
+        const std::string name = write("update.mcf", bytes);
+        {
+            Fg_ConfigFileParser parser(nullptr, name.c_str(), false);
+            use(parser);
+        }
+        return bytesOf("update.mcf");
+    }
+
+    char text[256];
+    int value = 0;
+    const std::string file = "[Port A]\nA=1;\nB=2;\nC=3;\nD=4;\n";
+};
+
+TEST_F(ConfigFileUpdate, AWriteBehindALookUpGoesBehindTheLineAfterItsOwn) {
+    EXPECT_EQ(after(file,
+                    [&](Fg_ConfigFileParser& parser) {
+                        ASSERT_EQ(parser.parseIntKeySection(0, "A", &value), 0);
+                        parser.writeConfigFileIntKey("X", 9);
+                    }),
+              "[Port A]\nA=1;\nB=2;\nX=9;\nD=4;\n");
+    EXPECT_EQ(after(file,
+                    [&](Fg_ConfigFileParser& parser) {
+                        ASSERT_EQ(parser.parseKeyFromLine("B", text), 0);
+                        parser.writeConfigFileIntKey("X", 9);
+                    }),
+              "[Port A]\nA=1;\nB=2;\nC=3;\nX=9;\n");
+}
+
+TEST_F(ConfigFileUpdate, AWriteBehindALookUpOfTheLastKeyAppends) {
+    EXPECT_EQ(after(file,
+                    [&](Fg_ConfigFileParser& parser) {
+                        ASSERT_EQ(parser.parseIntKeySection(0, "D", &value), 0);
+                        parser.writeConfigFileIntKey("X", 9);
+                    }),
+              file + "X=9;\n");
+}
+
+TEST_F(ConfigFileUpdate, AWriteBehindALookUpThatFoundNothingAppends) {
+    EXPECT_EQ(after(file,
+                    [&](Fg_ConfigFileParser& parser) {
+                        ASSERT_EQ(parser.parseIntKeySection(0, "none", &value), -1);
+                        parser.writeConfigFileIntKey("X", 9);
+                        parser.writeConfigFileIntKey("Y", 8);
+                        ASSERT_EQ(parser.parseIntKeySection(0, "Y", &value), 0);  // what was written is found
+                        parser.writeConfigFileIntKey("Z", 7);
+                    }),
+              file + "X=9;\nY=8;\nZ=7;\n");
+    EXPECT_EQ(value, 8);
+    EXPECT_EQ(after(file,
+                    [&](Fg_ConfigFileParser& parser) {
+                        ASSERT_EQ(parser.parseKeyFromLine("none", text), -8000);
+                        parser.writeConfigFile("X", "9");
+                    }),
+              file + "X='9';\n");
+}
+
+TEST_F(ConfigFileUpdate, AWriteBehindNoLookUpOverwritesTheStart) {
+    EXPECT_EQ(after(file, [&](Fg_ConfigFileParser& parser) { parser.writeConfigFileIntKey("LONGE", 9); }),
+              "LONGE=9;\nA=1;\nB=2;\nC=3;\nD=4;\n");
+}
+
+TEST_F(ConfigFileUpdate, AWriteBehindALookUpInALongFileGoesWhereItEnded) {
+    std::string bytes = "[Port A]\n";
+    for (int i = 0; i < 3000; ++i) {
+        bytes += "KEY" + std::to_string(i) + "=1;\n";
+    }
+    const std::string head = bytes + "A=1;\nB=2;\n";
+    EXPECT_EQ(after(head + "C=3;\nD=4;\n",
+                    [&](Fg_ConfigFileParser& parser) {
+                        ASSERT_EQ(parser.parseIntKeySection(0, "A", &value), 0);
+                        parser.writeConfigFileIntKey("X", 9);
+                    }),
+              head + "X=9;\nD=4;\n");
+}
+
 TEST(ConfigFileConversion, IntegersAreDecimalAndKeepTheirLow32Bits) {
     const Fg_ConfigFileParser parser(nullptr, nullptr, false);
     int value = 7;
