@@ -1,11 +1,21 @@
 #include "files/LineReader.h"
 
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 
 #include <utility>
 
 namespace quillon {
+
+namespace {
+
+bool hasAnEnd(int descriptor) {
+    struct stat status = {};
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+}  // namespace
 
 void LineReader::restart(std::FILE* stream) {
     descriptor_ = stream != nullptr ? ::fileno(stream) : -1;
@@ -25,6 +35,9 @@ void LineReader::handOver(std::FILE* stream) {
 }
 
 bool LineReader::readOn() {
+    if (offset_ >= DeviceLimit && !hasAnEnd(descriptor_)) {
+        return false;
+    }
     if (filled_ == buffer_.size()) {
         filled_ -= begin_;
         std::memmove(buffer_.data(), buffer_.data() + begin_, filled_);

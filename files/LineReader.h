@@ -16,9 +16,11 @@ namespace quillon {
 /// Reads an open file in pieces as `fgets` does: a line with its line feed, or 255 characters of a longer one.
 ///
 /// Like a stream, it does not look at the file again while it still holds its start: who changes the file calls
-/// `handOver` before, or `forget`.
+/// `handOver` before, or `forget`. A device has no end; its first `DeviceLimit` bytes are all of it.
 class LineReader {
 public:
+    static constexpr std::size_t DeviceLimit = std::size_t{1} << 20U;
+
     /// Goes to the start of the file. A null stream is an empty file.
     void restart(std::FILE* stream);
     /// Lets the next restart read the file anew.

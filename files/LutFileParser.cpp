@@ -145,6 +145,7 @@ int Fg_LutFileParser::getMatrixFromFile(const char*, int*, int) {
 bool Fg_LutFileParser::open(const char* fileName, const char* mode) {
     file.reset();
     file = openTextFile(fileName, mode);
+    lines.forget();
     return file != nullptr;
 }
 
@@ -233,14 +234,14 @@ int Fg_LutFileParser::parseKeyFromLine(const char* key, char* value, const char*
     if (!file) {
         return Done;
     }
-    std::rewind(file.get());
-    for (TextLine line = {}; readLine(file.get(), line);) {
+    lines.restart(file.get());
+    for (TextLine line = {}; lines.next(line);) {
         if (std::strstr(line.data(), key) != nullptr) {
             LineSplitter splitter(line);
             splitter.next(delimiters);
             const char* token = splitter.next(delimiters);
             std::strcpy(value, token == nullptr ? "" : token);
-            readLine(file.get(), line);
+            lines.next(line);
             break;
         }
     }
@@ -268,11 +269,11 @@ void Fg_LutFileParser::forEachElement(std::uint32_t count, const char* separator
     if (!file) {
         return;
     }
-    std::rewind(file.get());
+    lines.restart(file.get());
     std::uint32_t index = 0;
     std::string tag = std::string("0") + separator;
     bool isInSection = false;
-    for (TextLine line = {}; index < count && readLine(file.get(), line);) {
+    for (TextLine line = {}; index < count && lines.next(line);) {
         isInSection = isInSection || std::strstr(line.data(), section) != nullptr;
         if (!isInSection || std::strstr(line.data(), tag.c_str()) == nullptr) {
             continue;
@@ -315,12 +316,14 @@ int Fg_LutFileParser::getDoubleValue(const char* text, double* value) const {
 
 void Fg_LutFileParser::writeLutFileHeader(const char* text) {
     if (file) {
+        lines.handOver(file.get());
         std::fputs(text, file.get());
     }
 }
 
 void Fg_LutFileParser::writeLutFileValue(const char* key, const char* separator, const char* value) {
     if (file) {
+        lines.handOver(file.get());
         std::fprintf(file.get(), "%s%s%s;\n", key, separator, value);
     }
 }

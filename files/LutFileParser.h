@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "files/LineReader.h"
 #include "files/TextFile.h"
 
 namespace quillon {
@@ -112,6 +113,7 @@ private:
     void forEachElement(std::uint32_t count, const char* separator, const char* section, Store store);
 
     TextFile file;
+    LineReader lines;
 };
 
 }  // namespace quillon

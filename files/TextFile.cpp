@@ -1,5 +1,6 @@
 #include "files/TextFile.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cstring>
@@ -9,11 +10,10 @@ namespace quillon {
 
 namespace {
 
-/// Waiting on a pipe, or on the end of a device, would hold up every caller that waits for the parameter lock. A file
-/// that can't be examined is left to fopen, which then says whether it is there.
-bool canBeReadFromStartToEnd(const char* fileName) {
+/// Waiting on a pipe would hold up every caller that waits for the parameter lock.
+bool isPipe(const char* fileName) {
     struct stat status = {};
-    return ::stat(fileName, &status) != 0 || S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
+    return ::stat(fileName, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
 }  // namespace
@@ -24,14 +24,18 @@ void TextFileCloser::operator()(std::FILE* stream) const {
 }
 
 TextFile openTextFile(const char* fileName, const char* mode) {
-    if (fileName == nullptr || (mode[0] == 'r' && !canBeReadFromStartToEnd(fileName))) {
+    if (fileName == nullptr) {
         return nullptr;
     }
-    return TextFile(std::fopen(fileName, mode));
-}
-
-bool readLine(std::FILE* stream, TextLine& line) {
-    return stream != nullptr && ::fgets_unlocked(line.data(), static_cast<int>(line.size()), stream) != nullptr;
+    if (mode[0] != 'r') {
+        return TextFile(std::fopen(fileName, mode));
+    }
+    if (isPipe(fileName)) {
+        return nullptr;
+    }
+    const int access = mode[1] == '+' ? O_RDWR : O_RDONLY;
+    const int descriptor = ::open(fileName, access | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    return descriptor >= 0 ? TextFile(::fdopen(descriptor, mode)) : nullptr;
 }
 
 const char* LineSplitter::next(const char* delimiters) {

@@ -182,11 +182,20 @@ TEST_F(ConfigFile, PipeIsNotWaitedFor) {
     EXPECT_FALSE(Fg_ConfigFileParser(nullptr, path("pipe.mcf").c_str(), true).checkFileExist(path("pipe.mcf").c_str()));
 }
 
-TEST_F(ConfigFile, DeviceWithoutEndIsNotRead) {
-    std::filesystem::create_symlink("/dev/zero", path("zero.mcf"));
-    Fg_ConfigFileParser parser(nullptr, path("zero.mcf").c_str(), true);
-    char text[256];
-    EXPECT_EQ(parser.parseKeyFromLine("Typ", text), -8000);
+TEST_F(ConfigFile, ADeviceIsAFile) {
+    for (const char* device : {"/dev/null", "/dev/zero"}) {  // the one is empty, the other has no end
+        const std::string name = path(std::string("link") + ".mcf");
+        std::filesystem::remove(name);
+        std::filesystem::create_symlink(device, name);
+        for (const bool readOnly : {true, false}) {
+            Fg_ConfigFileParser parser(nullptr, name.c_str(), readOnly);
+            EXPECT_TRUE(parser.checkFileExist(name.c_str()));
+            char text[256];
+            EXPECT_EQ(parser.parseKeyFromLine("Typ", text), -8000);
+            EXPECT_STREQ(text, "Error");
+            EXPECT_EQ(parser.parseKey("[Port A]", "K", text), -8000);
+        }
+    }
 }
 
 class ConfigFileUpdate : public ConfigFile {

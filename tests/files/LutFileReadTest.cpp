@@ -271,8 +271,26 @@ TEST_F(LutFileRead, PipeIsNotWaitedFor) {
     EXPECT_EQ(parser.getLutFromFile(path("pipe").c_str(), &table, "[gray]"), -1);
 }
 
-TEST_F(LutFileRead, DeviceWithoutEndIsNotRead) {
-    EXPECT_EQ(parser.getLutFromFile("/dev/zero", &table, "[gray]"), -1);
+TEST_F(LutFileRead, ADeviceIsAFileWithoutATable) {
+    for (const char* device : {"/dev/null", "/dev/zero"}) {  // the one is empty, the other has no end
+        EXPECT_TRUE(parser.checkFileExist(device));
+        EXPECT_EQ(parser.getLutFromFile(device, &table, "[gray]"), 0);
+        EXPECT_EQ(table.nrOfElements, 0U);
+        OwnedKnee knee(2);
+        EXPECT_EQ(parser.getLutFromFile(device, &knee, "[curve]"), 0);
+    }
+}
+
+TEST_F(LutFileRead, AWriteBehindAStepOfAReadGoesWhereThatEnded) {
+    const std::string name = write("a.lut", "id=1;\nformat=2;\nnumber=3;\n");
+    int value = 0;
+    ASSERT_TRUE(parser.setOpenFile(name.c_str(), false));
+    EXPECT_EQ(parser.parseIntKey("id", &value, "='"), 0);
+    parser.writeIntKey("NUMBER", 3);
+    EXPECT_EQ(parser.parseIntKey("none", &value, "='"), -1);
+    parser.writeIntInt(0, 5);
+    ASSERT_TRUE(parser.setOpenFile(name.c_str(), true));  // closes the file
+    EXPECT_EQ(bytesOf("a.lut"), "id=1;\nformat=2;\nNUMBER=3;\n0,5;\n");
 }
 
 TEST_F(LutFileRead, KneeOfOneChannelComesBack) {

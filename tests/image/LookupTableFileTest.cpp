@@ -84,6 +84,16 @@ TEST_F(LookupTableFile, ASavedFileOverwritesALongerOne) {
 
 // Loading ------------------------------------------------------------------------------------------------------------
 
+TEST_F(LookupTableFile, ADeviceIsAFileWithoutEntriesAndTheTablesAreSent) {
+    for (const char* device : {"/dev/null", "/dev/zero"}) {
+        useFiles();
+        const Table before = table(Red);
+        EXPECT_EQ(load(device), 0);
+        EXPECT_EQ(accesses().size(), 3U) << device;
+        EXPECT_EQ(table(Red), before);
+    }
+}
+
 TEST_F(LookupTableFile, AFileIsLoadedIntoThreeTablesAndTheDesignGetsTheBlueOneThreeTimes) {
     useFiles();
     EXPECT_EQ(load(write("rgb.lut", Title + RedKeys + entries(0, 16383, 1) + GreenKeys + entries(0, 16383, 2) +

@@ -14,6 +14,15 @@ protected:
     Load() { built.board.clearTranscript(); }
 };
 
+TEST_F(Load, ADeviceIsAFileThatIsNotForThisApplet) {
+    for (const char* device : {"/dev/null", "/dev/zero"}) {
+        std::filesystem::remove(path("link.mcf"));
+        std::filesystem::create_symlink(device, path("link.mcf"));
+        EXPECT_EQ(built.applet.loadConfig(path("link.mcf")), -5000) << device;
+        EXPECT_EQ(built.applet.lastError(), -5000);
+    }
+}
+
 TEST_F(Load, ASavedStateIsLoaded) {
     EXPECT_EQ(load(start), 0);
     EXPECT_EQ(built.applet.lastError(), 0);
