@@ -215,7 +215,8 @@ std::int32_t OutputFormat::shiftFor(std::int32_t selectedBits) const {
         case FG_LEFT_ALIGNED: return leftAligned;
         case FG_RIGHT_ALIGNED: return selectedBits > WidestBranch ? table_.maxBits - WidestBranch : leftAligned;
         case FG_CUSTOM_BIT_SHIFT_MODE: {
-            const std::int64_t shift = std::int64_t{leftAligned} + format_.customBitShift;
+            // A configuration file can hold a negative shift.
+            const std::int64_t shift = std::int64_t{leftAligned} + static_cast<std::int32_t>(format_.customBitShift);
             require(shift >= 0 && shift < table_.maxBits, ValueOutOfRange);
             return static_cast<std::int32_t>(shift);
         }

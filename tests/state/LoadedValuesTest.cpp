@@ -14,6 +14,22 @@ protected:
 
 // Values that handlers refuse, and designs that refuse values.
 
+TEST_F(LoadedValues, ABitShiftFromAFileIsAddedWithItsSign) {
+    const auto shiftOf = [this](const char* value) {
+        const std::string shifted =
+            withValue(withValue(start, "FG_BITALIGNMENT", "2"), "FG_CUSTOM_BIT_SHIFT_RIGHT", value);
+        EXPECT_EQ(load(shifted), 0);
+        return built.board.integer("Device1_Process0_OutputFormat_DynamicShift_Shift_Value");
+    };
+    EXPECT_EQ(shiftOf("0"), 8);
+    EXPECT_EQ(shiftOf("-1"), 7);
+    EXPECT_EQ(shiftOf("-8"), 0);
+    EXPECT_EQ(shiftOf("7"), 15);
+    EXPECT_EQ(shiftOf("-9"), 15);  // below 0 the design keeps what it had
+    EXPECT_EQ(shiftOf("-2147483648"), 15);
+    EXPECT_EQ(shiftOf("2147483647"), 15);
+}
+
 TEST_F(LoadedValues, ABadValueStaysInItsFieldWhileTheDesignKeepsItsOwn) {
     built.applet.setInt(24040, 4);
     built.board.clearTranscript();
