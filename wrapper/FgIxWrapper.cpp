@@ -275,6 +275,9 @@ int FgIxWrapper::Fg_getParameterInfoXML(Fg_Struct_s* /*fg*/, int port, char* buf
         setError(code);
         return code;
     };
+    if (size == nullptr) {
+        return refuse(InvalidParameter);
+    }
     if (*size == 0 && buffer != nullptr) {
         return refuse(BufferTooSmall);
     }

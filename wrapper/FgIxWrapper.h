@@ -52,7 +52,7 @@ public:
     /// then) or ConfigurationUnreadable.
     virtual int Fg_loadConfig(Fg_Struct_s* fg, const char* fileName);
     /// The GenApi description of list `port`. With a null buffer the needed size, terminator included, is stored in
-    /// `*size`.
+    /// `*size`. InvalidParameter without a place for the size, ValueNotInList for a list that is empty, BufferTooSmall.
     virtual int Fg_getParameterInfoXML(Fg_Struct_s* fg, int port, char* buffer, unsigned long* size);
     virtual ShadingMaster* Fg_AllocShading(int, int);
     virtual int Fg_FreeShading(ShadingMaster*);

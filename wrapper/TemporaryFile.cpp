@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -30,6 +31,10 @@ std::uint64_t uptime() {
 }  // namespace
 
 int makeTemporaryFile(char* fileTemplate, int suffixLength) {
+    if (fileTemplate == nullptr) {
+        errno = EINVAL;
+        return -1;
+    }
     const auto length = static_cast<std::int64_t>(std::strlen(fileTemplate));
     // A negative suffix would put the letters behind the text's end.
     if (suffixLength < 0 || std::int64_t{suffixLength} + 5 >= length) {

@@ -213,6 +213,14 @@ TEST_F(Exports, APortWithoutRecordsHasNoDocument) {
 
 // Shading ------------------------------------------------------------------------------------------------------------
 
+TEST_F(Exports, TheDescriptionNeedsAPlaceForItsSize) {
+    char document = 'x';
+    EXPECT_EQ(f.Fg_getParameterInfoXML(handle, 0, &document, nullptr), -2070);
+    EXPECT_EQ(lastError(), -2070);
+    EXPECT_EQ(f.Fg_getParameterInfoXML(handle, 0, nullptr, nullptr), -2070);
+    EXPECT_EQ(document, 'x');
+}
+
 TEST_F(Exports, ThereIsNoShadingHandle) {
     EXPECT_EQ(f.Fg_AllocShading(handle, 1, 2), nullptr);
     EXPECT_EQ(lastError(), -1);

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -50,6 +51,12 @@ TEST_F(Mkstemps, GivesADescriptorForReadingAndWritingToTheOwnerAlone) {
     EXPECT_EQ(status.st_mode & 0777U & ~0600U, 0U);
     EXPECT_EQ(status.st_size, 0);
     close(descriptor);
+}
+
+TEST_F(Mkstemps, RefusesANullTemplate) {
+    errno = 0;
+    EXPECT_EQ(library.functions().mkstemps(nullptr, 0), -1);
+    EXPECT_EQ(errno, EINVAL);
 }
 
 TEST_F(Mkstemps, RefusesATemplateThatIsTooShort) {
