@@ -41,17 +41,21 @@ void DebugInjection::buildDebugTable() {
     }
 }
 
+/// Makes all three reads of an entry before it judges any. What comes before the first that is bad is kept.
 void DebugInjection::readEntry(int index) {
     const std::string number = std::to_string(index);
     DebugEntry& entry = table_.entries[static_cast<std::size_t>(index)];
     std::string type;
-    require(design_.readText("Device1_Process0_Debug_N" + number, entry.name) == Success, InternalFailure);
+    std::string path;
+    const int nameCode = design_.readText("Device1_Process0_Debug_N" + number, entry.name);
+    const int typeCode = design_.readText("Device1_Process0_Debug_T" + number, type);
+    const int pathCode = design_.readText("Device1_Process0_Debug_P" + number, path);
     entry.name.resize(std::min(entry.name.size(), NameLimit));
-    require(design_.readText("Device1_Process0_Debug_T" + number, type) == Success, InternalFailure);
+    require(nameCode == Success && typeCode == Success, InternalFailure);
     require(type == "Inject" || type == "InjectMonitor", InternalFailure);
     entry.kind = type == "Inject" ? Inject : InjectMonitor;
-    require(design_.readText("Device1_Process0_Debug_P" + number, entry.path) == Success, InternalFailure);
-    entry.path.resize(std::min(entry.path.size(), NameLimit));
+    require(pathCode == Success, InternalFailure);
+    entry.path = path.substr(0, NameLimit);
 }
 
 /// The chosen point. A design that tells of no points refuses no choice: such a choice is of an empty point.

@@ -25,6 +25,29 @@ TEST_F(DebugTable, IsReadFromTheDesignsTextsBeforeAnythingElse) {
                             "Device1_Process0_Debug_P1 ? Debug_ImageOutput"));
 }
 
+TEST_F(DebugTable, ReadsAllOfAnEntryBeforeItJudgesAny) {
+    const auto refused = [this](const std::string& text, int direction) {
+        client::SoftBoard other(client::testing::builtStandIns());
+        if (direction == 0) {
+            other.setText("Device1_Process0_Debug_T0", text);
+        } else {
+            other.planFault("Device1_Process0_Debug_" + text, client::Direction::Read, 1, -7);
+        }
+        const client::Applet start(library, other, 1);
+        const Lines reads = other.reads();
+        return Lines(reads.begin() + 1, reads.begin() + 5);
+    };
+    const std::string next = "Device1_Process0_OutputFormat_FG_FORMAT_NoOfInputs ? 5";
+    EXPECT_THAT(refused("Other", 0),
+                ElementsAre("Device1_Process0_Debug_N0 ? Camera Input", "Device1_Process0_Debug_T0 ? Other",
+                            "Device1_Process0_Debug_P0 ? Debug_CameraInput", next));
+    EXPECT_THAT(refused("N0", 1), ElementsAre("Device1_Process0_Debug_N0 ?  ! -7", "Device1_Process0_Debug_T0 ? Inject",
+                                              "Device1_Process0_Debug_P0 ? Debug_CameraInput", next));
+    EXPECT_THAT(refused("T0", 1),
+                ElementsAre("Device1_Process0_Debug_N0 ? Camera Input", "Device1_Process0_Debug_T0 ?  ! -7",
+                            "Device1_Process0_Debug_P0 ? Debug_CameraInput", next));
+}
+
 TEST_F(DebugTable, OfTwoPointsRefusesAThird) {
     open();
     EXPECT_EQ(applet->readUnsigned(FG_DEBUGSOURCE), 0U);
