@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <vector>
 
 #include "design/HandlerFrame.h"
 #include "info/RegisterInfoTree.h"
@@ -16,8 +15,7 @@ constexpr std::int32_t InjectMonitor = 1;
 constexpr std::uint32_t InBit = 1;   ///< of "_OperationMode": pixels are injected
 constexpr std::uint32_t OutBit = 2;  ///< and pixels are shown
 constexpr std::uint64_t MaxPixel = 0x1FFFFFFFFFFFFFF;
-constexpr std::size_t NameLimit = 128;     ///< characters of a point's texts
-constexpr std::size_t FileLimit = 655361;  ///< characters of a path with its end; the SDK is not told a size
+constexpr std::size_t NameLimit = 128;  ///< characters of a point's texts
 
 /// How far the first character of a text lies above "0".
 std::int32_t leadingDigit(const std::string& text) {
@@ -202,9 +200,9 @@ std::uint32_t DebugInjection::readReady() const {
 }
 
 std::string DebugInjection::readFile() const {
-    std::vector<char> text(FileLimit);
-    require(design_.getById(parameterId("_DebugFile"), text.data(), TypeCharBuffer) == Success, InternalFailure);
-    return text.data();
+    std::string text;
+    require(design_.readText(parameterId("_DebugFile"), text) == Success, InternalFailure);
+    return text;
 }
 
 }  // namespace quillon

@@ -1,6 +1,6 @@
 #include "design/DesignParameters.h"
 
-#include <vector>
+#include <memory>
 
 #include "support/ErrorCode.h"
 
@@ -26,6 +26,22 @@ constexpr std::array<Binding, IxParameterCount> Bindings = {{
 #include "design/IxParameters.def"
 #undef IX_PARAMETER
 }};
+
+/// Where the SDK writes a text of the design. It is not told a size, and a design may tell anything: there is far more
+/// room than a text needs, of which only as much is ever touched as the text is long.
+class TextRoom {
+public:
+    TextRoom() {
+        room_[0] = '\0';
+        room_[Size - 1] = '\0';
+    }
+    char* start() { return room_.get(); }
+    std::string text() const { return room_.get(); }
+
+private:
+    static constexpr std::size_t Size = std::size_t{16} << 20U;
+    std::unique_ptr<char[]> room_{new char[Size]};
+};
 
 const Binding& binding(Ix parameter) {
     return Bindings[static_cast<std::size_t>(parameter)];
@@ -78,11 +94,16 @@ void DesignParameters::get(Ix parameter, void* value, unsigned process, FgParamT
     }
 }
 
-int DesignParameters::readText(const std::string& name, std::string& text) const {
-    std::vector<char> buffer(TextSize + 1);  // the SDK is not told a size
-    const int result = getById(idByName(name), buffer.data(), TypeCharBuffer);
-    buffer.back() = '\0';
-    text = result == Success ? buffer.data() : "";
+std::string DesignParameters::readText(Ix parameter) {
+    TextRoom room;
+    read(parameter, room.start(), TypeCharBuffer);
+    return room.text();
+}
+
+int DesignParameters::readText(int id, std::string& text) const {
+    TextRoom room;
+    const int result = getById(id, room.start(), TypeCharBuffer);
+    text = result == Success ? room.text() : "";
     return result;
 }
 

@@ -52,6 +52,7 @@ public:
     std::uint32_t readUnsigned(Ix parameter) { return read<std::uint32_t>(parameter, TypeUInt32); }
     std::uint64_t readUnsigned64(Ix parameter, FgParamTypes type) { return read<std::uint64_t>(parameter, type); }
     double readDouble(Ix parameter) { return read<double>(parameter, TypeDouble); }
+    std::string readText(Ix parameter);
     void read(Ix parameter, void* value, FgParamTypes type) { get(parameter, value, 0, type, true); }
 
     // Parameters whose names are only known at run time, as the design's own texts tell them. These answer codes, throw
@@ -63,11 +64,9 @@ public:
     int getById(int id, void* value, FgParamTypes type) const {
         return wrapper_.getUnwrappedParameterWithType(id, value, 0, type);
     }
-    /// Reads a text parameter of the design, at most `TextSize - 1` characters long: 0 or the SDK's code, with an empty
-    /// text then.
-    int readText(const std::string& name, std::string& text) const;
-
-    static constexpr std::size_t TextSize = 2048;
+    /// Reads a text: 0 or the SDK's code, with an empty text then.
+    int readText(const std::string& name, std::string& text) const { return readText(idByName(name), text); }
+    int readText(int id, std::string& text) const;
 
     /// The full name of a parameter, as the design knows it.
     static const char* name(Ix parameter);

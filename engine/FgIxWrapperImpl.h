@@ -60,9 +60,6 @@ public:
                               ///< but its log line
 
 private:
-    /// The capacity of a caller's own text buffer: none is told.
-    static constexpr std::size_t UnknownCapacity = SIZE_MAX;
-
     template <class Access>
     int dispatch(const void* value, Access&& access);
     int readRegister(int number, void* value) const;
@@ -74,8 +71,6 @@ private:
     [[noreturn]] void refuseUnknown(const char* verb, int id);
     void forwardToSdk(int id, void* value, unsigned dma, FgParamTypes type) const;
     void readDmaStatus(void* value) const;
-    template <class Fill>
-    void readString(void* value, FgParamTypes type, Fill&& fill);
     void readText(void* value, FgParamTypes type, std::string_view text);
     void readDesignText(Ix parameter, void* value, FgParamTypes type);
     void readDescription(void* value, FgParamTypes type);

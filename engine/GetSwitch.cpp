@@ -254,32 +254,25 @@ void FgIxWrapperImpl::readSimulatorCycles(void* value, bool passive) {
     }
 }
 
-/// `fill` writes the text to a buffer of a capacity. With TypeString that is the scratch buffer, and the caller gets a
-/// copy to give back; with any other type it is the caller's own, of which no length is known.
-template <class Fill>
-void FgIxWrapperImpl::readString(void* value, FgParamTypes type, Fill&& fill) {
-    if (type != TypeString) {
-        fill(static_cast<char*>(value), UnknownCapacity);
-        return;
-    }
-    fieldScratchString.front() = '\0';
-    fill(fieldScratchString.data(), fieldScratchString.size());
-    fieldScratchString.back() = '\0';
-    store(value, outstandingStrings.handOut(fieldScratchString.data()));
-}
-
+/// With TypeString the caller gets a copy to give back, built in the scratch buffer; with any other type the text goes
+/// to a buffer of the caller's own, of which no length is known.
 void FgIxWrapperImpl::readText(void* value, FgParamTypes type, std::string_view text) {
-    readString(value, type, [text](char* buffer, std::size_t capacity) {
-        const std::size_t length = std::min(text.size(), capacity - 1);
-        std::memcpy(buffer, text.data(), length);
-        buffer[length] = '\0';
-    });
+    const bool handedOut = type == TypeString;
+    char* const place = handedOut ? fieldScratchString.data() : static_cast<char*>(value);
+    const std::size_t length = handedOut ? std::min(text.size(), fieldScratchString.size() - 1) : text.size();
+    std::memcpy(place, text.data(), length);
+    place[length] = '\0';
+    if (handedOut) {
+        store(value, outstandingStrings.handOut(place));
+    }
 }
 
 void FgIxWrapperImpl::readDesignText(Ix parameter, void* value, FgParamTypes type) {
-    readString(value, type, [this, parameter](char* buffer, std::size_t /*capacity*/) {
-        design_.read(parameter, buffer, TypeCharBuffer);
-    });
+    if (type == TypeString) {
+        readText(value, type, design_.readText(parameter));
+    } else {
+        design_.read(parameter, value, TypeCharBuffer);
+    }
 }
 
 /// The one read with an input: the description replaces the name that `value` points to.

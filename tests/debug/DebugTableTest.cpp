@@ -48,6 +48,16 @@ TEST_F(DebugTable, ReadsAllOfAnEntryBeforeItJudgesAny) {
                             "Device1_Process0_Debug_P0 ? Debug_CameraInput", next));
 }
 
+TEST_F(DebugTable, TakesTextsOfAMegabyte) {
+    const std::string megabyte(1 << 20, 'x');
+    board.setText("Device1_Process0_Debug_N0", megabyte);
+    board.setText("Device1_Process0_Debug_P1", megabyte);
+    open();
+    EXPECT_EQ(applet->readText(FG_DEBUGSOURCENAME), std::string(128, 'x'));
+    board.setText(Input + "DebugFile", megabyte);
+    EXPECT_EQ(applet->readText(FG_DEBUGFILE), std::string(655'360, 'x'));
+}
+
 TEST_F(DebugTable, OfTwoPointsRefusesAThird) {
     open();
     EXPECT_EQ(applet->readUnsigned(FG_DEBUGSOURCE), 0U);

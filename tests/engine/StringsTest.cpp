@@ -74,6 +74,17 @@ TEST_F(Strings, ThatTheDesignRefusesAreNotHandedOut) {
     EXPECT_EQ(lastError(), -44);
 }
 
+TEST_F(Strings, OfTheDesignMayBeAMegabyteLong) {
+    const std::string megabyte(1 << 20, 'x');
+    built.board.setText("Device1_Process0_AppletProperties_AppletUid", megabyte);
+    char* const text = handedOut(AppletUidId);
+    EXPECT_EQ(std::strlen(text), 655'360U);  // as much as the applet hands out
+    EXPECT_EQ(release(text), 0);
+    std::vector<char> buffer(megabyte.size() + 1);
+    EXPECT_EQ(built.applet.get(AppletUidId, buffer.data(), 0, ValueType::Buffer), 0);
+    EXPECT_EQ(buffer.data(), megabyte);
+}
+
 TEST_F(Strings, AreAllowedToBeEmpty) {
     EXPECT_EQ(built.applet.readText(CustomFileId), "");
     EXPECT_EQ(built.applet.readText(SaveFileId), "");
