@@ -90,13 +90,11 @@ void FgIxWrapperImpl::buildParameterCatalogue() {
     CatalogueExtensions extensions;
     extensions.directRegisterAccess = directRegisterAccess;
     if (directRegisterAccess) {
-        const int count = TavGetNrOfRegister(designHandle());
-        for (int i = 1; i <= count; ++i) {
-            const char* name = TavGetRegisterName(designHandle(), i);
+        forEachRegister(designHandle(), [&](const char* name) {
             const int number = TavGetRegisterByName(designHandle(), name);
             extensions.registers.push_back({name, number, TavGetRegisterBitRange(designHandle(), number),
                                             TavGetRegisterDirection(designHandle(), number)});
-        }
+        });
     }
     extensions.unwrappedIdByName = tables_.unwrappedIdByName();
     if (!extensions.unwrappedIdByName.empty()) {

@@ -93,17 +93,18 @@ void SdkParameterTables::enterPublicNames() {
     }
 }
 
-int SdkParameterTables::registerCount() const {
-    return wrapper_.directRegisterAccess ? std::max(TavGetNrOfRegister(wrapper_.designHandle()), 0) : 0;
+template <class Enter>
+void SdkParameterTables::forEachRegister(Enter&& enter) const {
+    if (wrapper_.directRegisterAccess) {
+        quillon::forEachRegister(wrapper_.designHandle(), enter);
+    }
 }
 
 void SdkParameterTables::enterRegisters() {
-    fpga_design* design = wrapper_.designHandle();
-    const int count = registerCount();
-    for (int i = 1; i <= count; ++i) {
-        const char* name = TavGetRegisterName(design, i);
-        parameterIdByName_[std::string("DRA_") + name] = TavGetRegisterByName(design, name) + DirectRegisterBase;
-    }
+    forEachRegister([this](const char* name) {
+        parameterIdByName_[std::string("DRA_") + name] =
+            TavGetRegisterByName(wrapper_.designHandle(), name) + DirectRegisterBase;
+    });
 }
 
 int SdkParameterTables::unwrappedId(const std::string& name) const {
@@ -123,10 +124,7 @@ void SdkParameterTables::enterPositions() {
         parameterNameByIndex_[static_cast<int>(i)] = AllParameters[i].name;
     }
     int position = LastPublicPosition;
-    const int registers = registerCount();
-    for (int i = 1; i <= registers; ++i) {
-        parameterNameByIndex_[++position] = std::string("DRA_") + TavGetRegisterName(wrapper_.designHandle(), i);
-    }
+    forEachRegister([&](const char* name) { parameterNameByIndex_[++position] = std::string("DRA_") + name; });
     for (const std::string& name : properties_.names(propertySection)) {
         if (unwrappedId(name) != 0) {
             parameterNameByIndex_[++position] = "DIXA_" + name;
@@ -142,7 +140,7 @@ void SdkParameterTables::enterEvents() {
     }
     for (int i = 0; i < count; ++i) {
         const TavEvent* event = designEvent(wrapper_.designHandle(), i);
-        if (event != nullptr && event->kind == 1) {
+        if (event != nullptr && event->name != nullptr && event->kind == 1) {
             const std::uint64_t mask = std::uint64_t{1} << i;
             eventMaskByName_[event->name] = mask;
             eventNameByMask_[mask] = event->name;
@@ -157,7 +155,7 @@ void SdkParameterTables::enterEvents() {
 void SdkParameterTables::enterPublicEvent(int count, const char* designName, const char* publicName) {
     for (int i = 0; i < count; ++i) {
         const TavEvent* event = designEvent(wrapper_.designHandle(), i);
-        if (event != nullptr && std::strcmp(event->name, designName) == 0) {
+        if (hasName(event, designName)) {
             const std::uint64_t mask = std::uint64_t{1} << i;
             eventMaskByName_[publicName] = mask;
             eventNameByMask_[mask] = publicName;

@@ -44,7 +44,9 @@ private:
     void enterPositions();
     void enterEvents();
     void enterPublicEvent(int count, const char* designName, const char* publicName);
-    int registerCount() const;
+    /// Calls `enter(name)` for each register of the design; for none without the direct access.
+    template <class Enter>
+    void forEachRegister(Enter&& enter) const;
     /// The id that the SDK gives for a name that is switched on; 0 for any other.
     int unwrappedId(const std::string& name) const;
 

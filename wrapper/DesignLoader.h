@@ -2,8 +2,10 @@
 /// The functions of the design loader, libtavrt.so. A design is opaque; so is the image that it is loaded from.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "wrapper/SdkTypes.h"
 
@@ -37,6 +39,26 @@ static_assert(offsetof(TavEvent, name) == 8 && offsetof(TavEvent, kind) == 20);
 /// Event `index` of the design, or null.
 inline const TavEvent* designEvent(fpga_design* design, int index) {
     return static_cast<const TavEvent*>(TavGetEvent(design, index));
+}
+
+/// Whether there is such an event, and it has that name. Not every event has one.
+inline bool hasName(const TavEvent* event, const char* name) {
+    return event != nullptr && event->name != nullptr && std::strcmp(event->name, name) == 0;
+}
+
+/// Registers that have an id of their own: those behind would run into the ids of the SDK's parameters.
+constexpr int RegisterLimit = 1'000'000;
+
+/// Calls `visit(name)` for each register of the design, in the order of their numbers. A number that the loader counts
+/// and has no name for is passed over.
+template <class Visit>
+void forEachRegister(fpga_design* design, Visit&& visit) {
+    const int count = std::min(TavGetNrOfRegister(design), RegisterLimit);
+    for (int number = 1; number <= count; ++number) {
+        if (const char* name = TavGetRegisterName(design, number); name != nullptr) {
+            visit(name);
+        }
+    }
 }
 
 }  // namespace quillon

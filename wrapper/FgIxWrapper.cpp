@@ -336,8 +336,7 @@ int FgIxWrapper::Shad_WriteActLine(ShadingMaster* /*unused*/, int /*unused*/) {
 
 std::uint64_t FgIxWrapper::Fg_getEventMask(const char* name) {
     for (int i = 0; name != nullptr && i < EventLimit; ++i) {
-        const TavEvent* event = designEvent(designHandle(), i);
-        if (event != nullptr && std::strcmp(event->name, name) == 0) {
+        if (hasName(designEvent(designHandle(), i), name)) {
             return std::uint64_t{1} << i;
         }
     }
