@@ -30,7 +30,7 @@ void DebugInjection::buildDebugTable() {
         require(design_.readText("Device1_Process0_Debug_Entries", text) == Success, InternalFailure);
         const std::int32_t count = leadingDigit(text);
         require(count <= DebugTable::MaxEntries, InternalFailure);
-        table_.entryCount = count;
+        table_.debugEntryCount = count;
         for (std::int32_t i = 0; i < count; ++i) {
             readEntry(i);
         }
@@ -59,15 +59,15 @@ void DebugInjection::readEntry(int index) {
 /// The chosen point. A design that tells of no points refuses no choice: such a choice is of an empty point.
 const DebugEntry& DebugInjection::chosen() const {
     static const DebugEntry none;
-    return debug_.source < table_.entries.size() ? table_.entries[debug_.source] : none;
+    return debug_.debugSource < table_.entries.size() ? table_.entries[debug_.debugSource] : none;
 }
 
 bool DebugInjection::isMonitor() const {
     return chosen().kind == InjectMonitor;
 }
 
-int DebugInjection::parameterId(const char* suffix) const {
-    return design_.idByName("Device1_Process0_" + chosen().path + suffix);
+std::string DebugInjection::debugParameterName(const char* suffix) const {
+    return "Device1_Process0_" + chosen().path + suffix;
 }
 
 std::uint32_t DebugInjection::read(const char* suffix, int failure) const {
@@ -87,7 +87,7 @@ void DebugInjection::write(const char* suffix, const void* value, FgParamTypes t
 
 void DebugInjection::setDebugSource(std::uint32_t value) {
     changeField(
-        debug_.source, value, true,
+        debug_.debugSource, value, true,
         [&] {
             std::string text;
             require(design_.readText("Device1_Process0_Debug_Entries", text) == Success, InternalFailure);
@@ -119,7 +119,7 @@ std::uint32_t DebugInjection::describedPixelMaximum() const {
 
 void DebugInjection::setDebugInEnable(std::uint32_t value, bool reportErrors) {
     changeField(
-        debug_.inEnable, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
+        debug_.debugInEnable, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
         [&](std::uint32_t /*previous*/) {
             const std::uint32_t kept = isMonitor() ? read("_OperationMode", Success) & OutBit : 0;
             const std::uint32_t mode = kept | (value == FG_ON ? InBit : 0);
@@ -129,7 +129,7 @@ void DebugInjection::setDebugInEnable(std::uint32_t value, bool reportErrors) {
 
 void DebugInjection::setDebugOutEnable(std::uint32_t value) {
     changeField(
-        debug_.outEnable, value, true, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
+        debug_.debugOutEnable, value, true, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
         [&](std::uint32_t /*previous*/) {
             if (isMonitor()) {
                 const std::uint32_t kept = read("_OperationMode", InternalFailure) & InBit;
@@ -141,14 +141,14 @@ void DebugInjection::setDebugOutEnable(std::uint32_t value) {
 
 void DebugInjection::setDebugFile(const char* path, bool reportErrors) {
     changeField(
-        debug_.file, std::string(path != nullptr ? path : ""), reportErrors,
+        debug_.debugFile, std::string(path != nullptr ? path : ""), reportErrors,
         [&] { require(path != nullptr, ValueOutOfRange); },
-        [&](const std::string& /*previous*/) { write("_DebugFile", debug_.file.c_str(), TypeCharBuffer); });
+        [&](const std::string& /*previous*/) { write("_DebugFile", debug_.debugFile.c_str(), TypeCharBuffer); });
 }
 
 void DebugInjection::setDebugInsert(std::uint32_t value) {
     changeField(
-        debug_.insert, value, true, [&] { require(value == FG_APPLY, ValueOutOfRange); },
+        debug_.debugInsert, value, true, [&] { require(value == FG_APPLY, ValueOutOfRange); },
         [&](std::uint32_t /*previous*/) {
             read("_OperationMode", InternalFailure);  // only has to succeed
             const std::uint32_t apply = 1;
@@ -158,21 +158,22 @@ void DebugInjection::setDebugInsert(std::uint32_t value) {
 
 void DebugInjection::setDebugWritePixel(std::uint64_t value) {
     changeField(
-        debug_.writePixel, value, true, [&] { require(value <= MaxPixel, ValueOutOfRange); },
+        debug_.debugWritePixel, value, true, [&] { require(value <= MaxPixel, ValueOutOfRange); },
         [&](std::uint64_t /*previous*/) { write("_Inject_WritePixel", &value, TypeUInt64); });
 }
 
 void DebugInjection::setDebugWriteFlag(std::uint32_t value, bool reportErrors) {
     changeField(
-        debug_.writeFlag, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_ENDOFLINE, FG_ENDOFFRAME); },
+        debug_.debugWriteFlag, value, reportErrors,
+        [&] { requireRange<std::uint32_t>(value, FG_ENDOFLINE, FG_ENDOFFRAME); },
         [&](std::uint32_t /*previous*/) { write("_Inject_WriteFlag", &value, TypeUInt32); });
 }
 
 void DebugInjection::setDebugSaveConfig(const char* path) {
     require(path != nullptr, ValueOutOfRange);
-    debug_.saveConfig = path;
+    debug_.debugSaveConfig = path;
     // The SDK's own answer means nothing here.
-    callIfThere(wrapper_.wrapperFg().Fg_saveConfig, wrapper_.fglibFg(), debug_.saveConfig.c_str());
+    callIfThere(wrapper_.wrapperFg().Fg_saveConfig, wrapper_.fglibFg(), debug_.debugSaveConfig.c_str());
 }
 
 std::uint32_t DebugInjection::readInEnable() const {

@@ -46,7 +46,9 @@ private:
     void readEntry(int index);
     const DebugEntry& chosen() const;
     bool isMonitor() const;
-    int parameterId(const char* suffix) const;
+    /// The full name of a parameter of the chosen point.
+    std::string debugParameterName(const char* suffix) const;
+    int parameterId(const char* suffix) const { return design_.idByName(debugParameterName(suffix)); }
     /// Fails with `failure`, or with the SDK's own code where that is Success.
     std::uint32_t read(const char* suffix, int failure) const;
     std::uint32_t readMonitor(const char* suffix) const;

@@ -17,14 +17,14 @@ struct TimeoutState {
 };
 
 struct DebugState {
-    std::uint32_t source = 0;  ///< index of the chosen debug point
-    std::uint32_t inEnable = FG_OFF;
-    std::string file;
-    std::uint32_t insert = FG_APPLY;
-    std::uint64_t writePixel = 0;
-    std::uint32_t writeFlag = FG_ENDOFLINE;
-    std::uint32_t outEnable = FG_OFF;
-    std::string saveConfig;
+    std::uint32_t debugSource = 0;  ///< index of the chosen debug point
+    std::uint32_t debugInEnable = FG_OFF;
+    std::string debugFile;
+    std::uint32_t debugInsert = FG_APPLY;
+    std::uint64_t debugWritePixel = 0;
+    std::uint32_t debugWriteFlag = FG_ENDOFLINE;
+    std::uint32_t debugOutEnable = FG_OFF;
+    std::string debugSaveConfig;
 };
 
 /// Sensor and region of interest in pixels and lines.
@@ -76,27 +76,27 @@ struct DebugEntry {
 struct DebugTable {
     static constexpr int MaxEntries = 9;  ///< the count is told by one digit
 
-    std::int32_t entryCount = 0;
+    std::int32_t debugEntryCount = 0;
     std::array<DebugEntry, MaxEntries> entries{};
 };
 
 /// What the user asked of the camera simulator, and what the design is running with.
 struct SimulatorState {
-    std::uint32_t enable = FG_CAMPORT;
-    std::uint32_t width = 1024;   ///< pixels, as asked for
-    std::uint32_t lineGap = 0;    ///< pixels, as asked for
-    std::uint32_t height = 1024;  ///< lines
-    std::uint32_t frameGap = 0;   ///< lines
-    std::uint32_t pattern = FG_DIAGONAL;
-    std::uint32_t patternOffset = 0;
-    std::uint32_t roll = FG_ON;
-    std::uint32_t selectMode = FG_LINERATE;
-    double pixelFrequency = 40.0;  ///< MHz
-    double lineRate = 10240.0;     ///< lines per second
-    double frameRate = 10.0;       ///< frames per second
-    std::uint32_t triggerMode = SIMULATION_FREE_RUN;
+    std::uint32_t simulatorEnable = FG_CAMPORT;
+    std::uint32_t simulatorWidth = 1024;   ///< pixels, as asked for
+    std::uint32_t simulatorLineGap = 0;    ///< pixels, as asked for
+    std::uint32_t simulatorHeight = 1024;  ///< lines
+    std::uint32_t simulatorFrameGap = 0;   ///< lines
+    std::uint32_t simulatorPattern = FG_DIAGONAL;
+    std::uint32_t simulatorPatternOffset = 0;
+    std::uint32_t simulatorRoll = FG_ON;
+    std::uint32_t simulatorSelectMode = FG_LINERATE;
+    double simulatorPixelFrequency = 40.0;  ///< MHz
+    double simulatorLineRate = 10240.0;     ///< lines per second
+    double simulatorFrameRate = 10.0;       ///< frames per second
+    std::uint32_t simulatorTriggerMode = SIMULATION_FREE_RUN;
 
-    std::uint32_t activeWidth = 1024;   ///< `width` rounded up to a multiple of 32
+    std::uint32_t activeWidth = 1024;   ///< `simulatorWidth` rounded up to a multiple of 32
     std::uint32_t activeLineGap = 0;    ///< the line gap rounded up to a multiple of 32
     std::uint32_t activeHeight = 1024;  ///< frame height sent to the design
     std::uint32_t activeFrameGap = 0;   ///< frame gap sent to the design
@@ -105,14 +105,14 @@ struct SimulatorState {
 };
 
 struct ImageSelectorState {
-    std::int32_t period = 1;
-    std::uint32_t select = 0;
+    std::int32_t imageSelectPeriod = 1;
+    std::uint32_t imageSelect = 0;
 };
 
 struct WhiteBalanceState {
-    double red = 1.0;
-    double blue = 1.0;
-    double green = 1.0;
+    double scalingFactorRed = 1.0;
+    double scalingFactorBlue = 1.0;
+    double scalingFactorGreen = 1.0;
 };
 
 /// The lookup tables as the applet mirrors them: one of 16384 entries per colour, from 14 bits to 16 bits.
@@ -120,17 +120,18 @@ struct LookupTableState {
     static constexpr std::uint32_t EntryCount = 16384;
     using Table = std::array<std::uint32_t, EntryCount>;
 
-    enum Channel : std::uint8_t { Red, Green, Blue };
+    /// The colour of a table.
+    enum Channel : std::uint8_t { lutRed, lutGreen, lutBlue };
 
-    std::uint32_t enable = FG_OFF;
-    std::uint32_t type = LUT_TYPE_PROCESSING;
+    std::uint32_t lutEnable = FG_OFF;
+    std::uint32_t lutType = LUT_TYPE_PROCESSING;
     std::array<Table, 3> tables{};  ///< red, green, blue: one block
-    std::string customFile;
-    std::string saveFile;
-    double offset = 0.0;
-    double gain = 1.0;
-    double gamma = 1.0;
-    std::uint32_t invert = FG_OFF;
+    std::string lutCustomFile;
+    std::string lutSaveFile;
+    double processingOffset = 0.0;
+    double processingGain = 1.0;
+    double processingGamma = 1.0;
+    std::uint32_t processingInvert = FG_OFF;
 };
 
 /// Times in microseconds; the design runs them on a tick of 8 ns.
@@ -169,10 +170,15 @@ struct ImageTriggerState {
     std::int32_t setSoftwareTrigger = FG_LOW;
 };
 
-/// What feeds one output of the switchboard.
+/// What feeds one output of the switchboard: as the last write or load asked, and as the design last accepted it. The
+/// camera's route goes by what was requested alone.
 struct RouteState {
-    std::uint32_t source;
-    std::uint32_t polarity = FG_HIGH;
+    constexpr explicit RouteState(std::uint32_t source) : requestedSource(source), appliedSource(source) {}
+
+    std::uint32_t requestedSource;
+    std::uint32_t requestedPolarity = FG_HIGH;
+    std::uint32_t appliedSource;
+    std::uint32_t appliedPolarity = FG_HIGH;
 };
 
 /// The outputs of the switchboard, in the order of the start-up push.
@@ -196,27 +202,24 @@ enum class Route : std::uint8_t {
 inline constexpr std::size_t RouteCount = 15;
 
 struct RoutingState {
-    using Routes = std::array<RouteState, RouteCount>;
-    static constexpr Routes StartRoutes = {{
-        {FG_SIGNAL_CAM0_EXSYNC},      // Camera
-        {FG_SIGNAL_CAM0_FLASH},       // Gpo0
-        {FG_SIGNAL_CAM0_EXSYNC2},     // Gpo1
-        {FG_SIGNAL_CAM0_EXSYNC},      // Gpo2
-        {VCC},                        // Gpo3
-        {VCC},                        // Gpo4
-        {VCC},                        // Gpo5
-        {VCC},                        // Gpo6
-        {VCC},                        // Gpo7
-        {FG_SIGNAL_CAM0_FLASH},       // FrontGpo0
-        {FG_SIGNAL_CAM0_EXSYNC2},     // FrontGpo1
-        {FG_SIGNAL_CAM0_EXSYNC},      // Analyzer0
-        {FG_SIGNAL_CAM0_LINE_START},  // Analyzer1
-        {FG_SIGNAL_CAM0_EXSYNC},      // CustomEvent0
-        {FG_SIGNAL_CAM0_FLASH},       // CustomEvent1
+    std::array<RouteState, RouteCount> routes = {{
+        RouteState{FG_SIGNAL_CAM0_EXSYNC},      // Camera
+        RouteState{FG_SIGNAL_CAM0_FLASH},       // Gpo0
+        RouteState{FG_SIGNAL_CAM0_EXSYNC2},     // Gpo1
+        RouteState{FG_SIGNAL_CAM0_EXSYNC},      // Gpo2
+        RouteState{VCC},                        // Gpo3
+        RouteState{VCC},                        // Gpo4
+        RouteState{VCC},                        // Gpo5
+        RouteState{VCC},                        // Gpo6
+        RouteState{VCC},                        // Gpo7
+        RouteState{FG_SIGNAL_CAM0_FLASH},       // FrontGpo0
+        RouteState{FG_SIGNAL_CAM0_EXSYNC2},     // FrontGpo1
+        RouteState{FG_SIGNAL_CAM0_EXSYNC},      // Analyzer0
+        RouteState{FG_SIGNAL_CAM0_LINE_START},  // Analyzer1
+        RouteState{FG_SIGNAL_CAM0_EXSYNC},      // CustomEvent0
+        RouteState{FG_SIGNAL_CAM0_FLASH},       // CustomEvent1
     }};
 
-    Routes requested = StartRoutes;  ///< what the last write or load asked for
-    Routes applied = StartRoutes;    ///< what the design last accepted; the camera's entry is not used
     std::int32_t digioOutput = 3;
     std::int32_t analyzerClear = FG_APPLY;
     std::int32_t pulseMessage = FG_PULSE_IMMEDIATE;

@@ -66,19 +66,19 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_DMA_PORT: forwardToSdk(id, value, dma, type); break;
         case FG_CAM_PORT: forwardToSdk(id, value, dma, type); break;
         case FG_APC_STOP_TIMEOUT: forwardToSdk(id, value, dma, type); break;
-        case FG_DEBUGSOURCE: store(value, state_.debug.source); break;
+        case FG_DEBUGSOURCE: store(value, state_.debug.debugSource); break;
         case FG_DEBUGSOURCENAME: readText(value, type, subjects_.debug.sourceName()); break;
         case FG_DEBUGINENABLE: store(value, subjects_.debug.readInEnable()); break;
         case FG_DEBUGFILE: readText(value, type, subjects_.debug.readFile()); break;
-        case FG_DEBUGINSERT: store(value, state_.debug.insert); break;
-        case FG_DEBUGWRITEPIXEL: store(value, state_.debug.writePixel); break;
-        case FG_DEBUGWRITEFLAG: store(value, state_.debug.writeFlag); break;
+        case FG_DEBUGINSERT: store(value, state_.debug.debugInsert); break;
+        case FG_DEBUGWRITEPIXEL: store(value, state_.debug.debugWritePixel); break;
+        case FG_DEBUGWRITEFLAG: store(value, state_.debug.debugWriteFlag); break;
         case FG_DEBUGOUTENABLE: store(value, subjects_.debug.readOutEnable()); break;
         case FG_DEBUGOUTXPOS: store(value, subjects_.debug.readOutXPosition()); break;
         case FG_DEBUGOUTYPOS: store(value, subjects_.debug.readOutYPosition()); break;
         case FG_DEBUGOUTPIXEL: store(value, subjects_.debug.readOutPixel()); break;
         case FG_DEBUGREADY: store(value, subjects_.debug.readReady()); break;
-        case FG_DEBUGSAVECONFIG: readText(value, type, state_.debug.saveConfig); break;
+        case FG_DEBUGSAVECONFIG: readText(value, type, state_.debug.debugSaveConfig); break;
         case FG_PIXELFORMAT: store(value, state_.geometry.pixelFormat); break;
         case FG_LINEORDER: store(value, state_.outputFormat.lineOrder); break;
         case FG_VANTAGEPOINT: store(value, state_.geometry.vantagePoint); break;
@@ -94,40 +94,40 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_BITALIGNMENT: store(value, state_.outputFormat.bitAlignment); break;
         case FG_PIXELDEPTH: store(value, PixelDepth); break;
         case FG_CUSTOM_BIT_SHIFT_RIGHT: store(value, state_.outputFormat.customBitShift); break;
-        case FG_CAMERASIMULATOR_ENABLE: store(value, state_.simulator.enable); break;
+        case FG_CAMERASIMULATOR_ENABLE: store(value, state_.simulator.simulatorEnable); break;
         case FG_CAMERASIMULATOR_WIDTH: store(value, state_.simulator.activeWidth); break;
         case FG_CAMERASIMULATOR_LINE_GAP: store(value, subjects_.simulator.lineGap()); break;
-        case FG_CAMERASIMULATOR_HEIGHT: store(value, state_.simulator.height); break;
+        case FG_CAMERASIMULATOR_HEIGHT: store(value, state_.simulator.simulatorHeight); break;
         case FG_CAMERASIMULATOR_FRAME_GAP: store(value, subjects_.simulator.frameGap()); break;
-        case FG_CAMERASIMULATOR_PATTERN: store(value, state_.simulator.pattern); break;
-        case FG_CAMERASIMULATOR_PATTERN_OFFSET: store(value, state_.simulator.patternOffset); break;
-        case FG_CAMERASIMULATOR_ROLL: store(value, state_.simulator.roll); break;
-        case FG_CAMERASIMULATOR_SELECT_MODE: store(value, state_.simulator.selectMode); break;
+        case FG_CAMERASIMULATOR_PATTERN: store(value, state_.simulator.simulatorPattern); break;
+        case FG_CAMERASIMULATOR_PATTERN_OFFSET: store(value, state_.simulator.simulatorPatternOffset); break;
+        case FG_CAMERASIMULATOR_ROLL: store(value, state_.simulator.simulatorRoll); break;
+        case FG_CAMERASIMULATOR_SELECT_MODE: store(value, state_.simulator.simulatorSelectMode); break;
         case FG_CAMERASIMULATOR_PIXEL_FREQUENCY: store(value, subjects_.simulator.pixelFrequency()); break;
         case FG_CAMERASIMULATOR_LINERATE: store(value, subjects_.simulator.lineRate()); break;
         case FG_CAMERASIMULATOR_FRAMERATE: store(value, subjects_.simulator.frameRate()); break;
-        case FG_CAMERASIMULATOR_TRIGGER_MODE: store(value, state_.simulator.triggerMode); break;
+        case FG_CAMERASIMULATOR_TRIGGER_MODE: store(value, state_.simulator.simulatorTriggerMode); break;
         case FG_CAMERASIMULATOR_ACTIVE: readSimulatorCycles(value, false); break;
         case FG_CAMERASIMULATOR_PASSIVE: readSimulatorCycles(value, true); break;
-        case FG_IMG_SELECT_PERIOD: store(value, state_.imageSelector.period); break;
-        case FG_IMG_SELECT: store(value, state_.imageSelector.select); break;
-        case FG_SCALINGFACTOR_RED: store(value, state_.whiteBalance.red); break;
-        case FG_SCALINGFACTOR_BLUE: store(value, state_.whiteBalance.blue); break;
-        case FG_SCALINGFACTOR_GREEN: store(value, state_.whiteBalance.green); break;
-        case FG_LUT_ENABLE: store(value, state_.lookupTable.enable); break;
-        case FG_LUT_TYPE: store(value, state_.lookupTable.type); break;
+        case FG_IMG_SELECT_PERIOD: store(value, state_.imageSelector.imageSelectPeriod); break;
+        case FG_IMG_SELECT: store(value, state_.imageSelector.imageSelect); break;
+        case FG_SCALINGFACTOR_RED: store(value, state_.whiteBalance.scalingFactorRed); break;
+        case FG_SCALINGFACTOR_BLUE: store(value, state_.whiteBalance.scalingFactorBlue); break;
+        case FG_SCALINGFACTOR_GREEN: store(value, state_.whiteBalance.scalingFactorGreen); break;
+        case FG_LUT_ENABLE: store(value, state_.lookupTable.lutEnable); break;
+        case FG_LUT_TYPE: store(value, state_.lookupTable.lutType); break;
         case FG_LUT_IMPLEMENTATION_TYPE: store(value, std::int32_t{LUT_IMPLEMENTATION_FULL_LUT}); break;
         case FG_LUT_IN_BITS: store(value, LutInBits); break;
         case FG_LUT_OUT_BITS: store(value, LutOutBits); break;
-        case FG_LUT_VALUE_RED: readLut(LookupTableState::Red, value, type); break;
-        case FG_LUT_VALUE_GREEN: readLut(LookupTableState::Green, value, type); break;
-        case FG_LUT_VALUE_BLUE: readLut(LookupTableState::Blue, value, type); break;
-        case FG_LUT_CUSTOM_FILE: readText(value, type, state_.lookupTable.customFile); break;
-        case FG_LUT_SAVE_FILE: readText(value, type, state_.lookupTable.saveFile); break;
-        case FG_PROCESSING_OFFSET: store(value, state_.lookupTable.offset); break;
-        case FG_PROCESSING_GAIN: store(value, state_.lookupTable.gain); break;
-        case FG_PROCESSING_GAMMA: store(value, state_.lookupTable.gamma); break;
-        case FG_PROCESSING_INVERT: store(value, state_.lookupTable.invert); break;
+        case FG_LUT_VALUE_RED: readLut(LookupTableState::lutRed, value, type); break;
+        case FG_LUT_VALUE_GREEN: readLut(LookupTableState::lutGreen, value, type); break;
+        case FG_LUT_VALUE_BLUE: readLut(LookupTableState::lutBlue, value, type); break;
+        case FG_LUT_CUSTOM_FILE: readText(value, type, state_.lookupTable.lutCustomFile); break;
+        case FG_LUT_SAVE_FILE: readText(value, type, state_.lookupTable.lutSaveFile); break;
+        case FG_PROCESSING_OFFSET: store(value, state_.lookupTable.processingOffset); break;
+        case FG_PROCESSING_GAIN: store(value, state_.lookupTable.processingGain); break;
+        case FG_PROCESSING_GAMMA: store(value, state_.lookupTable.processingGamma); break;
+        case FG_PROCESSING_INVERT: store(value, state_.lookupTable.processingInvert); break;
         case FG_LINETRIGGERMODE: store(value, state_.lineTrigger.mode); break;
         case FG_EXSYNCON: store(value, state_.lineTrigger.exsyncOn); break;
         case FG_LINETRIGGERINSRC: store(value, state_.lineTrigger.inSrc); break;
@@ -162,36 +162,32 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_STROBEPULSEDELAY: store(value, state_.imageTrigger.strobePulseDelay); break;
         case FG_SENDSOFTWARETRIGGER: store(value, state_.imageTrigger.sendSoftwareTrigger); break;
         case FG_SETSOFTWARETRIGGER: store(value, state_.imageTrigger.setSoftwareTrigger); break;
-        case FG_TRIGGERCAMERA_SOURCE: store(value, subjects_.routing.route(Route::Camera).source); break;
-        case FG_TRIGGERCAMERA_POLARITY: store(value, subjects_.routing.route(Route::Camera).polarity); break;
-        case FG_TRIGGEROUT_GPO_0_SOURCE: store(value, subjects_.routing.route(Route::Gpo0).source); break;
-        case FG_TRIGGEROUT_GPO_0_POLARITY: store(value, subjects_.routing.route(Route::Gpo0).polarity); break;
-        case FG_TRIGGEROUT_GPO_1_SOURCE: store(value, subjects_.routing.route(Route::Gpo1).source); break;
-        case FG_TRIGGEROUT_GPO_1_POLARITY: store(value, subjects_.routing.route(Route::Gpo1).polarity); break;
-        case FG_TRIGGEROUT_GPO_2_SOURCE: store(value, subjects_.routing.route(Route::Gpo2).source); break;
-        case FG_TRIGGEROUT_GPO_2_POLARITY: store(value, subjects_.routing.route(Route::Gpo2).polarity); break;
-        case FG_TRIGGEROUT_GPO_3_SOURCE: store(value, subjects_.routing.route(Route::Gpo3).source); break;
-        case FG_TRIGGEROUT_GPO_3_POLARITY: store(value, subjects_.routing.route(Route::Gpo3).polarity); break;
-        case FG_TRIGGEROUT_GPO_4_SOURCE: store(value, subjects_.routing.route(Route::Gpo4).source); break;
-        case FG_TRIGGEROUT_GPO_4_POLARITY: store(value, subjects_.routing.route(Route::Gpo4).polarity); break;
-        case FG_TRIGGEROUT_GPO_5_SOURCE: store(value, subjects_.routing.route(Route::Gpo5).source); break;
-        case FG_TRIGGEROUT_GPO_5_POLARITY: store(value, subjects_.routing.route(Route::Gpo5).polarity); break;
-        case FG_TRIGGEROUT_GPO_6_SOURCE: store(value, subjects_.routing.route(Route::Gpo6).source); break;
-        case FG_TRIGGEROUT_GPO_6_POLARITY: store(value, subjects_.routing.route(Route::Gpo6).polarity); break;
-        case FG_TRIGGEROUT_GPO_7_SOURCE: store(value, subjects_.routing.route(Route::Gpo7).source); break;
-        case FG_TRIGGEROUT_GPO_7_POLARITY: store(value, subjects_.routing.route(Route::Gpo7).polarity); break;
-        case FG_TRIGGEROUT_FRONT_GPO_0_SOURCE: store(value, subjects_.routing.route(Route::FrontGpo0).source); break;
-        case FG_TRIGGEROUT_FRONT_GPO_0_POLARITY:
-            store(value, subjects_.routing.route(Route::FrontGpo0).polarity);
-            break;
-        case FG_TRIGGEROUT_FRONT_GPO_1_SOURCE: store(value, subjects_.routing.route(Route::FrontGpo1).source); break;
-        case FG_TRIGGEROUT_FRONT_GPO_1_POLARITY:
-            store(value, subjects_.routing.route(Route::FrontGpo1).polarity);
-            break;
+        case FG_TRIGGERCAMERA_SOURCE: store(value, subjects_.routing.source(Route::Camera)); break;
+        case FG_TRIGGERCAMERA_POLARITY: store(value, subjects_.routing.polarity(Route::Camera)); break;
+        case FG_TRIGGEROUT_GPO_0_SOURCE: store(value, subjects_.routing.source(Route::Gpo0)); break;
+        case FG_TRIGGEROUT_GPO_0_POLARITY: store(value, subjects_.routing.polarity(Route::Gpo0)); break;
+        case FG_TRIGGEROUT_GPO_1_SOURCE: store(value, subjects_.routing.source(Route::Gpo1)); break;
+        case FG_TRIGGEROUT_GPO_1_POLARITY: store(value, subjects_.routing.polarity(Route::Gpo1)); break;
+        case FG_TRIGGEROUT_GPO_2_SOURCE: store(value, subjects_.routing.source(Route::Gpo2)); break;
+        case FG_TRIGGEROUT_GPO_2_POLARITY: store(value, subjects_.routing.polarity(Route::Gpo2)); break;
+        case FG_TRIGGEROUT_GPO_3_SOURCE: store(value, subjects_.routing.source(Route::Gpo3)); break;
+        case FG_TRIGGEROUT_GPO_3_POLARITY: store(value, subjects_.routing.polarity(Route::Gpo3)); break;
+        case FG_TRIGGEROUT_GPO_4_SOURCE: store(value, subjects_.routing.source(Route::Gpo4)); break;
+        case FG_TRIGGEROUT_GPO_4_POLARITY: store(value, subjects_.routing.polarity(Route::Gpo4)); break;
+        case FG_TRIGGEROUT_GPO_5_SOURCE: store(value, subjects_.routing.source(Route::Gpo5)); break;
+        case FG_TRIGGEROUT_GPO_5_POLARITY: store(value, subjects_.routing.polarity(Route::Gpo5)); break;
+        case FG_TRIGGEROUT_GPO_6_SOURCE: store(value, subjects_.routing.source(Route::Gpo6)); break;
+        case FG_TRIGGEROUT_GPO_6_POLARITY: store(value, subjects_.routing.polarity(Route::Gpo6)); break;
+        case FG_TRIGGEROUT_GPO_7_SOURCE: store(value, subjects_.routing.source(Route::Gpo7)); break;
+        case FG_TRIGGEROUT_GPO_7_POLARITY: store(value, subjects_.routing.polarity(Route::Gpo7)); break;
+        case FG_TRIGGEROUT_FRONT_GPO_0_SOURCE: store(value, subjects_.routing.source(Route::FrontGpo0)); break;
+        case FG_TRIGGEROUT_FRONT_GPO_0_POLARITY: store(value, subjects_.routing.polarity(Route::FrontGpo0)); break;
+        case FG_TRIGGEROUT_FRONT_GPO_1_SOURCE: store(value, subjects_.routing.source(Route::FrontGpo1)); break;
+        case FG_TRIGGEROUT_FRONT_GPO_1_POLARITY: store(value, subjects_.routing.polarity(Route::FrontGpo1)); break;
         case FG_DIGIO_OUTPUT: store(value, subjects_.routing.digioOutput()); break;
         case FG_DIGIO_INPUT: design_.read(Ix::Trigger_Inputs_InputStatus_Status, value, TypeUInt32); break;
-        case FG_SIGNAL_ANALYZER_0_SOURCE: store(value, subjects_.routing.route(Route::Analyzer0).source); break;
-        case FG_SIGNAL_ANALYZER_0_POLARITY: store(value, subjects_.routing.route(Route::Analyzer0).polarity); break;
+        case FG_SIGNAL_ANALYZER_0_SOURCE: store(value, subjects_.routing.source(Route::Analyzer0)); break;
+        case FG_SIGNAL_ANALYZER_0_POLARITY: store(value, subjects_.routing.polarity(Route::Analyzer0)); break;
         case FG_SIGNAL_ANALYZER_0_PERIOD_CURRENT:
             design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodCurrent, value, TypeDouble);
             break;
@@ -204,8 +200,8 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_SIGNAL_ANALYZER_0_PULSE_COUNT:
             design_.read(Ix::Trigger_Analyzer_Analyzer0_PulseCountSignal_Status, value, TypeUInt32);
             break;
-        case FG_SIGNAL_ANALYZER_1_SOURCE: store(value, subjects_.routing.route(Route::Analyzer1).source); break;
-        case FG_SIGNAL_ANALYZER_1_POLARITY: store(value, subjects_.routing.route(Route::Analyzer1).polarity); break;
+        case FG_SIGNAL_ANALYZER_1_SOURCE: store(value, subjects_.routing.source(Route::Analyzer1)); break;
+        case FG_SIGNAL_ANALYZER_1_POLARITY: store(value, subjects_.routing.polarity(Route::Analyzer1)); break;
         case FG_SIGNAL_ANALYZER_1_PERIOD_CURRENT:
             design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodCurrent, value, TypeDouble);
             break;
@@ -221,14 +217,10 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_SIGNAL_ANALYZER_PULSE_COUNT_DIFFERENCE: store(value, subjects_.routing.pulseCountDifference()); break;
         case FG_SIGNAL_ANALYZER_CLEAR: store(value, state_.routing.analyzerClear); break;
         case FG_CLHS_TRIGGER_PULSE_MESSAGE: store(value, state_.routing.pulseMessage); break;
-        case FG_CUSTOM_SIGNAL_EVENT_0_SOURCE: store(value, subjects_.routing.route(Route::CustomEvent0).source); break;
-        case FG_CUSTOM_SIGNAL_EVENT_0_POLARITY:
-            store(value, subjects_.routing.route(Route::CustomEvent0).polarity);
-            break;
-        case FG_CUSTOM_SIGNAL_EVENT_1_SOURCE: store(value, subjects_.routing.route(Route::CustomEvent1).source); break;
-        case FG_CUSTOM_SIGNAL_EVENT_1_POLARITY:
-            store(value, subjects_.routing.route(Route::CustomEvent1).polarity);
-            break;
+        case FG_CUSTOM_SIGNAL_EVENT_0_SOURCE: store(value, subjects_.routing.source(Route::CustomEvent0)); break;
+        case FG_CUSTOM_SIGNAL_EVENT_0_POLARITY: store(value, subjects_.routing.polarity(Route::CustomEvent0)); break;
+        case FG_CUSTOM_SIGNAL_EVENT_1_SOURCE: store(value, subjects_.routing.source(Route::CustomEvent1)); break;
+        case FG_CUSTOM_SIGNAL_EVENT_1_POLARITY: store(value, subjects_.routing.polarity(Route::CustomEvent1)); break;
         case FG_PARAM_DESCR: readDescription(value, type); break;
         default: refuseUnknown("get", id);
     }
@@ -248,7 +240,7 @@ void FgIxWrapperImpl::readDmaStatus(void* value) const {
 
 /// Outside the pixel-frequency mode the sequence says nothing, and the caller's value stays as it is.
 void FgIxWrapperImpl::readSimulatorCycles(void* value, bool passive) {
-    if (state_.simulator.selectMode == FG_PIXEL_FREQUENCY) {
+    if (state_.simulator.simulatorSelectMode == FG_PIXEL_FREQUENCY) {
         const std::uint32_t active = subjects_.simulator.activeCycles();
         store(value, passive ? CameraSimulator::SequenceCycles - active : active);
     }

@@ -116,9 +116,9 @@ void FgIxWrapperImpl::setOnProcess0(int id, const void* value, FgParamTypes type
         case FG_LUT_IMPLEMENTATION_TYPE: refuseReadOnly("FG_LUT_IMPLEMENTATION_TYPE");
         case FG_LUT_IN_BITS: refuseReadOnly("FG_LUT_IN_BITS");
         case FG_LUT_OUT_BITS: refuseReadOnly("FG_LUT_OUT_BITS");
-        case FG_LUT_VALUE_RED: writeLut(LookupTableState::Red, value, type); break;
-        case FG_LUT_VALUE_GREEN: writeLut(LookupTableState::Green, value, type); break;
-        case FG_LUT_VALUE_BLUE: writeLut(LookupTableState::Blue, value, type); break;
+        case FG_LUT_VALUE_RED: writeLut(LookupTableState::lutRed, value, type); break;
+        case FG_LUT_VALUE_GREEN: writeLut(LookupTableState::lutGreen, value, type); break;
+        case FG_LUT_VALUE_BLUE: writeLut(LookupTableState::lutBlue, value, type); break;
         case FG_LUT_CUSTOM_FILE: subjects_.lookupTable.setLutCustomFile(text); break;
         case FG_LUT_SAVE_FILE: subjects_.lookupTable.setLutSaveFile(text); break;
         case FG_PROCESSING_OFFSET: subjects_.lookupTable.setProcessingOffset(load<double>(value)); break;

@@ -29,22 +29,22 @@ void FgIxWrapperImpl::pushDefaultState() {
     to.outputFormat.setBitAlignment(start.outputFormat.bitAlignment, Quietly);
     to.outputFormat.setCustomBitShift(start.outputFormat.customBitShift, Quietly);
 
-    to.simulator.setSimulatorEnable(start.simulator.enable, Quietly);
-    to.simulator.setSimulatorPattern(start.simulator.pattern, Quietly);
-    to.simulator.setSimulatorPatternOffset(start.simulator.patternOffset, Quietly);
-    to.simulator.setSimulatorRoll(start.simulator.roll, Quietly);
-    to.simulator.setSimulatorSelectMode(start.simulator.selectMode, Quietly);
-    to.simulator.setSimulatorTriggerMode(start.simulator.triggerMode, Quietly);
+    to.simulator.setSimulatorEnable(start.simulator.simulatorEnable, Quietly);
+    to.simulator.setSimulatorPattern(start.simulator.simulatorPattern, Quietly);
+    to.simulator.setSimulatorPatternOffset(start.simulator.simulatorPatternOffset, Quietly);
+    to.simulator.setSimulatorRoll(start.simulator.simulatorRoll, Quietly);
+    to.simulator.setSimulatorSelectMode(start.simulator.simulatorSelectMode, Quietly);
+    to.simulator.setSimulatorTriggerMode(start.simulator.simulatorTriggerMode, Quietly);
 
-    to.imageSelector.setImageSelectPeriod(start.imageSelector.period, Quietly);
-    to.imageSelector.setImageSelect(start.imageSelector.select, Quietly);
+    to.imageSelector.setImageSelectPeriod(start.imageSelector.imageSelectPeriod, Quietly);
+    to.imageSelector.setImageSelect(start.imageSelector.imageSelect, Quietly);
 
-    to.whiteBalance.setScalingFactorRed(start.whiteBalance.red, Quietly);
-    to.whiteBalance.setScalingFactorBlue(start.whiteBalance.blue, Quietly);
-    to.whiteBalance.setScalingFactorGreen(start.whiteBalance.green, Quietly);
+    to.whiteBalance.setScalingFactorRed(start.whiteBalance.scalingFactorRed, Quietly);
+    to.whiteBalance.setScalingFactorBlue(start.whiteBalance.scalingFactorBlue, Quietly);
+    to.whiteBalance.setScalingFactorGreen(start.whiteBalance.scalingFactorGreen, Quietly);
 
-    to.lookupTable.setLutEnable(start.lookupTable.enable, Quietly);
-    to.lookupTable.setLutType(start.lookupTable.type, Quietly);
+    to.lookupTable.setLutEnable(start.lookupTable.lutEnable, Quietly);
+    to.lookupTable.setLutType(start.lookupTable.lutType, Quietly);
 
     pushLineTrigger(start.lineTrigger);
     pushImageTrigger(start.imageTrigger);
@@ -97,8 +97,8 @@ void FgIxWrapperImpl::pushRouting(const RoutingState& start) {
     SignalRouting& to = subjects_.routing;
     const auto pushRoutes = [&](Route first, Route last) {
         for (auto i = static_cast<std::size_t>(first); i <= static_cast<std::size_t>(last); ++i) {
-            to.setRouteSource(static_cast<Route>(i), start.requested[i].source, Quietly);
-            to.setRoutePolarity(static_cast<Route>(i), start.requested[i].polarity, Quietly);
+            to.setRouteSource(static_cast<Route>(i), start.routes[i].requestedSource, Quietly);
+            to.setRoutePolarity(static_cast<Route>(i), start.routes[i].requestedPolarity, Quietly);
         }
     };
     pushRoutes(Route::Camera, Route::FrontGpo1);

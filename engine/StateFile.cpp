@@ -140,20 +140,19 @@ private:
 template <class Keys>
 void FgIxWrapperImpl::visitConfigurationKeys(Keys& keys) {
     const auto route = [&](const char* sourceKey, const char* polarityKey, Route number) {
-        RouteState& requested = state_.routing.requested[static_cast<std::size_t>(number)];
-        const RouteState& inForce = subjects_.routing.route(number);
+        RouteState& state = state_.routing.routes[static_cast<std::size_t>(number)];
         keys.applied(
-            sourceKey, requested.source, [&] { return inForce.source; },
+            sourceKey, state.requestedSource, [&] { return subjects_.routing.source(number); },
             [&](auto value) { subjects_.routing.setRouteSource(number, value, false); });
         keys.applied(
-            polarityKey, requested.polarity, [&] { return inForce.polarity; },
+            polarityKey, state.requestedPolarity, [&] { return subjects_.routing.polarity(number); },
             [&](auto value) { subjects_.routing.setRoutePolarity(number, value, false); });
     };
     keys.applied("FG_TIMEOUT", state_.timeout.timeout, [&](auto value) { subjects_.status.setTimeout(value, false); });
-    keys.savedOnly("FG_DEBUGSOURCE", [&] { return state_.debug.source; });
+    keys.savedOnly("FG_DEBUGSOURCE", [&] { return state_.debug.debugSource; });
     keys.savedOnly("FG_DEBUGINENABLE", [&] { return subjects_.debug.readInEnable(); });
     keys.applied(
-        "FG_DEBUGFILE", state_.debug.file, [&] { return subjects_.debug.readFile(); },
+        "FG_DEBUGFILE", state_.debug.debugFile, [&] { return subjects_.debug.readFile(); },
         [&](const std::string& value) { subjects_.debug.setDebugFile(value.c_str(), false); });
     keys.savedOnly("FG_DEBUGOUTENABLE", [&] { return subjects_.debug.readOutEnable(); });
     keys.applied("FG_PIXELFORMAT", state_.geometry.pixelFormat,
@@ -176,49 +175,49 @@ void FgIxWrapperImpl::visitConfigurationKeys(Keys& keys) {
                  [&](auto value) { subjects_.outputFormat.setBitAlignment(value, false); });
     keys.applied("FG_CUSTOM_BIT_SHIFT_RIGHT", state_.outputFormat.customBitShift,
                  [&](auto value) { subjects_.outputFormat.setCustomBitShift(value, false); });
-    keys.applied("FG_CAMERASIMULATOR_ENABLE", state_.simulator.enable,
+    keys.applied("FG_CAMERASIMULATOR_ENABLE", state_.simulator.simulatorEnable,
                  [&](auto value) { subjects_.simulator.setSimulatorEnable(value, false); });
-    keys.stored("FG_CAMERASIMULATOR_WIDTH", state_.simulator.width);
-    keys.stored("FG_CAMERASIMULATOR_LINE_GAP", state_.simulator.lineGap);
-    keys.stored("FG_CAMERASIMULATOR_HEIGHT", state_.simulator.height);
-    keys.stored("FG_CAMERASIMULATOR_FRAME_GAP", state_.simulator.frameGap);
-    keys.applied("FG_CAMERASIMULATOR_PATTERN", state_.simulator.pattern,
+    keys.stored("FG_CAMERASIMULATOR_WIDTH", state_.simulator.simulatorWidth);
+    keys.stored("FG_CAMERASIMULATOR_LINE_GAP", state_.simulator.simulatorLineGap);
+    keys.stored("FG_CAMERASIMULATOR_HEIGHT", state_.simulator.simulatorHeight);
+    keys.stored("FG_CAMERASIMULATOR_FRAME_GAP", state_.simulator.simulatorFrameGap);
+    keys.applied("FG_CAMERASIMULATOR_PATTERN", state_.simulator.simulatorPattern,
                  [&](auto value) { subjects_.simulator.setSimulatorPattern(value, false); });
-    keys.applied("FG_CAMERASIMULATOR_PATTERN_OFFSET", state_.simulator.patternOffset,
+    keys.applied("FG_CAMERASIMULATOR_PATTERN_OFFSET", state_.simulator.simulatorPatternOffset,
                  [&](auto value) { subjects_.simulator.setSimulatorPatternOffset(value, false); });
-    keys.applied("FG_CAMERASIMULATOR_ROLL", state_.simulator.roll,
+    keys.applied("FG_CAMERASIMULATOR_ROLL", state_.simulator.simulatorRoll,
                  [&](auto value) { subjects_.simulator.setSimulatorRoll(value, false); });
-    keys.applied("FG_CAMERASIMULATOR_SELECT_MODE", state_.simulator.selectMode,
+    keys.applied("FG_CAMERASIMULATOR_SELECT_MODE", state_.simulator.simulatorSelectMode,
                  [&](auto value) { subjects_.simulator.setSimulatorSelectMode(value, false); });
-    keys.stored("FG_CAMERASIMULATOR_PIXEL_FREQUENCY", state_.simulator.pixelFrequency,
+    keys.stored("FG_CAMERASIMULATOR_PIXEL_FREQUENCY", state_.simulator.simulatorPixelFrequency,
                 [&] { return subjects_.simulator.pixelFrequency(); });
-    keys.stored("FG_CAMERASIMULATOR_LINERATE", state_.simulator.lineRate,
+    keys.stored("FG_CAMERASIMULATOR_LINERATE", state_.simulator.simulatorLineRate,
                 [&] { return subjects_.simulator.lineRate(); });
-    keys.stored("FG_CAMERASIMULATOR_FRAMERATE", state_.simulator.frameRate,
+    keys.stored("FG_CAMERASIMULATOR_FRAMERATE", state_.simulator.simulatorFrameRate,
                 [&] { return subjects_.simulator.frameRate(); });
-    keys.applied("FG_CAMERASIMULATOR_TRIGGER_MODE", state_.simulator.triggerMode,
+    keys.applied("FG_CAMERASIMULATOR_TRIGGER_MODE", state_.simulator.simulatorTriggerMode,
                  [&](auto value) { subjects_.simulator.setSimulatorTriggerMode(value, false); });
     keys.savedOnly("FG_CAMERASIMULATOR_ACTIVE", [&] { return subjects_.simulator.activeCyclesForSaving(); });
     keys.savedOnly("FG_CAMERASIMULATOR_PASSIVE", [&] { return subjects_.simulator.passiveCyclesForSaving(); });
-    keys.applied("FG_IMG_SELECT_PERIOD", state_.imageSelector.period,
+    keys.applied("FG_IMG_SELECT_PERIOD", state_.imageSelector.imageSelectPeriod,
                  [&](auto value) { subjects_.imageSelector.setImageSelectPeriod(value, false); });
-    keys.applied("FG_IMG_SELECT", state_.imageSelector.select,
+    keys.applied("FG_IMG_SELECT", state_.imageSelector.imageSelect,
                  [&](auto value) { subjects_.imageSelector.setImageSelect(value, false); });
-    keys.applied("FG_SCALINGFACTOR_RED", state_.whiteBalance.red,
+    keys.applied("FG_SCALINGFACTOR_RED", state_.whiteBalance.scalingFactorRed,
                  [&](auto value) { subjects_.whiteBalance.setScalingFactorRed(value, false); });
-    keys.applied("FG_SCALINGFACTOR_BLUE", state_.whiteBalance.blue,
+    keys.applied("FG_SCALINGFACTOR_BLUE", state_.whiteBalance.scalingFactorBlue,
                  [&](auto value) { subjects_.whiteBalance.setScalingFactorBlue(value, false); });
-    keys.applied("FG_SCALINGFACTOR_GREEN", state_.whiteBalance.green,
+    keys.applied("FG_SCALINGFACTOR_GREEN", state_.whiteBalance.scalingFactorGreen,
                  [&](auto value) { subjects_.whiteBalance.setScalingFactorGreen(value, false); });
-    keys.applied("FG_LUT_ENABLE", state_.lookupTable.enable,
+    keys.applied("FG_LUT_ENABLE", state_.lookupTable.lutEnable,
                  [&](auto value) { subjects_.lookupTable.setLutEnable(value, false); });
-    keys.applied("FG_LUT_TYPE", state_.lookupTable.type,
+    keys.applied("FG_LUT_TYPE", state_.lookupTable.lutType,
                  [&](auto value) { subjects_.lookupTable.setLutType(value, false); });
-    keys.stored("FG_LUT_CUSTOM_FILE", state_.lookupTable.customFile);
-    keys.stored("FG_PROCESSING_OFFSET", state_.lookupTable.offset);
-    keys.stored("FG_PROCESSING_GAIN", state_.lookupTable.gain);
-    keys.stored("FG_PROCESSING_GAMMA", state_.lookupTable.gamma);
-    keys.stored("FG_PROCESSING_INVERT", state_.lookupTable.invert);
+    keys.stored("FG_LUT_CUSTOM_FILE", state_.lookupTable.lutCustomFile);
+    keys.stored("FG_PROCESSING_OFFSET", state_.lookupTable.processingOffset);
+    keys.stored("FG_PROCESSING_GAIN", state_.lookupTable.processingGain);
+    keys.stored("FG_PROCESSING_GAMMA", state_.lookupTable.processingGamma);
+    keys.stored("FG_PROCESSING_INVERT", state_.lookupTable.processingInvert);
     keys.applied("FG_LINETRIGGERMODE", state_.lineTrigger.mode,
                  [&](auto value) { subjects_.lineTrigger.setLineTriggerMode(value, false); });
     keys.applied("FG_EXSYNCON", state_.lineTrigger.exsyncOn,

@@ -55,7 +55,7 @@ double CameraSimulator::sequenceRate() {
 
 double CameraSimulator::frameSequenceRate() {
     const std::uint32_t sequence = design_.readUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth);
-    return 1.0 / ((simulator_.height * sequence) * ClockPeriod);  // the product is formed in 32 bits
+    return 1.0 / ((simulator_.simulatorHeight * sequence) * ClockPeriod);  // the product is formed in 32 bits
 }
 
 double CameraSimulator::pixelRate() {
@@ -63,14 +63,14 @@ double CameraSimulator::pixelRate() {
 }
 
 double CameraSimulator::pixelFrequency() {
-    if (simulator_.selectMode != FG_PIXEL_FREQUENCY) {
+    if (simulator_.simulatorSelectMode != FG_PIXEL_FREQUENCY) {
         return 3999.9999999999995;
     }
     return activeCycles() * 32.0 / 2000.0 / ClockPeriod / 1e6;
 }
 
 double CameraSimulator::lineRate() {
-    switch (simulator_.selectMode) {
+    switch (simulator_.simulatorSelectMode) {
         case FG_LINERATE: return sequenceRate();
         case FG_FRAMERATE: return 32.0 / (simulator_.activeWidth * ClockPeriod);
         case FG_PIXEL_FREQUENCY: return pixelRate() / (simulator_.activeWidth + simulator_.activeLineGap);
@@ -79,12 +79,12 @@ double CameraSimulator::lineRate() {
 }
 
 double CameraSimulator::frameRate() {
-    switch (simulator_.selectMode) {
-        case FG_LINERATE: return sequenceRate() / (simulator_.height + simulator_.activeFrameGap);
+    switch (simulator_.simulatorSelectMode) {
+        case FG_LINERATE: return sequenceRate() / (simulator_.simulatorHeight + simulator_.activeFrameGap);
         case FG_FRAMERATE: return frameSequenceRate();
         case FG_PIXEL_FREQUENCY:
             return pixelRate() / ((simulator_.activeWidth + simulator_.activeLineGap) *
-                                  (simulator_.activeFrameGap + simulator_.height));
+                                  (simulator_.activeFrameGap + simulator_.simulatorHeight));
         default: fail(ValueNotInList);
     }
 }
@@ -94,45 +94,47 @@ std::uint32_t CameraSimulator::activeCycles() {
 }
 
 std::uint32_t CameraSimulator::activeCyclesForSaving() {
-    return simulator_.selectMode == FG_PIXEL_FREQUENCY ? activeCycles() : 0;
+    return simulator_.simulatorSelectMode == FG_PIXEL_FREQUENCY ? activeCycles() : 0;
 }
 
 std::uint32_t CameraSimulator::passiveCyclesForSaving() {
-    return simulator_.selectMode == FG_PIXEL_FREQUENCY ? SequenceCycles - activeCycles() : 0;
+    return simulator_.simulatorSelectMode == FG_PIXEL_FREQUENCY ? SequenceCycles - activeCycles() : 0;
 }
 
 std::uint32_t CameraSimulator::lineGap() const {
-    return simulator_.selectMode == FG_PIXEL_FREQUENCY ? simulator_.activeLineGap : 0;
+    return simulator_.simulatorSelectMode == FG_PIXEL_FREQUENCY ? simulator_.activeLineGap : 0;
 }
 
 std::uint32_t CameraSimulator::frameGap() const {
-    return simulator_.selectMode == FG_FRAMERATE ? 0 : simulator_.activeFrameGap;
+    return simulator_.simulatorSelectMode == FG_FRAMERATE ? 0 : simulator_.activeFrameGap;
 }
 
 // Limits of the free parameters.
 
-double CameraSimulator::maxLineRate() const {
+double CameraSimulator::lineRateLimit() const {
     return simulator_.maxPixelRate / (simulator_.activeWidth + 32.0);
 }
 
-double CameraSimulator::maxFrameRate() const {
-    return simulator_.maxPixelRate / ((simulator_.activeWidth + 32) * simulator_.height);  // the product in 32 bits
+double CameraSimulator::frameRateLimit() const {
+    return simulator_.maxPixelRate /
+           ((simulator_.activeWidth + 32) * simulator_.simulatorHeight);  // the product in 32 bits
 }
 
 std::uint32_t CameraSimulator::widthLimit() {
-    switch (simulator_.selectMode) {
+    switch (simulator_.simulatorSelectMode) {
         case FG_PIXEL_FREQUENCY: return MaxLineCycles - simulator_.activeLineGap;
         case FG_LINERATE: return std::min(MaxLineCycles, toCycles(simulator_.maxPixelRate / sequenceRate() - 32.0));
         case FG_FRAMERATE:
-            return std::min(MaxLineCycles,
-                            toCycles(simulator_.maxPixelRate / (simulator_.height * frameSequenceRate()) - 32.0));
+            return std::min(
+                MaxLineCycles,
+                toCycles(simulator_.maxPixelRate / (simulator_.simulatorHeight * frameSequenceRate()) - 32.0));
         default: fail(ValueNotInList);
     }
 }
 
 std::uint32_t CameraSimulator::lineGapLimit() {
     const std::uint32_t rest = MaxLineCycles - simulator_.activeWidth;
-    switch (simulator_.selectMode) {
+    switch (simulator_.simulatorSelectMode) {
         case FG_PIXEL_FREQUENCY: return rest;
         case FG_LINERATE:
             return std::min(rest, toCycles(simulator_.maxPixelRate / sequenceRate() - simulator_.activeWidth - 32.0));
@@ -142,7 +144,7 @@ std::uint32_t CameraSimulator::lineGapLimit() {
 }
 
 std::uint32_t CameraSimulator::heightLimit() {
-    if (simulator_.selectMode != FG_FRAMERATE) {
+    if (simulator_.simulatorSelectMode != FG_FRAMERATE) {
         return MaxFrameLines - simulator_.activeFrameGap;
     }
     return std::min(MaxFrameLines,
@@ -150,7 +152,7 @@ std::uint32_t CameraSimulator::heightLimit() {
 }
 
 std::uint32_t CameraSimulator::frameGapLimit() const {
-    return simulator_.selectMode == FG_PIXEL_FREQUENCY ? MaxFrameLines - simulator_.height : 0;
+    return simulator_.simulatorSelectMode == FG_PIXEL_FREQUENCY ? MaxFrameLines - simulator_.simulatorHeight : 0;
 }
 
 // Sizes.
@@ -177,7 +179,7 @@ void CameraSimulator::sendFrameSize(std::uint32_t height, std::uint32_t gap) {
 
 void CameraSimulator::setSimulatorWidth(std::uint32_t value) {
     changeField(
-        simulator_.width, value, true,
+        simulator_.simulatorWidth, value, true,
         [&] {
             require(value != 0, ValueOutOfRange);
             require(value <= widthLimit(), ValueOutOfRange);
@@ -186,14 +188,14 @@ void CameraSimulator::setSimulatorWidth(std::uint32_t value) {
             sendLineSize(value, lineGap());
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_LINE_GAP, lineGapLimit()); });
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_HEIGHT, heightLimit()); });
-            records_.setMaximum(FG_CAMERASIMULATOR_LINERATE, std::max(maxLineRate(), SmallestPositiveDouble));
-            records_.setMaximum(FG_CAMERASIMULATOR_FRAMERATE, std::max(maxFrameRate(), SmallestPositiveDouble));
+            records_.setMaximum(FG_CAMERASIMULATOR_LINERATE, std::max(lineRateLimit(), SmallestPositiveDouble));
+            records_.setMaximum(FG_CAMERASIMULATOR_FRAMERATE, std::max(frameRateLimit(), SmallestPositiveDouble));
         });
 }
 
 void CameraSimulator::setSimulatorLineGap(std::uint32_t value) {
     changeField(
-        simulator_.lineGap, value, true, [&] { require(value <= lineGapLimit(), ValueOutOfRange); },
+        simulator_.simulatorLineGap, value, true, [&] { require(value <= lineGapLimit(), ValueOutOfRange); },
         [&](std::uint32_t /*previous*/) {
             sendLineSize(simulator_.activeWidth, value);
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
@@ -202,27 +204,27 @@ void CameraSimulator::setSimulatorLineGap(std::uint32_t value) {
 
 void CameraSimulator::setSimulatorHeight(std::uint32_t value) {
     changeField(
-        simulator_.height, value, true,
+        simulator_.simulatorHeight, value, true,
         [&] {
             require(value != 0, ValueOutOfRange);
             require(value <= heightLimit(), ValueOutOfRange);
         },
         [&](std::uint32_t /*previous*/) {
             sendFrameSize(value, frameGap());
-            if (simulator_.selectMode == FG_FRAMERATE) {
-                setSimulatorFrameRate(simulator_.frameRate);
+            if (simulator_.simulatorSelectMode == FG_FRAMERATE) {
+                setSimulatorFrameRate(simulator_.simulatorFrameRate);
             }
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
             records_.setMaximum(FG_CAMERASIMULATOR_FRAME_GAP, frameGapLimit());
-            records_.setMaximum(FG_CAMERASIMULATOR_FRAMERATE, std::max(maxFrameRate(), SmallestPositiveDouble));
+            records_.setMaximum(FG_CAMERASIMULATOR_FRAMERATE, std::max(frameRateLimit(), SmallestPositiveDouble));
         });
 }
 
 void CameraSimulator::setSimulatorFrameGap(std::uint32_t value) {
     changeField(
-        simulator_.frameGap, value, true, [&] { require(value <= frameGapLimit(), ValueOutOfRange); },
+        simulator_.simulatorFrameGap, value, true, [&] { require(value <= frameGapLimit(), ValueOutOfRange); },
         [&](std::uint32_t /*previous*/) {
-            sendFrameSize(simulator_.height, value);
+            sendFrameSize(simulator_.simulatorHeight, value);
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_HEIGHT, heightLimit()); });
         });
 }
@@ -231,7 +233,7 @@ void CameraSimulator::setSimulatorFrameGap(std::uint32_t value) {
 
 void CameraSimulator::setSimulatorPixelFrequency(double value) {
     changeField(
-        simulator_.pixelFrequency, value, true, [&] { requireRange(value, 0.0, HighestPixelFrequency); },
+        simulator_.simulatorPixelFrequency, value, true, [&] { requireRange(value, 0.0, HighestPixelFrequency); },
         [&](double /*previous*/) {
             const std::uint32_t active = toCycles(value * 1e6 * 2000.0 * ClockPeriod * 0.03125 + 0.5);
             design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_ActivePixel_Number, active);
@@ -246,7 +248,7 @@ void CameraSimulator::setSimulatorPixelFrequency(double value) {
 
 void CameraSimulator::setSimulatorLineRate(double value) {
     changeField(
-        simulator_.lineRate, value, true, [&] { requireRange(value, LowestRate, maxLineRate()); },
+        simulator_.simulatorLineRate, value, true, [&] { requireRange(value, LowestRate, lineRateLimit()); },
         [&](double /*previous*/) {
             design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth,
                                   toCycles(0.5 + 1.0 / (value * ClockPeriod)));
@@ -260,13 +262,13 @@ void CameraSimulator::setSimulatorLineRate(double value) {
 
 void CameraSimulator::setSimulatorFrameRate(double value) {
     changeField(
-        simulator_.frameRate, value, true, [&] { requireRange(value, LowestRate, maxFrameRate()); },
+        simulator_.simulatorFrameRate, value, true, [&] { requireRange(value, LowestRate, frameRateLimit()); },
         [&](double /*previous*/) {
             design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth,
-                                  toCycles(1.0 / (value * ClockPeriod) / simulator_.height + 0.5));
+                                  toCycles(1.0 / (value * ClockPeriod) / simulator_.simulatorHeight + 0.5));
             design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_ActivePixel_Number, 1);
             sendLineSize(simulator_.activeWidth, 0);
-            sendFrameSize(simulator_.height, 0);
+            sendFrameSize(simulator_.simulatorHeight, 0);
             simulator_.cachedFrameRate = frameSequenceRate();
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_HEIGHT, heightLimit()); });
@@ -275,7 +277,7 @@ void CameraSimulator::setSimulatorFrameRate(double value) {
 
 /// Which of the timing parameters are open to writes in the speed mode.
 void CameraSimulator::publishModeAccess() {
-    const std::uint32_t mode = simulator_.selectMode;
+    const std::uint32_t mode = simulator_.simulatorSelectMode;
     const auto publish = [this](ParameterId parameter, bool open) { records_.setAccessFlags(parameter, open ? 7 : 1); };
     publish(FG_CAMERASIMULATOR_PIXEL_FREQUENCY, mode == FG_PIXEL_FREQUENCY);
     publish(FG_CAMERASIMULATOR_LINERATE, mode == FG_LINERATE);
@@ -286,18 +288,18 @@ void CameraSimulator::publishModeAccess() {
 
 void CameraSimulator::setSimulatorSelectMode(std::uint32_t value, bool reportErrors) {
     changeField(
-        simulator_.selectMode, value, reportErrors,
+        simulator_.simulatorSelectMode, value, reportErrors,
         [&] { requireRange<std::uint32_t>(value, FG_PIXEL_FREQUENCY, FG_FRAMERATE); },
         [&](std::uint32_t /*previous*/) {
             publishModeAccess();
             design_.writeUnsigned(Ix::CameraSimulator_ControlPixelClock_Mode, value == FG_PIXEL_FREQUENCY ? 0 : 1);
-            const double lineRateBefore = maxLineRate();  // of the width that was active before it is rounded
-            sendLineSize(simulator_.activeWidth, simulator_.lineGap);
-            sendFrameSize(simulator_.height, simulator_.frameGap);
+            const double lineRateBefore = lineRateLimit();  // of the width that was active before it is rounded
+            sendLineSize(simulator_.activeWidth, simulator_.simulatorLineGap);
+            sendFrameSize(simulator_.simulatorHeight, simulator_.simulatorFrameGap);
             switch (value) {
-                case FG_LINERATE: setSimulatorLineRate(std::min(lineRateBefore, simulator_.lineRate)); break;
+                case FG_LINERATE: setSimulatorLineRate(std::min(lineRateBefore, simulator_.simulatorLineRate)); break;
                 case FG_FRAMERATE: setSimulatorFrameRate(simulator_.cachedFrameRate); break;
-                default: setSimulatorPixelFrequency(simulator_.pixelFrequency); break;
+                default: setSimulatorPixelFrequency(simulator_.simulatorPixelFrequency); break;
             }
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_LINE_GAP, lineGapLimit()); });
@@ -310,14 +312,14 @@ void CameraSimulator::setSimulatorSelectMode(std::uint32_t value, bool reportErr
 
 void CameraSimulator::setSimulatorEnable(std::uint32_t value, bool reportErrors) {
     changeField(
-        simulator_.enable, value, reportErrors,
+        simulator_.simulatorEnable, value, reportErrors,
         [&] { requireRange<std::uint32_t>(value, FG_CAMPORT, FG_CAMERASIMULATOR); },
         [&](std::uint32_t /*previous*/) { design_.writeUnsigned(Ix::CameraSimulator_Enable_SelectSource, value); });
 }
 
 void CameraSimulator::setSimulatorPattern(std::uint32_t value, bool reportErrors) {
     changeField(
-        simulator_.pattern, value, reportErrors,
+        simulator_.simulatorPattern, value, reportErrors,
         [&] { requireRange<std::uint32_t>(value, FG_HORIZONTAL, FG_DIAGONAL); },
         [&](std::uint32_t /*previous*/) {
             design_.writeUnsigned(Ix::CameraSimulator_EnableX_Enable_Value, value == FG_VERTICAL ? 0 : 1);
@@ -327,13 +329,13 @@ void CameraSimulator::setSimulatorPattern(std::uint32_t value, bool reportErrors
 
 void CameraSimulator::setSimulatorPatternOffset(std::uint32_t value, bool reportErrors) {
     changeField(
-        simulator_.patternOffset, value, reportErrors, [&] { requireRange(value, 0U, 255U); },
+        simulator_.simulatorPatternOffset, value, reportErrors, [&] { requireRange(value, 0U, 255U); },
         [&](std::uint32_t /*previous*/) { design_.writeUnsigned(Ix::CameraSimulator_Offset_Value, value); });
 }
 
 void CameraSimulator::setSimulatorRoll(std::uint32_t value, bool reportErrors) {
     changeField(
-        simulator_.roll, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
+        simulator_.simulatorRoll, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
         [&](std::uint32_t /*previous*/) {
             design_.writeUnsigned(Ix::CameraSimulator_Frame_Divisor, value == FG_ON ? 256 : 1);
         });
@@ -341,7 +343,7 @@ void CameraSimulator::setSimulatorRoll(std::uint32_t value, bool reportErrors) {
 
 void CameraSimulator::setSimulatorTriggerMode(std::uint32_t value, bool reportErrors) {
     changeField(
-        simulator_.triggerMode, value, reportErrors,
+        simulator_.simulatorTriggerMode, value, reportErrors,
         [&] {
             requireOneOf<std::uint32_t>(value,
                                         {SIMULATION_FREE_RUN, RISING_EDGE_TRIGGERS_LINE, RISING_EDGE_TRIGGERS_FRAME});

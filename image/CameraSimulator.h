@@ -54,8 +54,8 @@ private:
     double sequenceRate();
     double frameSequenceRate();
     double pixelRate();
-    double maxLineRate() const;
-    double maxFrameRate() const;
+    double lineRateLimit() const;
+    double frameRateLimit() const;
     std::uint32_t widthLimit();
     std::uint32_t lineGapLimit();
     std::uint32_t heightLimit();

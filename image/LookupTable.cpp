@@ -76,10 +76,10 @@ bool liesInTable(const FieldParameterAccess& record) {
 }  // namespace
 
 void LookupTable::computeLut(const LookupTableState& state, Table& table) {
-    const double offset = state.offset;
-    const double gain = state.gain;
-    const double exponent = 1.0 / state.gamma;
-    const bool invert = state.invert == FG_ON;
+    const double offset = state.processingOffset;
+    const double gain = state.processingGain;
+    const double exponent = 1.0 / state.processingGamma;
+    const bool invert = state.processingInvert == FG_ON;
     for (std::size_t first = 0; first < table.size(); first += BlockSize) {
         Block values;
         for (std::size_t i = 0; i < BlockSize; ++i) {
@@ -93,16 +93,16 @@ void LookupTable::computeLut(const LookupTableState& state, Table& table) {
 }
 
 void LookupTable::pushProcessingLut() {
-    computeLut(lut_, lut_.tables[LookupTableState::Red]);
-    lut_.tables[LookupTableState::Green] = lut_.tables[LookupTableState::Red];
-    lut_.tables[LookupTableState::Blue] = lut_.tables[LookupTableState::Red];
+    computeLut(lut_, lut_.tables[LookupTableState::lutRed]);
+    lut_.tables[LookupTableState::lutGreen] = lut_.tables[LookupTableState::lutRed];
+    lut_.tables[LookupTableState::lutBlue] = lut_.tables[LookupTableState::lutRed];
     writeDesignTables();
 }
 
 /// The design gets the blue table three times. After a file was loaded, red and green stay in the applet, where reads
 /// and saves find them.
 void LookupTable::writeDesignTables() {
-    FieldParameterAccess all{TypeUInt32, 0, EntryCount, lut_.tables[LookupTableState::Blue].data()};
+    FieldParameterAccess all{TypeUInt32, 0, EntryCount, lut_.tables[LookupTableState::lutBlue].data()};
     for (const Ix table : DesignTables) {
         design_.write(table, &all, TypeFieldAccess);
     }
@@ -113,30 +113,30 @@ void LookupTable::changeProcessing(Value& field, Value value, Value low, Value h
     changeField(
         field, value, true, [&] { requireRange(value, low, high); },
         [&](Value /*previous*/) {
-            if (lut_.type == LUT_TYPE_PROCESSING) {
+            if (lut_.lutType == LUT_TYPE_PROCESSING) {
                 pushProcessingLut();
             }
         });
 }
 
 void LookupTable::setProcessingOffset(double value) {
-    changeProcessing(lut_.offset, value, -1.0, 1.0);
+    changeProcessing(lut_.processingOffset, value, -1.0, 1.0);
 }
 
 void LookupTable::setProcessingGain(double value) {
-    changeProcessing(lut_.gain, value, 0.0, 16384.0);
+    changeProcessing(lut_.processingGain, value, 0.0, 16384.0);
 }
 
 void LookupTable::setProcessingGamma(double value) {
-    changeProcessing(lut_.gamma, value, -1000.0, 1000.0);
+    changeProcessing(lut_.processingGamma, value, -1000.0, 1000.0);
 }
 
 void LookupTable::setProcessingInvert(std::uint32_t value) {
-    changeProcessing<std::uint32_t>(lut_.invert, value, FG_OFF, FG_ON);
+    changeProcessing<std::uint32_t>(lut_.processingInvert, value, FG_OFF, FG_ON);
 }
 
 void LookupTable::publishProcessingAccess() {
-    const int access = lut_.enable == FG_ON && lut_.type == LUT_TYPE_PROCESSING ? Open : ReadOnly;
+    const int access = lut_.lutEnable == FG_ON && lut_.lutType == LUT_TYPE_PROCESSING ? Open : ReadOnly;
     for (const ParameterId parameter :
          {FG_PROCESSING_GAIN, FG_PROCESSING_GAMMA, FG_PROCESSING_OFFSET, FG_PROCESSING_INVERT}) {
         records_.setAccessFlags(parameter, access);
@@ -145,7 +145,7 @@ void LookupTable::publishProcessingAccess() {
 
 void LookupTable::setLutEnable(std::uint32_t value, bool reportErrors) {
     changeField(
-        lut_.enable, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
+        lut_.lutEnable, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
         [&](std::uint32_t /*previous*/) {
             publishProcessingAccess();
             design_.writeUnsigned(Ix::LookupTable_EnableLUT_Value, value);
@@ -154,13 +154,13 @@ void LookupTable::setLutEnable(std::uint32_t value, bool reportErrors) {
 
 void LookupTable::setLutType(std::uint32_t value, bool reportErrors) {
     changeField(
-        lut_.type, value, reportErrors,
+        lut_.lutType, value, reportErrors,
         [&] {
             requireOneOf<std::uint32_t>(value, {LUT_TYPE_PROCESSING, LUT_TYPE_CUSTOM});
         },
         [&](std::uint32_t /*previous*/) {
             if (value == LUT_TYPE_CUSTOM) {
-                loadLutFile(lut_.customFile);
+                loadLutFile(lut_.lutCustomFile);
             } else {
                 pushProcessingLut();
             }
@@ -170,7 +170,7 @@ void LookupTable::setLutType(std::uint32_t value, bool reportErrors) {
 }
 
 void LookupTable::loadLutFile(const std::string& path) {
-    if (lut_.type != LUT_TYPE_CUSTOM || path.empty()) {
+    if (lut_.lutType != LUT_TYPE_CUSTOM || path.empty()) {
         return;
     }
     Fg_LutFileParser parser;
@@ -196,16 +196,16 @@ void LookupTable::loadLutFile(const std::string& path) {
 void LookupTable::setLutCustomFile(const char* path) {
     require(path != nullptr, ValueOutOfRange);
     changeField(
-        lut_.customFile, std::string(path), true, [] {},
-        [&](const std::string& /*previous*/) { loadLutFile(lut_.customFile); });
+        lut_.lutCustomFile, std::string(path), true, [] {},
+        [&](const std::string& /*previous*/) { loadLutFile(lut_.lutCustomFile); });
 }
 
 void LookupTable::setLutSaveFile(const char* path) {
     require(path != nullptr, ValueOutOfRange);
     changeField(
-        lut_.saveFile, std::string(path), true, [] {},
+        lut_.lutSaveFile, std::string(path), true, [] {},
         [&](const std::string& /*previous*/) {
-            if (lut_.saveFile.empty()) {
+            if (lut_.lutSaveFile.empty()) {
                 return;
             }
             std::array<LookupTable_s, 3> records{};
@@ -215,7 +215,7 @@ void LookupTable::setLutSaveFile(const char* path) {
                 records[channel].nrOfElements = EntryCount;
             }
             Fg_LutFileParser parser;
-            require(parser.saveLutToFile(lut_.saveFile.c_str(), &records[0], &records[1], &records[2]) == Success,
+            require(parser.saveLutToFile(lut_.lutSaveFile.c_str(), &records[0], &records[1], &records[2]) == Success,
                     FileNotWritten);
         });
 }

@@ -38,12 +38,12 @@ Status::CameraReads Status::readCamera() {
 
 std::uint32_t Status::readCameraStatus() {
     const CameraReads reads = readCamera();
-    return state_.simulator.enable == FG_CAMERASIMULATOR ? 1 : reads.sdkStatus & 1U;
+    return state_.simulator.simulatorEnable == FG_CAMERASIMULATOR ? 1 : reads.sdkStatus & 1U;
 }
 
 std::uint32_t Status::readCameraStatusExtended() {
     const CameraReads reads = readCamera();
-    const std::uint32_t camera = reads.sdkStatus | (state_.simulator.enable == FG_CAMERASIMULATOR ? 1U : 0U);
+    const std::uint32_t camera = reads.sdkStatus | (state_.simulator.simulatorEnable == FG_CAMERASIMULATOR ? 1U : 0U);
     const std::uint32_t quarter = std::min(reads.fillLevel / 25, 3U);
     return (camera & ~0xE0U) | (reads.overflow & 1U) << 5U | quarter << 6U;
 }

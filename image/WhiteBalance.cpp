@@ -9,15 +9,15 @@ constexpr double MaxCoefficient = 3.9990234375;  // 12 bits, 10 of them behind t
 }
 
 void WhiteBalance::setScalingFactorRed(double value, bool reportErrors) {
-    setCoefficient(balance_.red, Ix::WhiteBalance_White_RedCoefficient, value, reportErrors);
+    setCoefficient(balance_.scalingFactorRed, Ix::WhiteBalance_White_RedCoefficient, value, reportErrors);
 }
 
 void WhiteBalance::setScalingFactorBlue(double value, bool reportErrors) {
-    setCoefficient(balance_.blue, Ix::WhiteBalance_White_BlueCoefficient, value, reportErrors);
+    setCoefficient(balance_.scalingFactorBlue, Ix::WhiteBalance_White_BlueCoefficient, value, reportErrors);
 }
 
 void WhiteBalance::setScalingFactorGreen(double value, bool reportErrors) {
-    setCoefficient(balance_.green, Ix::WhiteBalance_White_GreenCoefficient, value, reportErrors);
+    setCoefficient(balance_.scalingFactorGreen, Ix::WhiteBalance_White_GreenCoefficient, value, reportErrors);
 }
 
 void WhiteBalance::setCoefficient(double& field, Ix coefficient, double value, bool reportErrors) {

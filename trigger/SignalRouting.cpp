@@ -12,9 +12,9 @@ namespace {
 /// Where a source may be used, and the number under which the design selects it.
 struct SourceRow {
     std::uint32_t source;
-    std::int32_t select;  ///< NoSelect if the design has none
-    bool forOutputs;      ///< camera trigger, GPOs and front GPOs
-    bool forObservers;    ///< analyzers and custom events
+    std::int32_t select;        ///< NoSelect if the design has none
+    bool inSignalSourceOutput;  ///< on offer for camera trigger, GPOs and front GPOs
+    bool inSignalSourceFull;    ///< on offer for analyzers and custom events
 };
 constexpr std::int32_t NoSelect = -1;
 
@@ -91,7 +91,7 @@ const RouteRow& rowOf(Route route) {
 
 bool isOffered(Route route, std::uint32_t source) {
     return std::any_of(Sources.begin(), Sources.end(), [&](const SourceRow& row) {
-        return row.source == source && (rowOf(route).isOutput ? row.forOutputs : row.forObservers);
+        return row.source == source && (rowOf(route).isOutput ? row.inSignalSourceOutput : row.inSignalSourceFull);
     });
 }
 
@@ -109,14 +109,12 @@ bool isFixedLevel(std::uint32_t source) {
 
 }  // namespace
 
-/// The camera's route has no applied record and works on what was requested throughout.
-RouteState& SignalRouting::applied(Route route) {
-    return route == Route::Camera ? requested(route) : routing_.applied[static_cast<std::size_t>(route)];
+std::uint32_t SignalRouting::source(Route route) const {
+    return route == Route::Camera ? stateOf(route).requestedSource : stateOf(route).appliedSource;
 }
 
-const RouteState& SignalRouting::route(Route route) const {
-    return route == Route::Camera ? routing_.requested[static_cast<std::size_t>(route)]
-                                  : routing_.applied[static_cast<std::size_t>(route)];
+std::uint32_t SignalRouting::polarity(Route route) const {
+    return route == Route::Camera ? stateOf(route).requestedPolarity : stateOf(route).appliedPolarity;
 }
 
 /// Both fixed levels are select 0, straight or inverted; the polarity has no effect on them.
@@ -133,19 +131,20 @@ void SignalRouting::sendRoute(Route route, std::uint32_t source, std::uint32_t p
 
 void SignalRouting::setRouteSource(Route route, std::uint32_t value, bool reportErrors) {
     changeField(
-        requested(route).source, value, reportErrors, [&] { require(isOffered(route, value), ValueOutOfRange); },
+        stateOf(route).requestedSource, value, reportErrors, [&] { require(isOffered(route, value), ValueOutOfRange); },
         [&](std::uint32_t /*previous*/) {
-            sendRoute(route, value, applied(route).polarity);
-            applied(route).source = value;
+            sendRoute(route, value, polarity(route));
+            stateOf(route).appliedSource = value;
         });
 }
 
 void SignalRouting::setRoutePolarity(Route route, std::uint32_t value, bool reportErrors) {
     changeField(
-        requested(route).polarity, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_LOW, FG_HIGH); },
+        stateOf(route).requestedPolarity, value, reportErrors,
+        [&] { requireRange<std::uint32_t>(value, FG_LOW, FG_HIGH); },
         [&](std::uint32_t /*previous*/) {
-            sendRoute(route, applied(route).source, value);
-            applied(route).polarity = value;
+            sendRoute(route, source(route), value);
+            stateOf(route).appliedPolarity = value;
         });
 }
 
@@ -165,8 +164,8 @@ void SignalRouting::setFixedLevel(Route route, bool high) {
 }
 
 std::int32_t SignalRouting::digioOutput() const {
-    const std::uint32_t low = route(Route::Gpo3).source;
-    const std::uint32_t high = route(Route::Gpo7).source;
+    const std::uint32_t low = source(Route::Gpo3);
+    const std::uint32_t high = source(Route::Gpo7);
     if (!isFixedLevel(low) || !isFixedLevel(high)) {
         return -1;
     }

@@ -24,16 +24,17 @@ public:
     void setAnalyzerClear(std::int32_t value, bool reportErrors);  ///< FG_APPLY
     void setPulseMessage(std::int32_t value, bool reportErrors);   ///< FG_PULSE_IMMEDIATE, FG_PULSE_WIDTH
 
-    /// What the design last accepted for the route.
-    const RouteState& route(Route route) const;
+    /// What the design last accepted for the route; for the camera's, what was last requested.
+    std::uint32_t source(Route route) const;
+    std::uint32_t polarity(Route route) const;
     /// The levels of GPO 3 and GPO 7, or -1 if one of them is no fixed level.
     std::int32_t digioOutput() const;
     /// The design's 33-bit difference, widened to 64 bits with its sign.
     std::int64_t pulseCountDifference();
 
 private:
-    RouteState& requested(Route route) { return routing_.requested[static_cast<std::size_t>(route)]; }
-    RouteState& applied(Route route);
+    RouteState& stateOf(Route route) { return routing_.routes[static_cast<std::size_t>(route)]; }
+    const RouteState& stateOf(Route route) const { return routing_.routes[static_cast<std::size_t>(route)]; }
     void sendRoute(Route route, std::uint32_t source, std::uint32_t polarity);
     void setFixedLevel(Route route, bool high);
 
