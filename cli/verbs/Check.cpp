@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <type_traits>
 
 #include "cli/Arguments.h"
 #include "cli/ConfigurationFile.h"
@@ -18,6 +20,43 @@ struct Complaint {
     std::string text;
     bool note = false;
 };
+
+/// The simulator's sizes and rates are computed from one another. A load hands those of the chosen speed mode to the
+/// design in one go, with FG_CAMERASIMULATOR_SELECT_MODE, and that is where they are refused; one by one they would
+/// change each other. What belongs to another mode is no error, as long as some mode accepts it.
+struct SimulatorValue {
+    std::string_view key;
+    double least;
+    double most;
+};
+constexpr double AnyRate = std::numeric_limits<double>::infinity();
+constexpr double NoRate = std::numeric_limits<double>::denorm_min();
+constexpr std::array SimulatorValues{
+    SimulatorValue{"FG_CAMERASIMULATOR_WIDTH", 1, 294920},
+    SimulatorValue{"FG_CAMERASIMULATOR_LINE_GAP", 0, 294920},
+    SimulatorValue{"FG_CAMERASIMULATOR_HEIGHT", 1, 65536},
+    SimulatorValue{"FG_CAMERASIMULATOR_FRAME_GAP", 0, 65535},
+    SimulatorValue{"FG_CAMERASIMULATOR_PIXEL_FREQUENCY", 0, 4000},
+    SimulatorValue{"FG_CAMERASIMULATOR_LINERATE", NoRate, AnyRate},
+    SimulatorValue{"FG_CAMERASIMULATOR_FRAMERATE", NoRate, AnyRate},
+};
+
+bool isSimulatorValue(std::string_view key) {
+    return std::any_of(SimulatorValues.begin(), SimulatorValues.end(),
+                       [key](const SimulatorValue& one) { return one.key == key; });
+}
+
+double numberOf(const Value& value) {
+    return std::visit(
+        [](const auto& held) -> double {
+            if constexpr (std::is_arithmetic_v<std::decay_t<decltype(held)>>) {
+                return static_cast<double>(held);
+            } else {
+                return std::numeric_limits<double>::quiet_NaN();
+            }
+        },
+        value);
+}
 
 /// Looks for what a load does not tell: it stops at the first missing key, and keeps refused values to itself.
 class Checker {
@@ -140,9 +179,16 @@ private:
     /// refused without a word by the load.
     void checkValues() {
         loadConfiguration(applet_, path_);
+        const std::size_t before = complaints_.size();
+        for (const SimulatorValue& bounds : SimulatorValues) {
+            checkSimulatorValue(*file_.find(std::string(bounds.key)), bounds);
+        }
+        // The mode is refused for a value of its own, which is told already.
+        const bool simulatorIsBad = complaints_.size() != before;
         for (const ConfigurationLine& known : known_) {
             const ConfigurationLine* line = isLoaded(known.key) ? file_.find(known.key) : nullptr;
-            if (line == nullptr || isCheckedWithItsMode(known.key)) {
+            if (line == nullptr || isSimulatorValue(known.key) ||
+                (simulatorIsBad && known.key == "FG_CAMERASIMULATOR_SELECT_MODE")) {
                 continue;
             }
             const auto parsed = parse(*line);
@@ -161,14 +207,22 @@ private:
 
     static bool isText(const Parameter& parameter) { return parameter.kind == client::ParameterKind::String; }
 
-    /// The simulator's sizes and rates are computed from one another. A load hands them to the design in one go, with
-    /// FG_CAMERASIMULATOR_SELECT_MODE, and that is where they are refused; one by one they would change each other.
-    static bool isCheckedWithItsMode(const std::string& key) {
-        constexpr std::array together{"FG_CAMERASIMULATOR_WIDTH",          "FG_CAMERASIMULATOR_LINE_GAP",
-                                      "FG_CAMERASIMULATOR_HEIGHT",         "FG_CAMERASIMULATOR_FRAME_GAP",
-                                      "FG_CAMERASIMULATOR_LINERATE",       "FG_CAMERASIMULATOR_FRAMERATE",
-                                      "FG_CAMERASIMULATOR_PIXEL_FREQUENCY"};
-        return std::find(together.begin(), together.end(), key) != together.end();
+    /// What no speed mode accepts. A load only puts these values in place, so that nothing else would tell.
+    void checkSimulatorValue(const ConfigurationLine& line, const SimulatorValue& bounds) {
+        const auto parsed = parse(line);
+        if (!parsed) {
+            return;
+        }
+        const double value = numberOf(parsed->second);
+        if (!(value >= bounds.least && value <= bounds.most)) {
+            const std::string range =
+                bounds.most == AnyRate
+                    ? "more than 0"
+                    : shortest(bounds.least) + " to " +
+                          inWords(parsed->first, parseValue(applet_, parsed->first, shortest(bounds.most)));
+            complain(line.number, line.key,
+                     inWords(parsed->first, parsed->second) + " is accepted in no speed mode\n  accepted: " + range);
+        }
     }
 
     Session& session_;

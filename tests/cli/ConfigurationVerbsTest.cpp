@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <array>
 #include <fstream>
+#include <vector>
 
 #include "tests/cli/Command.h"
 
@@ -92,6 +94,49 @@ TEST(Check, AValueThatALoadWouldRefuseSilentlyIsToldWithLineAndRange) {
     EXPECT_THAT(complaints[0]["text"].get<std::string>(),
                 HasSubstr("0 pulses was refused: -6000 (ValueOutOfRange), the value is out of range\n"
                           "  accepted: 1 to 255 pulses"));
+}
+
+TEST(Check, ASimulatorValueThatNoModeAcceptsIsToldOnce) {
+    const std::vector<std::array<std::string, 4>> values{
+        {"FG_CAMERASIMULATOR_WIDTH", "1024", "0",
+         "0 pixel is accepted in no speed mode\n  accepted: 1 to 294920 pixel"},
+        {"FG_CAMERASIMULATOR_WIDTH", "1024", "300000", "accepted: 1 to 294920 pixel"},
+        {"FG_CAMERASIMULATOR_LINE_GAP", "0", "-1", "accepted: 0 to 294920 pixel"},
+        {"FG_CAMERASIMULATOR_HEIGHT", "1024", "0", "accepted: 1 to 65536 pixel"},
+        {"FG_CAMERASIMULATOR_HEIGHT", "1024", "70000", "accepted: 1 to 65536 pixel"},
+        {"FG_CAMERASIMULATOR_FRAME_GAP", "0", "65536", "accepted: 0 to 65535 pixel"},
+        {"FG_CAMERASIMULATOR_LINERATE", "10240.0262145", "nan", "nan Hz is accepted in no speed mode"},
+        {"FG_CAMERASIMULATOR_LINERATE", "10240.0262145", "0", "accepted: more than 0"},
+        {"FG_CAMERASIMULATOR_FRAMERATE", "10.0000256001", "-1", "accepted: more than 0"},
+        {"FG_CAMERASIMULATOR_PIXEL_FREQUENCY", "4000", "1e9", "accepted: 0 to 4000 MHz"}};
+    for (const auto& [key, start, value, told] : values) {
+        const Folder folder;
+        const Outcome outcome =
+            quillon({"check", changedState(folder, key + "=" + start + ";", key + "=" + value + ";"), "--json"});
+        EXPECT_EQ(outcome.status, 1) << key;
+        const auto complaints = outcome.json()["complaints"];
+        ASSERT_EQ(complaints.size(), 1U) << outcome.out;
+        EXPECT_EQ(complaints[0]["key"], key);
+        EXPECT_THAT(complaints[0]["text"].get<std::string>(), HasSubstr(told));
+    }
+}
+
+TEST(Check, AValueOfAnotherSpeedModeIsNoError) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_CAMERASIMULATOR_SELECT_MODE=FG_PIXEL_FREQUENCY", "FG_CAMERASIMULATOR_LINE_GAP=64",
+                       "FG_CAMERASIMULATOR_FRAME_GAP=5", "FG_CAMERASIMULATOR_SELECT_MODE=FG_FRAMERATE", "--save",
+                       folder / "state.mcf"})
+                  .status,
+              0);
+    EXPECT_EQ(quillon({"check", folder / "state.mcf"}).status, 0);
+}
+
+TEST(Check, ANegativeBitShiftIsTold) {
+    const Folder folder;
+    const Outcome outcome =
+        quillon({"check", changedState(folder, "FG_CUSTOM_BIT_SHIFT_RIGHT=0;", "FG_CUSTOM_BIT_SHIFT_RIGHT=-1;")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("error: FG_CUSTOM_BIT_SHIFT_RIGHT: -1 bit was refused"));
 }
 
 TEST(Check, ATextWhereANumberIsExpectedIsTold) {
