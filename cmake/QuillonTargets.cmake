@@ -40,5 +40,6 @@ function(quillon_test name)
     if(NOT arg_OWN_HEADERS)
         target_precompile_headers(${name} REUSE_FROM quillon_test_headers)
     endif()
-    gtest_discover_tests(${name} TEST_PREFIX "" DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT 300)
+    # A test is called in ctest what it is called in its program, parameters included.
+    gtest_discover_tests(${name} NO_PRETTY_VALUES TEST_PREFIX "" DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT 300)
 endfunction()

@@ -3,15 +3,27 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <ostream>
+#include <string>
 
 #include "client/testing/BuiltApplet.h"
 
 namespace quillon::client {
 namespace {
 
-class InvalidHandle : public ::testing::TestWithParam<bool> {
+enum class Given { NullHandle, LocationAtNull };
+
+std::string nameOf(Given given) {
+    return given == Given::NullHandle ? "NullHandle" : "LocationAtNull";
+}
+
+void PrintTo(Given given, std::ostream* stream) {
+    *stream << nameOf(given);
+}
+
+class InvalidHandle : public ::testing::TestWithParam<Given> {
 protected:
-    Handle handle() { return GetParam() ? &location : nullptr; }
+    Handle handle() { return GetParam() == Given::LocationAtNull ? &location : nullptr; }
 
     Library library = Library::open(testing::builtLibrary(), testing::builtStandIns());
     const Functions& f = library.functions();
@@ -74,8 +86,8 @@ TEST_P(InvalidHandle, IsRefusedByShading) {
     EXPECT_EQ(f.Shad_WriteActLine(handle(), nullptr, 0), -2001);
 }
 
-INSTANTIATE_TEST_SUITE_P(Handles, InvalidHandle, ::testing::Values(false, true),
-                         [](const auto& shown) { return shown.param ? "LocationAtNull" : "NullHandle"; });
+INSTANTIATE_TEST_SUITE_P(Handles, InvalidHandle, ::testing::Values(Given::NullHandle, Given::LocationAtNull),
+                         [](const auto& instance) { return nameOf(instance.param); });
 
 }  // namespace
 }  // namespace quillon::client

@@ -1,6 +1,9 @@
 // What a failing design does to a change of the geometry: in the writes it undoes the change, in the reads that only
 // serve a published maximum it costs that maximum and nothing else.
 
+#include <ostream>
+
+#include "client/PublicParameters.h"
 #include "tests/image/ImagePath.h"
 
 namespace quillon::image_test {
@@ -98,6 +101,14 @@ struct Refreshes {
     std::vector<Lines> reads;
 };
 
+std::string nameOf(const Refreshes& row) {
+    return std::string(client::findPublicParameter(row.id)->name);
+}
+
+void PrintTo(const Refreshes& row, std::ostream* stream) {
+    *stream << nameOf(row);
+}
+
 class SensorGeometryRefresh : public ::testing::TestWithParam<Refreshes> {};
 
 TEST_P(SensorGeometryRefresh, AFailedReadSkipsItsMaximumAloneAndIsNotReported) {
@@ -134,7 +145,7 @@ INSTANTIATE_TEST_SUITE_P(AllHandlers, SensorGeometryRefresh,
                                            Refreshes{
                                                FG_PIXELFORMAT, 1029, 9, {OfSensorWidth, OfSensorHeight, OfXOffset}},
                                            Refreshes{FG_VANTAGEPOINT, 2, 8, {OfXOffset}}),
-                         [](const auto& instance) { return "Parameter" + std::to_string(instance.param.id); });
+                         [](const auto& instance) { return nameOf(instance.param); });
 
 TEST(SensorGeometryFailure, AMaximumThatCannotBeRefreshedStaysAsItWas) {
     ImagePath path;

@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <ostream>
 #include <random>
+#include <string>
 
 #include "tests/image/Simulator.h"
 
@@ -92,9 +94,22 @@ struct Write {
     double value;
 };
 
+/// What a random sequence starts from.
+struct Seed {
+    unsigned number;
+};
+
+std::string nameOf(Seed seed) {
+    return "Seed" + std::to_string(seed.number);
+}
+
+void PrintTo(Seed seed, std::ostream* stream) {
+    *stream << nameOf(seed);
+}
+
 class RandomWrites {
 public:
-    explicit RandomWrites(unsigned seed) : random_(seed) {}
+    explicit RandomWrites(Seed seed) : random_(seed.number) {}
 
     Write next() {
         switch (below(8)) {
@@ -123,7 +138,7 @@ private:
     std::mt19937 random_;
 };
 
-class SimulatorProperty : public ::testing::TestWithParam<unsigned>, public Simulator {
+class SimulatorProperty : public ::testing::TestWithParam<Seed>, public Simulator {
 protected:
     int write(const Write& write) {
         const bool isRate = write.id == FG_CAMERASIMULATOR_PIXEL_FREQUENCY || write.id == FG_CAMERASIMULATOR_LINERATE ||
@@ -185,7 +200,9 @@ TEST_P(SimulatorProperty, NoSequenceOfWritesLeavesTheLimitsBehind) {
     EXPECT_GT(refused, 20);
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, SimulatorProperty, ::testing::Values(1U, 2U, 3U, 4U, 5U, 6U));
+INSTANTIATE_TEST_SUITE_P(Seeds, SimulatorProperty,
+                         ::testing::Values(Seed{1}, Seed{2}, Seed{3}, Seed{4}, Seed{5}, Seed{6}),
+                         [](const auto& instance) { return nameOf(instance.param); });
 
 }  // namespace
 }  // namespace quillon::image_test
