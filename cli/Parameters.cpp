@@ -164,8 +164,10 @@ Parameter findParameter(const client::Applet& applet, std::string_view text) {
 }
 
 std::vector<std::string> parameterNames(const client::Applet& applet) {
+    const int count = applet.parameterCount();
     std::vector<std::string> names;
-    for (int position = 0; position < applet.parameterCount(); ++position) {
+    names.reserve(static_cast<std::size_t>(count) + 1);
+    for (int position = 0; position < count; ++position) {
         names.push_back(applet.parameterNameAt(position).value_or(""));
     }
     names.emplace_back("FG_PARAM_DESCR");

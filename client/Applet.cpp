@@ -211,7 +211,7 @@ std::string Applet::readDescription(const std::string& name) {
     if (const int code = get(DescriptionId, slot.data(), Dma, ValueType::String); code != Success) {
         throw ParameterError("a get", DescriptionId, code);
     }
-    const std::string description = slot.front();
+    std::string description = slot.front();
     freeText(DescriptionId, slot.front());
     return description;
 }

@@ -44,6 +44,7 @@ Library Library::open(const std::filesystem::path& file) {
 
 Library Library::open(const std::filesystem::path& file, const std::filesystem::path& standInDirectory) {
     std::vector<SharedLibrary> needed;
+    needed.reserve(standIns.size());
     for (const char* name : standIns) {
         needed.emplace_back(std::filesystem::absolute(standInDirectory) / name);
     }

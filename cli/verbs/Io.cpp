@@ -128,6 +128,7 @@ ExitStatus io(Session& session, Console& console, const std::string& levels) {
     }
     const std::uint64_t inputs = readWhole(applet, findParameter(applet, std::to_string(InputId)));
     std::vector<RouteState> states;
+    states.reserve(routes.size());
     for (const Route& route : routes) {
         states.push_back(stateOf(applet, route, inputs));
     }
