@@ -3,6 +3,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "design/PublicParameters.h"
 #include "engine/AppletProperties.h"
 #include "info/Catalogue.h"
 #include "support/EnvironmentSwitch.h"
@@ -189,9 +190,13 @@ void FgIxWrapperImpl::requireProcess(unsigned dma, int id, const char* verb) {
     }
 }
 
-void FgIxWrapperImpl::refuseReadOnly(const char* name) {
-    logMessage(orlo::tools::logging::UnresolvedLevel, [name](std::ostream& line) {
-        line << "trying to set read-only SDK parameter '" << name << "' on process 0!";
+void FgIxWrapperImpl::refuseWrite(int id) {
+    const PublicParameter* const parameter = findPublicParameter(id);
+    if (parameter == nullptr || parameter->access != ParameterAccess::ReadOnly) {
+        refuseUnknown("set", id);
+    }
+    logMessage(orlo::tools::logging::UnresolvedLevel, [parameter](std::ostream& line) {
+        line << "trying to set read-only SDK parameter '" << parameter->name << "' on process 0!";
     });
     fail(NotAvailable);
 }

@@ -67,7 +67,8 @@ private:
     void requireProcess(unsigned dma, int id, const char* verb);
     void getOnProcess0(int id, void* value, unsigned dma, FgParamTypes type);
     void setOnProcess0(int id, const void* value, FgParamTypes type);
-    [[noreturn]] void refuseReadOnly(const char* name);
+    /// Of a parameter that can only be read, or that there is not.
+    [[noreturn]] void refuseWrite(int id);
     [[noreturn]] void refuseUnknown(const char* verb, int id);
     void forwardToSdk(int id, void* value, unsigned dma, FgParamTypes type) const;
     void readDmaStatus(void* value) const;
@@ -78,10 +79,7 @@ private:
     void writeLut(LookupTable::Channel channel, const void* value, FgParamTypes type);
     void readSimulatorCycles(void* value, bool passive);
     template <class Keys>
-    void visitConfigurationKeys(Keys& keys);
-    void pushLineTrigger(const LineTriggerState& start);
-    void pushImageTrigger(const ImageTriggerState& start);
-    void pushRouting(const RoutingState& start);
+    void visitStateKeys(Keys& keys);
 
     std::atomic<orlo::tools::logging::Logger*> implLogger_{nullptr};
     orlo::templates::platform::CriticalSection parameterLock;

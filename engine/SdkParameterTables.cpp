@@ -5,28 +5,13 @@
 #include <cstring>
 #include <deque>
 
-#include "design/PublicValues.h"
+#include "design/PublicParameters.h"
 #include "support/EnvironmentSwitch.h"
 #include "wrapper/DesignLoader.h"
 
 namespace quillon {
 
 namespace {
-
-struct PublicParameter {
-    const char* name;
-    int id;
-    const char* description;
-};
-
-/// All that have a position; FG_PARAM_DESCR stands behind them in the list and has none.
-constexpr auto AllParameters = std::to_array<PublicParameter>({
-#define SDK_PARAMETER(name, id, access, kind, description) {#name, id, description},
-#include "design/SdkParameters.def"
-#undef SDK_PARAMETER
-});
-constexpr std::size_t PositionCount = AllParameters.size() - 1;
-static_assert(PositionCount == 163);
 
 constexpr int LastPublicPosition = static_cast<int>(PositionCount) - 1;
 constexpr int MaskCount = 64;
@@ -56,7 +41,7 @@ void SdkParameterTables::fill() {
     enterSdkNames();
     enterPositions();
     for (std::size_t i = 0; i < PositionCount; ++i) {
-        parameterDescriptionByName_[AllParameters[i].name] = AllParameters[i].description;
+        parameterDescriptionByName_[PublicParameters[i].name] = PublicParameters[i].description;
     }
     enterEvents();
 }
@@ -89,7 +74,7 @@ void SdkParameterTables::collectSdkNames() {
 
 void SdkParameterTables::enterPublicNames() {
     for (std::size_t i = 0; i < PositionCount; ++i) {
-        parameterIdByName_[AllParameters[i].name] = AllParameters[i].id;
+        parameterIdByName_[PublicParameters[i].name] = PublicParameters[i].id;
     }
 }
 
@@ -121,7 +106,7 @@ void SdkParameterTables::enterSdkNames() {
 
 void SdkParameterTables::enterPositions() {
     for (std::size_t i = 0; i < PositionCount; ++i) {
-        parameterNameByIndex_[static_cast<int>(i)] = AllParameters[i].name;
+        parameterNameByIndex_[static_cast<int>(i)] = PublicParameters[i].name;
     }
     int position = LastPublicPosition;
     forEachRegister([&](const char* name) { parameterNameByIndex_[++position] = std::string("DRA_") + name; });

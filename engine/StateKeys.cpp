@@ -1,4 +1,5 @@
-// The state in a configuration file: one list of keys, which a save and both passes of a load walk in the same order.
+// The state as a list of keys, walked in the same order by all who handle it whole: the push of a start, a save, and
+// both passes of a load.
 
 #include <array>
 #include <type_traits>
@@ -13,6 +14,48 @@ namespace {
 
 constexpr int OnlyPort = 0;
 constexpr std::size_t TextSize = 1024;
+
+/// A start and a load report no refusal: the handler puts its field back, and the next one goes on.
+constexpr bool Quietly = false;
+
+/// A handler of `subject` as the visitors call it.
+template <class Subject, class Value>
+auto through(Subject& subject, void (Subject::*handler)(Value, bool)) {
+    return [&subject, handler](const auto& value, bool reportErrors) {
+        if constexpr (std::is_same_v<Value, const char*>) {
+            (subject.*handler)(value.c_str(), reportErrors);
+        } else {
+            (subject.*handler)(value, reportErrors);
+        }
+    };
+}
+
+template <class Value>
+auto through(SignalRouting& routing, void (SignalRouting::*handler)(Route, Value, bool), Route route) {
+    return
+        [&routing, handler, route](Value value, bool reportErrors) { (routing.*handler)(route, value, reportErrors); };
+}
+
+/// Sends the state to the design as it stands in the fields.
+class PushedKeys {
+public:
+    template <class Field, class Handler>
+    void applied(const char* /*key*/, const Field& field, Handler&& handler) {
+        handler(Field(field), Quietly);
+    }
+    template <class Field, class Source, class Handler>
+    void applied(const char* key, const Field& field, Source&& /*source*/, Handler&& handler) {
+        applied(key, field, handler);
+    }
+    template <class Refresh>
+    void refreshed(Refresh&& refresh) {
+        refresh();
+    }
+    template <class... Arguments>
+    void stored(const Arguments&... /*unused*/) {}
+    template <class... Arguments>
+    void savedOnly(const Arguments&... /*unused*/) {}
+};
 
 /// Writes every key. A value that the design does not give is left out, and the save goes on.
 class SavedKeys {
@@ -43,6 +86,9 @@ public:
             // Told by the log line of the failed read; a file without a key that a load needs can't be loaded.
         }
     }
+
+    template <class Refresh>
+    void refreshed(Refresh&& /*refresh*/) {}
 
 private:
     template <class Value>
@@ -82,7 +128,7 @@ public:
         if (pass_ == Pass::Store) {
             field = value;
         } else {
-            handler(value);
+            handler(value, Quietly);
         }
     }
     template <class Field, class Source, class Handler>
@@ -102,6 +148,9 @@ public:
     }
     template <class Source>
     void savedOnly(const char* /*key*/, Source&& /*source*/) {}
+
+    template <class Refresh>
+    void refreshed(Refresh&& /*refresh*/) {}
 
 private:
     template <class Value>
@@ -134,61 +183,59 @@ private:
 
 }  // namespace
 
-/// Shows `keys` every key of a port in the order of the file: `applied` has a handler that a load calls, `stored` is
-/// only put into its field by a load, `savedOnly` no load reads. A source behind the field is where a save takes the
-/// value, if not from the field.
+/// Shows `keys` every key of a port in the order of the file: `applied` has a handler that a start and a load call,
+/// `stored` is only put into its field by a load, `savedOnly` no load reads. A source behind the field is where a save
+/// takes the value, if not from the field. `refreshed` is for a start alone.
 template <class Keys>
-void FgIxWrapperImpl::visitConfigurationKeys(Keys& keys) {
+void FgIxWrapperImpl::visitStateKeys(Keys& keys) {
     const auto route = [&](const char* sourceKey, const char* polarityKey, Route number) {
         RouteState& state = state_.routing.routes[static_cast<std::size_t>(number)];
         keys.applied(
             sourceKey, state.requestedSource, [&] { return subjects_.routing.source(number); },
-            [&](auto value) { subjects_.routing.setRouteSource(number, value, false); });
+            through(subjects_.routing, &SignalRouting::setRouteSource, number));
         keys.applied(
             polarityKey, state.requestedPolarity, [&] { return subjects_.routing.polarity(number); },
-            [&](auto value) { subjects_.routing.setRoutePolarity(number, value, false); });
+            through(subjects_.routing, &SignalRouting::setRoutePolarity, number));
     };
-    keys.applied("FG_TIMEOUT", state_.timeout.timeout, [&](auto value) { subjects_.status.setTimeout(value, false); });
+    keys.applied("FG_TIMEOUT", state_.timeout.timeout, through(subjects_.status, &Status::setTimeout));
     keys.savedOnly("FG_DEBUGSOURCE", [&] { return state_.debug.debugSource; });
     keys.savedOnly("FG_DEBUGINENABLE", [&] { return subjects_.debug.readInEnable(); });
     keys.applied(
         "FG_DEBUGFILE", state_.debug.debugFile, [&] { return subjects_.debug.readFile(); },
-        [&](const std::string& value) { subjects_.debug.setDebugFile(value.c_str(), false); });
+        through(subjects_.debug, &DebugInjection::setDebugFile));
     keys.savedOnly("FG_DEBUGOUTENABLE", [&] { return subjects_.debug.readOutEnable(); });
     keys.applied("FG_PIXELFORMAT", state_.geometry.pixelFormat,
-                 [&](auto value) { subjects_.geometry.setPixelFormat(value, false); });
+                 through(subjects_.geometry, &SensorGeometry::setPixelFormat));
     keys.applied("FG_VANTAGEPOINT", state_.geometry.vantagePoint,
-                 [&](auto value) { subjects_.geometry.setVantagePoint(value, false); });
+                 through(subjects_.geometry, &SensorGeometry::setVantagePoint));
     keys.applied("FG_SENSORWIDTH", state_.geometry.sensorWidth,
-                 [&](auto value) { subjects_.geometry.setSensorWidth(value, false); });
+                 through(subjects_.geometry, &SensorGeometry::setSensorWidth));
     keys.applied("FG_SENSORHEIGHT", state_.geometry.sensorHeight,
-                 [&](auto value) { subjects_.geometry.setSensorHeight(value, false); });
-    keys.applied("FG_WIDTH", state_.geometry.width, [&](auto value) { subjects_.geometry.setWidth(value, false); });
-    keys.applied("FG_HEIGHT", state_.geometry.height, [&](auto value) { subjects_.geometry.setHeight(value, false); });
-    keys.applied("FG_XOFFSET", state_.geometry.xOffset,
-                 [&](auto value) { subjects_.geometry.setXOffset(value, false); });
-    keys.applied("FG_YOFFSET", state_.geometry.yOffset,
-                 [&](auto value) { subjects_.geometry.setYOffset(value, false); });
+                 through(subjects_.geometry, &SensorGeometry::setSensorHeight));
+    keys.applied("FG_WIDTH", state_.geometry.width, through(subjects_.geometry, &SensorGeometry::setWidth));
+    keys.applied("FG_HEIGHT", state_.geometry.height, through(subjects_.geometry, &SensorGeometry::setHeight));
+    keys.applied("FG_XOFFSET", state_.geometry.xOffset, through(subjects_.geometry, &SensorGeometry::setXOffset));
+    keys.applied("FG_YOFFSET", state_.geometry.yOffset, through(subjects_.geometry, &SensorGeometry::setYOffset));
     keys.applied("FG_FORMAT", state_.outputFormat.outputFormat,
-                 [&](auto value) { subjects_.outputFormat.setOutputFormat(value, false); });
+                 through(subjects_.outputFormat, &OutputFormat::setOutputFormat));
     keys.applied("FG_BITALIGNMENT", state_.outputFormat.bitAlignment,
-                 [&](auto value) { subjects_.outputFormat.setBitAlignment(value, false); });
+                 through(subjects_.outputFormat, &OutputFormat::setBitAlignment));
     keys.applied("FG_CUSTOM_BIT_SHIFT_RIGHT", state_.outputFormat.customBitShift,
-                 [&](auto value) { subjects_.outputFormat.setCustomBitShift(value, false); });
+                 through(subjects_.outputFormat, &OutputFormat::setCustomBitShift));
     keys.applied("FG_CAMERASIMULATOR_ENABLE", state_.simulator.simulatorEnable,
-                 [&](auto value) { subjects_.simulator.setSimulatorEnable(value, false); });
+                 through(subjects_.simulator, &CameraSimulator::setSimulatorEnable));
     keys.stored("FG_CAMERASIMULATOR_WIDTH", state_.simulator.simulatorWidth);
     keys.stored("FG_CAMERASIMULATOR_LINE_GAP", state_.simulator.simulatorLineGap);
     keys.stored("FG_CAMERASIMULATOR_HEIGHT", state_.simulator.simulatorHeight);
     keys.stored("FG_CAMERASIMULATOR_FRAME_GAP", state_.simulator.simulatorFrameGap);
     keys.applied("FG_CAMERASIMULATOR_PATTERN", state_.simulator.simulatorPattern,
-                 [&](auto value) { subjects_.simulator.setSimulatorPattern(value, false); });
+                 through(subjects_.simulator, &CameraSimulator::setSimulatorPattern));
     keys.applied("FG_CAMERASIMULATOR_PATTERN_OFFSET", state_.simulator.simulatorPatternOffset,
-                 [&](auto value) { subjects_.simulator.setSimulatorPatternOffset(value, false); });
+                 through(subjects_.simulator, &CameraSimulator::setSimulatorPatternOffset));
     keys.applied("FG_CAMERASIMULATOR_ROLL", state_.simulator.simulatorRoll,
-                 [&](auto value) { subjects_.simulator.setSimulatorRoll(value, false); });
+                 through(subjects_.simulator, &CameraSimulator::setSimulatorRoll));
     keys.applied("FG_CAMERASIMULATOR_SELECT_MODE", state_.simulator.simulatorSelectMode,
-                 [&](auto value) { subjects_.simulator.setSimulatorSelectMode(value, false); });
+                 through(subjects_.simulator, &CameraSimulator::setSimulatorSelectMode));
     keys.stored("FG_CAMERASIMULATOR_PIXEL_FREQUENCY", state_.simulator.simulatorPixelFrequency,
                 [&] { return subjects_.simulator.pixelFrequency(); });
     keys.stored("FG_CAMERASIMULATOR_LINERATE", state_.simulator.simulatorLineRate,
@@ -196,86 +243,89 @@ void FgIxWrapperImpl::visitConfigurationKeys(Keys& keys) {
     keys.stored("FG_CAMERASIMULATOR_FRAMERATE", state_.simulator.simulatorFrameRate,
                 [&] { return subjects_.simulator.frameRate(); });
     keys.applied("FG_CAMERASIMULATOR_TRIGGER_MODE", state_.simulator.simulatorTriggerMode,
-                 [&](auto value) { subjects_.simulator.setSimulatorTriggerMode(value, false); });
+                 through(subjects_.simulator, &CameraSimulator::setSimulatorTriggerMode));
     keys.savedOnly("FG_CAMERASIMULATOR_ACTIVE", [&] { return subjects_.simulator.activeCyclesForSaving(); });
     keys.savedOnly("FG_CAMERASIMULATOR_PASSIVE", [&] { return subjects_.simulator.passiveCyclesForSaving(); });
     keys.applied("FG_IMG_SELECT_PERIOD", state_.imageSelector.imageSelectPeriod,
-                 [&](auto value) { subjects_.imageSelector.setImageSelectPeriod(value, false); });
+                 through(subjects_.imageSelector, &ImageSelector::setImageSelectPeriod));
     keys.applied("FG_IMG_SELECT", state_.imageSelector.imageSelect,
-                 [&](auto value) { subjects_.imageSelector.setImageSelect(value, false); });
+                 through(subjects_.imageSelector, &ImageSelector::setImageSelect));
     keys.applied("FG_SCALINGFACTOR_RED", state_.whiteBalance.scalingFactorRed,
-                 [&](auto value) { subjects_.whiteBalance.setScalingFactorRed(value, false); });
+                 through(subjects_.whiteBalance, &WhiteBalance::setScalingFactorRed));
     keys.applied("FG_SCALINGFACTOR_BLUE", state_.whiteBalance.scalingFactorBlue,
-                 [&](auto value) { subjects_.whiteBalance.setScalingFactorBlue(value, false); });
+                 through(subjects_.whiteBalance, &WhiteBalance::setScalingFactorBlue));
     keys.applied("FG_SCALINGFACTOR_GREEN", state_.whiteBalance.scalingFactorGreen,
-                 [&](auto value) { subjects_.whiteBalance.setScalingFactorGreen(value, false); });
+                 through(subjects_.whiteBalance, &WhiteBalance::setScalingFactorGreen));
     keys.applied("FG_LUT_ENABLE", state_.lookupTable.lutEnable,
-                 [&](auto value) { subjects_.lookupTable.setLutEnable(value, false); });
-    keys.applied("FG_LUT_TYPE", state_.lookupTable.lutType,
-                 [&](auto value) { subjects_.lookupTable.setLutType(value, false); });
+                 through(subjects_.lookupTable, &LookupTable::setLutEnable));
+    keys.applied("FG_LUT_TYPE", state_.lookupTable.lutType, through(subjects_.lookupTable, &LookupTable::setLutType));
     keys.stored("FG_LUT_CUSTOM_FILE", state_.lookupTable.lutCustomFile);
     keys.stored("FG_PROCESSING_OFFSET", state_.lookupTable.processingOffset);
     keys.stored("FG_PROCESSING_GAIN", state_.lookupTable.processingGain);
     keys.stored("FG_PROCESSING_GAMMA", state_.lookupTable.processingGamma);
     keys.stored("FG_PROCESSING_INVERT", state_.lookupTable.processingInvert);
     keys.applied("FG_LINETRIGGERMODE", state_.lineTrigger.mode,
-                 [&](auto value) { subjects_.lineTrigger.setLineTriggerMode(value, false); });
-    keys.applied("FG_EXSYNCON", state_.lineTrigger.exsyncOn,
-                 [&](auto value) { subjects_.lineTrigger.setExsyncOn(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLineTriggerMode));
+    keys.applied("FG_EXSYNCON", state_.lineTrigger.exsyncOn, through(subjects_.lineTrigger, &LineTrigger::setExsyncOn));
     keys.applied("FG_LINETRIGGERINSRC", state_.lineTrigger.inSrc,
-                 [&](auto value) { subjects_.lineTrigger.setLineTriggerInSrc(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLineTriggerInSrc));
     keys.applied("FG_LINETRIGGERINPOLARITY", state_.lineTrigger.inPolarity,
-                 [&](auto value) { subjects_.lineTrigger.setLineTriggerInPolarity(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLineTriggerInPolarity));
     keys.applied("FG_LINETRIGGERDEBOUNCING", state_.lineTrigger.debouncing,
-                 [&](auto value) { subjects_.lineTrigger.setLineTriggerDebouncing(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLineTriggerDebouncing));
     keys.applied("FG_LINE_DOWNSCALE", state_.lineTrigger.downscale,
-                 [&](auto value) { subjects_.lineTrigger.setLineDownscale(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLineDownscale));
     keys.applied("FG_LINE_DOWNSCALEINIT", state_.lineTrigger.downscaleInit,
-                 [&](auto value) { subjects_.lineTrigger.setLineDownscaleInit(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLineDownscaleInit));
     keys.applied("FG_SHAFTENCODERON", state_.lineTrigger.shaftEncoderOn,
-                 [&](auto value) { subjects_.lineTrigger.setShaftEncoderOn(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setShaftEncoderOn));
     keys.applied("FG_SHAFTENCODERMODE", state_.lineTrigger.shaftEncoderMode,
-                 [&](auto value) { subjects_.lineTrigger.setShaftEncoderMode(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setShaftEncoderMode));
     keys.applied("FG_SHAFTENCODERINSRC", state_.lineTrigger.shaftEncoderInSrc,
-                 [&](auto value) { subjects_.lineTrigger.setShaftEncoderInSrc(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setShaftEncoderInSrc));
     keys.applied("FG_SHAFTENCODERLEADING", state_.lineTrigger.shaftEncoderLeading,
-                 [&](auto value) { subjects_.lineTrigger.setShaftEncoderLeading(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setShaftEncoderLeading));
     keys.applied("FG_SHAFTENCODER_COMPENSATION_ENABLE", state_.lineTrigger.shaftEncoderCompensationEnable,
-                 [&](auto value) { subjects_.lineTrigger.setShaftEncoderCompensationEnable(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setShaftEncoderCompensationEnable));
     keys.applied(
         "FG_SHAFTENCODER_COMPENSATION_COUNT", state_.lineTrigger.shaftEncoderCompensationCount,
         [&] { return design_.readUnsigned(Ix::Trigger_Trigger_EncoderCompensationCount); },
-        [&](auto value) { subjects_.lineTrigger.setShaftEncoderCompensationCount(value, false); });
+        through(subjects_.lineTrigger, &LineTrigger::setShaftEncoderCompensationCount));
     keys.applied("FG_LINEPERIODE", state_.lineTrigger.linePeriode,
-                 [&](auto value) { subjects_.lineTrigger.setLinePeriode(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLinePeriode));
+    // The limits follow the remembered period, whether the design took it or not, and at a start once more.
+    keys.refreshed([&] {
+        subjects_.lineTrigger.refreshExposureMaximum();
+        subjects_.lineTrigger.refreshDelayMaximum();
+    });
     keys.applied("FG_LINEEXPOSURE", state_.lineTrigger.lineExposure,
-                 [&](auto value) { subjects_.lineTrigger.setLineExposure(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLineExposure));
+    keys.refreshed([&] { subjects_.lineTrigger.refreshExposureMaximum(); });
     keys.applied("FG_EXSYNCPOLARITY", state_.lineTrigger.exsyncPolarity,
-                 [&](auto value) { subjects_.lineTrigger.setExsyncPolarity(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setExsyncPolarity));
     keys.applied("FG_LINETRIGGERDELAY", state_.lineTrigger.delay,
-                 [&](auto value) { subjects_.lineTrigger.setLineTriggerDelay(value, false); });
+                 through(subjects_.lineTrigger, &LineTrigger::setLineTriggerDelay));
     keys.applied("FG_IMGTRIGGERMODE", state_.imageTrigger.mode,
-                 [&](auto value) { subjects_.imageTrigger.setImgTriggerMode(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setImgTriggerMode));
     keys.applied("FG_IMGTRIGGERON", state_.imageTrigger.on,
-                 [&](auto value) { subjects_.imageTrigger.setImgTriggerOn(value, false); });
-    keys.applied("FG_FLASHON", state_.imageTrigger.flashOn,
-                 [&](auto value) { subjects_.imageTrigger.setFlashOn(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setImgTriggerOn));
+    keys.applied("FG_FLASHON", state_.imageTrigger.flashOn, through(subjects_.imageTrigger, &ImageTrigger::setFlashOn));
     keys.applied("FG_IMGTRIGGER_ASYNC_HEIGHT", state_.imageTrigger.asyncHeight,
-                 [&](auto value) { subjects_.imageTrigger.setImgTriggerAsyncHeight(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setImgTriggerAsyncHeight));
     keys.applied("FG_IMGTRIGGERINSRC", state_.imageTrigger.inSrc,
-                 [&](auto value) { subjects_.imageTrigger.setImgTriggerInSrc(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setImgTriggerInSrc));
     keys.applied("FG_IMGTRIGGERINPOLARITY", state_.imageTrigger.inPolarity,
-                 [&](auto value) { subjects_.imageTrigger.setImgTriggerInPolarity(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setImgTriggerInPolarity));
     keys.applied("FG_IMGTRIGGERGATEDELAY", state_.imageTrigger.gateDelay,
-                 [&](auto value) { subjects_.imageTrigger.setImgTriggerGateDelay(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setImgTriggerGateDelay));
     keys.applied("FG_IMGTRIGGERDEBOUNCING", state_.imageTrigger.debouncing,
-                 [&](auto value) { subjects_.imageTrigger.setImgTriggerDebouncing(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setImgTriggerDebouncing));
     keys.applied("FG_FLASH_POLARITY", state_.imageTrigger.flashPolarity,
-                 [&](auto value) { subjects_.imageTrigger.setFlashPolarity(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setFlashPolarity));
     keys.applied("FG_STROBEPULSEDELAY", state_.imageTrigger.strobePulseDelay,
-                 [&](auto value) { subjects_.imageTrigger.setStrobePulseDelay(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setStrobePulseDelay));
     keys.applied("FG_SETSOFTWARETRIGGER", state_.imageTrigger.setSoftwareTrigger,
-                 [&](auto value) { subjects_.imageTrigger.setSetSoftwareTrigger(value, false); });
+                 through(subjects_.imageTrigger, &ImageTrigger::setSetSoftwareTrigger));
     route("FG_TRIGGERCAMERA_SOURCE", "FG_TRIGGERCAMERA_POLARITY", Route::Camera);
     route("FG_TRIGGEROUT_GPO_0_SOURCE", "FG_TRIGGEROUT_GPO_0_POLARITY", Route::Gpo0);
     route("FG_TRIGGEROUT_GPO_1_SOURCE", "FG_TRIGGEROUT_GPO_1_POLARITY", Route::Gpo1);
@@ -289,7 +339,7 @@ void FgIxWrapperImpl::visitConfigurationKeys(Keys& keys) {
     route("FG_TRIGGEROUT_FRONT_GPO_1_SOURCE", "FG_TRIGGEROUT_FRONT_GPO_1_POLARITY", Route::FrontGpo1);
     keys.applied(
         "FG_DIGIO_OUTPUT", state_.routing.digioOutput, [&] { return subjects_.routing.digioOutput(); },
-        [&](auto value) { subjects_.routing.setDigioOutput(value, false); });
+        through(subjects_.routing, &SignalRouting::setDigioOutput));
     keys.savedOnly("FG_DIGIO_INPUT", [&] { return design_.readUnsigned(Ix::Trigger_Inputs_InputStatus_Status); });
     route("FG_SIGNAL_ANALYZER_0_SOURCE", "FG_SIGNAL_ANALYZER_0_POLARITY", Route::Analyzer0);
     keys.savedOnly("FG_SIGNAL_ANALYZER_0_PERIOD_CURRENT",
@@ -312,23 +362,28 @@ void FgIxWrapperImpl::visitConfigurationKeys(Keys& keys) {
     keys.savedOnly("FG_SIGNAL_ANALYZER_PULSE_COUNT_DIFFERENCE",
                    [&] { return subjects_.routing.pulseCountDifference(); });
     keys.applied("FG_SIGNAL_ANALYZER_CLEAR", state_.routing.analyzerClear,
-                 [&](auto value) { subjects_.routing.setAnalyzerClear(value, false); });
+                 through(subjects_.routing, &SignalRouting::setAnalyzerClear));
     keys.applied("FG_CLHS_TRIGGER_PULSE_MESSAGE", state_.routing.pulseMessage,
-                 [&](auto value) { subjects_.routing.setPulseMessage(value, false); });
+                 through(subjects_.routing, &SignalRouting::setPulseMessage));
     route("FG_CUSTOM_SIGNAL_EVENT_0_SOURCE", "FG_CUSTOM_SIGNAL_EVENT_0_POLARITY", Route::CustomEvent0);
     route("FG_CUSTOM_SIGNAL_EVENT_1_SOURCE", "FG_CUSTOM_SIGNAL_EVENT_1_POLARITY", Route::CustomEvent1);
+}
+
+void FgIxWrapperImpl::pushDefaultState() {
+    PushedKeys keys;
+    visitStateKeys(keys);
 }
 
 void FgIxWrapperImpl::saveState(Fg_ConfigFileParser* parser) {
     parser->writeConfigFileByPort(OnlyPort);
     SavedKeys keys(*parser);
-    visitConfigurationKeys(keys);
+    visitStateKeys(keys);
 }
 
 bool FgIxWrapperImpl::loadState(Fg_ConfigFileParser* parser) {
     for (const auto pass : {LoadedKeys::Pass::Store, LoadedKeys::Pass::Apply}) {
         LoadedKeys keys(*parser, pass);
-        visitConfigurationKeys(keys);
+        visitStateKeys(keys);
         if (!keys.foundAll()) {
             return false;
         }
