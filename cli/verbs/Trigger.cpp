@@ -121,11 +121,13 @@ Curve pulses(const std::string& name, char mark, const Colour& colour, double le
         curve.points.emplace_back(time, curve.points.back().second);
         curve.points.emplace_back(time, value);
     };
-    for (double rise = start; rise < end; rise += period) {
+    double rise = start;
+    while (rise < end) {
         add(rise, level + high);
         if (rise + length < end && length < period) {
             add(rise + length, level);
         }
+        rise += period;
     }
     curve.points.emplace_back(end, curve.points.back().second);
     return curve;

@@ -51,10 +51,11 @@ void Switchboard::bindRoutes(const Find& find) {
                               find(Prefix + stem + "_PulseCountSignal_Status"),
                               std::nullopt};
     }
+    const std::string customEvent = CameraEvents + "CustomSignalEvent";
     for (std::size_t number = 0; number < customEvents_.size(); ++number) {
         const std::string digit = std::to_string(number);
         customEvents_[number] = {routeOf(find, "Events_SelectCustomSignalEvent" + digit),
-                                 counterOf(CameraEvents + "CustomSignalEvent" + digit)};
+                                 counterOf(customEvent + digit)};
     }
 }
 
@@ -67,9 +68,9 @@ void Switchboard::bindEvents(const std::vector<std::string>& events) {
     const std::string front = Prefix + "Inputs_InputEvents_InputFrontEvents_Front";
     for (unsigned input = 0; input < InputCount; ++input) {
         const std::string& family = input < BackInputs ? back : front;
-        const std::string digit = std::to_string(input < BackInputs ? input : input - BackInputs);
-        edgeEvents_[FirstInputSelect + input] = {counterOf(family + "Pin" + digit),
-                                                 counterOf(family + "NotPin" + digit)};
+        const std::string pin = "Pin" + std::to_string(input < BackInputs ? input : input - BackInputs);
+        const std::string notPin = "Not" + pin;
+        edgeEvents_[FirstInputSelect + input] = {counterOf(family + pin), counterOf(family + notPin)};
     }
     edgeEvents_[SOFTBOARD_LINE_START].rising = counterOf(CameraEvents + "Cam0LineStart");
     edgeEvents_[SOFTBOARD_LINE_END].rising = counterOf(CameraEvents + "Cam0LineEnd");
