@@ -27,6 +27,11 @@ set(quillonTestOptions -O0)
 if(QUILLON_SANITIZE MATCHES undefined)
     list(APPEND quillonTestOptions -fno-sanitize=null,alignment,vptr)
 endif()
+# Seconds; the longest tests take many times as long in a sanitizer build.
+set(quillonTestTimeout 300)
+if(QUILLON_SANITIZE)
+    set(quillonTestTimeout 900)
+endif()
 set(quillonTestHeaders <gmock/gmock.h> <gtest/gtest.h> <string> <vector>)
 
 # quillon_test(NAME SOURCES... [LIBRARIES ...] [ENVIRONMENT ...] [OWN_HEADERS]): a GoogleTest executable whose tests ctest finds by name. Tests are compiled to
@@ -51,5 +56,5 @@ function(quillon_test name)
         target_precompile_headers(${name} REUSE_FROM quillon_test_headers)
     endif()
     # A test is called in ctest what it is called in its program, parameters included.
-    gtest_discover_tests(${name} NO_PRETTY_VALUES TEST_PREFIX "" DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT 300)
+    gtest_discover_tests(${name} NO_PRETTY_VALUES TEST_PREFIX "" DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT ${quillonTestTimeout})
 endfunction()
