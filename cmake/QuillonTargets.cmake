@@ -1,8 +1,12 @@
 # What every target of the project has in common.
 
-# The flags that every target of ours is compiled with; found libraries are SYSTEM includes and so stay out of reach of -Werror.
+# The flags that every target of ours is compiled with; found libraries are SYSTEM includes and so stay out of reach of the warnings.
 add_library(quillon_flags INTERFACE)
-target_compile_options(quillon_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+set(quillonWarnings -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(QUILLON_WERROR)
+    list(APPEND quillonWarnings -Werror)
+endif()
+target_compile_options(quillon_flags INTERFACE ${quillonWarnings})
 target_include_directories(quillon_flags INTERFACE ${PROJECT_SOURCE_DIR})
 if(QUILLON_SANITIZE)
     target_compile_options(quillon_flags INTERFACE -fsanitize=${QUILLON_SANITIZE} -fno-omit-frame-pointer
