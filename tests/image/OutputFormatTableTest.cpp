@@ -1,8 +1,13 @@
 // The output branches as the design's own texts tell them, and designs that tell less or other than they should.
 
+#include <algorithm>
+#include <array>
 #include <optional>
 
+#include "tests/files/TemporaryFolder.h"
 #include "tests/image/ImagePath.h"
+#include "tests/support/PackedDesign.h"
+#include "tests/support/Surroundings.h"
 
 namespace quillon::image_test {
 namespace {
@@ -107,7 +112,7 @@ TEST_F(OutputFormatTable, OfTheCountAndTheFlagsTheFirstCharacterIsRead) {
 }
 
 TEST_F(OutputFormatTable, ACountThatIsNoDigitRefusesEveryFormat) {
-    for (const char* count : {"0", "", "x", " 5", "-1"}) {
+    for (const char* count : {"0", "", "x", " 5", "-1", ":"}) {
         SCOPED_TRACE(count);
         applet.reset();
         board = SoftBoard(client::testing::builtStandIns());
@@ -188,6 +193,77 @@ TEST_F(OutputFormatTable, ANarrowWordGivesAShiftBelowZeroInTheCustomAlignment) {
     EXPECT_EQ(setFormat(5), 0);                                       // 10 - 10 + 7
     EXPECT_EQ(setFormat(2), 0);
     EXPECT_EQ(board.integer("Device1_Process0_OutputFormat_DynamicShift_Shift_Value"), 9);
+}
+
+/// A design with as many branches as one digit can tell: five without colour, one with an unused component among them,
+/// and four with colour.
+class NineOutputBranches : public TemporaryFolder {
+protected:
+    NineOutputBranches() {
+        auto description = test::designDescription();
+        auto& parameters = description["parameters"];
+        for (auto& parameter : parameters) {
+            if (parameter["path"] == Path + "FG_FORMAT/SelectSource") {
+                parameter["max"] = 8;
+            }
+        }
+        const auto isToldAlready = [](const auto& parameter) {
+            const auto path = parameter["path"].template get<std::string>();
+            return path == Path + "FG_FORMAT/NoOfInputs" || path.starts_with(Path + "FG_FORMAT/Input") ||
+                   path.starts_with(Path + "Convert");
+        };
+        parameters.erase(std::remove_if(parameters.begin(), parameters.end(), isToldAlready), parameters.end());
+        parameters.push_back(text("FG_FORMAT/NoOfInputs", "9"));
+        for (std::size_t i = 0; i < Names.size(); ++i) {
+            const std::string number = std::to_string(i);
+            parameters.push_back(text("FG_FORMAT/Input" + number, Names[i]));
+            parameters.push_back(text("FG_FORMAT/InputFlag" + number, "1"));
+            parameters.push_back({{"path", Path + "Convert" + number + "/VirtualTrash/EnableTrash/Value"},
+                                  {"type", "uint32"},
+                                  {"access", "rw"},
+                                  {"min", 0},
+                                  {"max", 1},
+                                  {"value", 1}});
+        }
+        test::packDesignFile(description, folder / "Quillon.tav");
+        const test::WorkingDirectory here(folder);
+        const test::Variable force("__ORLO_FORCE_EXTERNAL_TAV", "");
+        built.emplace(1);
+        built->board.clearTranscript();
+    }
+
+    static inline const std::string Path = "Device1/Process0/OutputFormat/";
+    static constexpr std::array<const char*, 9> Names = {"FG_GRAY",  "FG_GRAY10", "FG_GRAY12", "FG_RGBX40", "FG_GRAY16",
+                                                         "FG_COL30", "FG_COL36",  "FG_COL42",  "FG_COL24"};
+
+    static nlohmann::ordered_json text(const std::string& name, const std::string& value) {
+        return {{"path", Path + name}, {"type", "text"}, {"access", "r"}, {"value", value}};
+    }
+
+    std::optional<client::testing::BuiltApplet> built;
+};
+
+TEST_F(NineOutputBranches, AreAllSwitchedAndTheLastIsSelected) {
+    EXPECT_EQ(built->applet.setUnsigned(FG_FORMAT, 2), 0);
+    EXPECT_THAT(built->board.writes(),
+                ElementsAre("Device1_Process0_OutputFormat_Convert0_VirtualTrash_EnableTrash_Value = 1",
+                            "Device1_Process0_OutputFormat_Convert1_VirtualTrash_EnableTrash_Value = 1",
+                            "Device1_Process0_OutputFormat_Convert2_VirtualTrash_EnableTrash_Value = 1",
+                            "Device1_Process0_OutputFormat_Convert3_VirtualTrash_EnableTrash_Value = 1",
+                            "Device1_Process0_OutputFormat_Convert4_VirtualTrash_EnableTrash_Value = 1",
+                            "Device1_Process0_OutputFormat_Convert5_VirtualTrash_EnableTrash_Value = 1",
+                            "Device1_Process0_OutputFormat_Convert6_VirtualTrash_EnableTrash_Value = 1",
+                            "Device1_Process0_OutputFormat_Convert7_VirtualTrash_EnableTrash_Value = 1",
+                            "Device1_Process0_OutputFormat_Convert8_VirtualTrash_EnableTrash_Value = 0",
+                            "Device1_Process0_OutputFormat_DynamicShift_Shift_Value = 8",
+                            "Device1_Process0_OutputFormat_FG_FORMAT_SelectSource = 8"));
+}
+
+TEST_F(NineOutputBranches, StandBeforeTheAlternativesOfABranchInFrontOfThem) {
+    EXPECT_EQ(built->applet.setUnsigned(FG_FORMAT, 5), 0);
+    EXPECT_EQ(built->board.integer("Device1_Process0_OutputFormat_FG_FORMAT_SelectSource"), 5);
+    EXPECT_EQ(built->board.integer("Device1_Process0_OutputFormat_DynamicShift_Shift_Value"), 6);
+    EXPECT_EQ(built->applet.setUnsigned(FG_FORMAT, 6), -6000);
 }
 
 }  // namespace
