@@ -3,9 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <optional>
 
 #include "client/testing/BuiltApplet.h"
+#include "tests/files/TemporaryFolder.h"
 #include "tests/support/CapturedLog.h"
+#include "tests/support/PackedDesign.h"
 #include "tests/support/Surroundings.h"
 
 namespace quillon::client {
@@ -137,6 +140,55 @@ TEST(RegistersWithoutTheSwitch, AreUnknownParameters) {
                             "4 orlo.wrapper.Quillon trying to set unknown SDK parameter '1000005' on process 0!"));
     EXPECT_EQ(value, 5U);
     EXPECT_THAT(built.board.accesses(), IsEmpty());
+}
+
+/// A design without registers, opened with the access to registers on.
+class NoRegisters : public TemporaryFolder {
+protected:
+    NoRegisters() {
+        auto description = test::designDescription();
+        description["registers"] = nlohmann::ordered_json::array();
+        test::packDesignFile(description, folder / "Quillon.tav");
+    }
+    void open() {
+        const test::WorkingDirectory here(folder);
+        const test::Variable force("__ORLO_FORCE_EXTERNAL_TAV", "");
+        const test::Variable enable("ORLO_ENABLE_DRA", "on");
+        built.emplace(1);
+        built->board.clearTranscript();
+    }
+
+    std::optional<BuiltApplet> built;
+};
+
+TEST_F(NoRegisters, AddNoNames) {
+    open();
+    EXPECT_EQ(built->applet.parameterCount(), 163);
+    EXPECT_EQ(built->applet.parameterNameAt(162), "FG_CUSTOM_SIGNAL_EVENT_1_POLARITY");
+    EXPECT_EQ(built->applet.parameterNameAt(163), std::nullopt);
+    EXPECT_EQ(built->applet.parameterIdAt(163), -2070);
+}
+
+TEST_F(NoRegisters, LetTheSdksNamesStandRightBehindThePublicOnes) {
+    const test::Variable parameters("ORLO_ENABLE_DIXA", "on");
+    open();
+    EXPECT_EQ(built->applet.parameterNameAt(163), "DIXA_Device1_Process0_AppletProperties_AppletUid");
+}
+
+TEST_F(NoRegisters, LeaveTheirGroupInTheCatalogueEmpty) {
+    open();
+    const auto groups = built->applet.parameterInfo();
+    ASSERT_FALSE(groups.empty());
+    EXPECT_EQ(groups.front().label, "Direct Register Access");
+    EXPECT_THAT(groups.front().children, IsEmpty());
+}
+
+TEST_F(NoRegisters, AreStillBoardAccesssToRefuse) {
+    open();
+    std::uint32_t value = 5;
+    EXPECT_EQ(built->applet.get(1000001, &value, 0, ValueType::Unsigned), -9002);
+    EXPECT_EQ(built->applet.set(1000001, &value, 0, ValueType::Unsigned), -9002);
+    EXPECT_EQ(value, 5U);
 }
 
 }  // namespace
