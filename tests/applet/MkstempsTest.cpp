@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/sysinfo.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -21,6 +23,35 @@ protected:
     int mkstemps(std::string& pattern, int suffixLength) {
         return library.functions().mkstemps(pattern.data(), suffixLength);
     }
+
+    /// Creates a file of six letters in the folder and answers the number that they stand for.
+    std::uint64_t createNumbered() {
+        std::string name = path("XXXXXX");
+        const int descriptor = mkstemps(name, 0);
+        EXPECT_GE(descriptor, 0);
+        close(descriptor);
+        std::uint64_t number = 0;
+        for (std::size_t i = 0; i < 6; ++i) {
+            number = number * 62 + Alphabet.find(name[name.size() - 1 - i]);
+        }
+        return number;
+    }
+    /// Six letters for `number`, the lowest digit first.
+    static std::string letters(std::uint64_t number) {
+        std::string text;
+        for (int i = 0; i < 6; ++i) {
+            text += Alphabet[number % 62];
+            number /= 62;
+        }
+        return text;
+    }
+    static std::uint64_t uptime() {
+        struct sysinfo system {};
+        EXPECT_EQ(sysinfo(&system), 0);
+        return static_cast<std::uint64_t>(system.uptime);
+    }
+
+    static inline const std::string Alphabet = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
 
     Library library = Library::open(testing::builtLibrary(), testing::builtStandIns());
 };
@@ -97,6 +128,40 @@ TEST_F(Mkstemps, GivesEveryCallAFileOfItsOwn) {
         names.insert(name);
     }
     EXPECT_EQ(names.size(), 50U);
+}
+
+TEST_F(Mkstemps, CountsTheSystemsUptimeOnFromCallToCall) {
+    const std::uint64_t first = createNumbered();
+    const std::uint64_t before = uptime();
+    const std::uint64_t second = createNumbered();
+    const std::uint64_t after = uptime();
+    EXPECT_GE(second - first, before);
+    EXPECT_LE(second - first, after);
+}
+
+TEST_F(Mkstemps, GoesOn7777BehindANameThatIsTaken) {
+    const std::uint64_t first = createNumbered();
+    const std::uint64_t before = uptime();
+    // The next number is the uptime further, and the clock runs on meanwhile.
+    for (std::uint64_t seconds = 0; seconds <= 60; ++seconds) {
+        write(letters(first + before + seconds), "");
+    }
+    const std::uint64_t second = createNumbered();
+    const std::uint64_t after = uptime();
+    ASSERT_LE(after, before + 60);
+    EXPECT_GE(second - first, before + 7777);
+    EXPECT_LE(second - first, after + 7777);
+}
+
+TEST_F(Mkstemps, MayGiveTheFirstDescriptor) {
+    const int input = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    std::string name = path("a-XXXXXX");
+    const int descriptor = mkstemps(name, 0);
+    dup2(input, STDIN_FILENO);
+    close(input);
+    EXPECT_EQ(descriptor, STDIN_FILENO);
+    EXPECT_TRUE(std::filesystem::exists(name));
 }
 
 TEST_F(Mkstemps, ClearsTheTemplateWhenNoTrySucceeds) {
