@@ -1,6 +1,7 @@
 #include "wrapper/TemporaryFile.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <string>
@@ -27,6 +28,17 @@ TEST(TempFile, HasANameOfItsOwn) {
     EXPECT_STRNE(first, second);
     deleteTempFile(first);
     deleteTempFile(second);
+}
+
+TEST(TempFile, MayHaveTheFirstDescriptor) {
+    const int input = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    char* const path = createTempFile();
+    dup2(input, STDIN_FILENO);
+    close(input);
+    ASSERT_NE(path, nullptr);
+    EXPECT_TRUE(std::filesystem::exists(path));
+    deleteTempFile(path);
 }
 
 }  // namespace
