@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "client/ParameterRecord.h"
 #include "client/testing/BuiltApplet.h"
 #include "tests/support/CapturedLog.h"
 #include "tests/support/Surroundings.h"
@@ -311,6 +312,43 @@ TEST(SdkNames, HaveAPositionButNoId) {
     EXPECT_EQ(built.applet.parameterId(name), -2070);
     EXPECT_EQ(built.applet.parameterIdAt(163), -2070);
     EXPECT_EQ(built.applet.lastError(), -2070);
+}
+
+int countParameters(const std::vector<ParameterRecord>& records) {
+    int count = 0;
+    for (const ParameterRecord& record : records) {
+        count += record.isGroup() ? countParameters(record.children) : 1;
+    }
+    return count;
+}
+
+TEST(SdkNames, HaveRecordsInTheFirstGroupOfTheCatalogue) {
+    const Variable registers("ORLO_ENABLE_DRA", "on");
+    const Variable parameters("ORLO_ENABLE_DIXA", "on");
+    const BuiltApplet built(1);
+    const std::vector<ParameterRecord> groups = built.applet.parameterInfo();
+    ASSERT_GE(groups.size(), 3U);
+    EXPECT_EQ(groups[0].label, "Direct IX Access");
+    EXPECT_EQ(groups[1].label, "Direct Register Access");
+    EXPECT_EQ(groups[2].label, "Miscellaneous");
+    EXPECT_EQ(countParameters(groups[0].children), 184);
+    EXPECT_EQ(countParameters(groups[1].children), 20);
+    const ParameterRecord* record = findRecord(groups, 2000601);
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->symbol, "DIXA_FG_APC_STOP_TIMEOUT");
+    EXPECT_EQ(record->unit, "ms");
+}
+
+TEST(SdkNames, HaveNoGroupWhereThereAreNone) {
+    const Variable enable("ORLO_ENABLE_DIXA", "1");
+    const Library library = Library::open(testing::builtLibrary(), testing::builtStandIns());
+    SoftBoard board(testing::builtStandIns());
+    board.planFault("Fg_getParameterIdByName", Direction::Call, 0, 0);
+    const Applet applet(library, board, 1);
+    const std::vector<ParameterRecord> groups = applet.parameterInfo();
+    ASSERT_FALSE(groups.empty());
+    EXPECT_EQ(groups.front().label, "Miscellaneous");
+    EXPECT_EQ(countParameters(groups), 156);
 }
 
 TEST(SdkNames, ANameWithTheIdZeroIsLeftOut) {
