@@ -163,6 +163,13 @@ TEST_F(SensorGeometry, AWidthLeavesRoomForTheOffset) {
     EXPECT_EQ(set(FG_WIDTH, 16380), 0);
 }
 
+TEST_F(SensorGeometry, AWidthIsTestedForTheRoomTheOffsetLeavesBeforeItsAlignment) {
+    set(FG_XOFFSET, 100);
+    EXPECT_EQ(set(FG_WIDTH, 16285), -6000);
+    EXPECT_EQ(set(FG_WIDTH, 16283), -7080);
+    EXPECT_EQ(set(FG_WIDTH, 16284), 0);
+}
+
 TEST_F(SensorGeometry, AnOffsetLeavesRoomForTheWidth) {
     EXPECT_EQ(set(FG_XOFFSET, 15360), 0);
     EXPECT_EQ(set(FG_XOFFSET, 15364), -6000);
