@@ -382,6 +382,18 @@ TEST_F(LutFileRead, MissingKeyIsAFailureAndStoresZero) {
     EXPECT_EQ(id, 0);
 }
 
+TEST_F(LutFileRead, StepsStoreNoMoreEntriesThanTheCount) {
+    ASSERT_TRUE(parser.setOpenFile(write("a.lut", "[red]\n0,10;\n1,11;\n2,12;\n").c_str(), true));
+    std::uint32_t values[] = {7, 7, 7};
+    double points[] = {7.5, 7.5, 7.5};
+    EXPECT_EQ(parser.parseIntInt(values, 2, ",", "[red]"), 0);
+    EXPECT_EQ(parser.parseIntDouble(points, 2, ",", "[red]"), 0);
+    EXPECT_THAT(values, ElementsAre(10, 11, 7));
+    EXPECT_THAT(points, ElementsAre(10.0, 11.0, 7.5));
+    EXPECT_EQ(parser.parseIntInt(values, 0, ",", "[red]"), 0);
+    EXPECT_THAT(values, ElementsAre(10, 11, 7));
+}
+
 TEST_F(LutFileRead, StepsWithoutAFileFindNothing) {
     int id = 77;
     std::uint32_t values[] = {7};
