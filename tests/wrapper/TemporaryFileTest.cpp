@@ -30,6 +30,18 @@ TEST(TempFile, HasANameOfItsOwn) {
     deleteTempFile(second);
 }
 
+TEST(TempFile, HoldsNoDescriptor) {
+    const int before = dup(STDERR_FILENO);
+    ASSERT_GE(before, 0);
+    close(before);
+    char* const path = createTempFile();
+    ASSERT_NE(path, nullptr);
+    const int after = dup(STDERR_FILENO);
+    close(after);
+    deleteTempFile(path);
+    EXPECT_EQ(after, before);
+}
+
 TEST(TempFile, MayHaveTheFirstDescriptor) {
     const int input = dup(STDIN_FILENO);
     close(STDIN_FILENO);

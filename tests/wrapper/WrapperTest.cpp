@@ -101,6 +101,18 @@ TEST_F(Wrapper, FindsTheDesignsEventsByNameAndMask) {
     EXPECT_EQ(wrapper->Fg_getEventName(std::uint64_t{1} << 31), nullptr);
 }
 
+TEST_F(Wrapper, FindsNoEventBehindTheLastBitOfAMask) {
+    auto description = test::designDescription();
+    for (int i = 31; i < 66; ++i) {
+        description["events"].push_back({{"name", "Extra_" + std::to_string(i)}, {"kind", 1}});
+    }
+    link(SDK, 0, loadDesign(description));
+    EXPECT_EQ(wrapper->Fg_getEventMask("Extra_63"), std::uint64_t{1} << 63);
+    EXPECT_STREQ(wrapper->Fg_getEventName(std::uint64_t{1} << 63), "Extra_63");
+    EXPECT_EQ(wrapper->Fg_getEventMask("Extra_64"), 0U);
+    EXPECT_EQ(wrapper->Fg_getEventMask("Extra_65"), 0U);
+}
+
 TEST_F(Wrapper, ADocumentWithoutRecordsIsRefused) {
     unsigned long size = 5;
     EXPECT_EQ(wrapper->Fg_getParameterInfoXML(nullptr, 0, nullptr, &size), -2075);
