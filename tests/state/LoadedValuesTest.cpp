@@ -4,6 +4,7 @@ namespace quillon::state {
 namespace {
 
 using ::testing::Contains;
+using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
@@ -79,6 +80,16 @@ TEST_F(LoadedValues, AGeometryOfZeroIsSurvived) {
             EXPECT_EQ(readAsText(built.applet, "FG_HEIGHT"), "0");
         }
     }
+}
+
+TEST_F(LoadedValues, ABadFormatKeepsAlignmentAndShiftFromTheDesign) {
+    EXPECT_EQ(load(withValue(start, "FG_FORMAT", "3")), 0);
+    EXPECT_EQ(readAsText(built.applet, "FG_FORMAT"), "3");
+    EXPECT_THAT(built.board.writes(), Not(Contains(StartsWith("Device1_Process0_OutputFormat_"))));
+    built.board.clearTranscript();
+    EXPECT_EQ(built.applet.setUnsigned(4010, 0), -6000);
+    EXPECT_EQ(built.applet.readUnsigned(4010), 1U);
+    EXPECT_THAT(built.board.writes(), IsEmpty());
 }
 
 TEST_F(LoadedValues, AnUnknownSpeedOfTheSimulatorStaysAndItsRatesCanNotBeSaved) {
