@@ -264,6 +264,14 @@ TEST_F(ConfigFileUpdate, AWriteBehindNoLookUpOverwritesTheStart) {
               "LONGE=9;\nA=1;\nB=2;\nC=3;\nD=4;\n");
 }
 
+TEST_F(ConfigFileUpdate, ANewFileIsWrittenFromItsStartWhateverWasLookedUpBefore) {
+    Fg_ConfigFileParser parser(nullptr, write("a.mcf", file).c_str(), false);
+    ASSERT_EQ(parser.parseIntKeySection(0, "A", &value), 0);
+    ASSERT_TRUE(parser.setSaveFile(path("b.mcf").c_str()));
+    parser.writeConfigFileIntKey("X", 9);
+    EXPECT_EQ(bytesOf("b.mcf"), "X=9;\n");
+}
+
 TEST_F(ConfigFileUpdate, AWriteBehindALookUpInALongFileGoesWhereItEnded) {
     std::string bytes = "[Port A]\n";
     for (int i = 0; i < 3000; ++i) {
