@@ -9,12 +9,15 @@ namespace quillon {
 
 namespace {
 
+/// The two lists of sources: what may feed the camera trigger, a GPO or a front GPO; and an analyzer or a custom event.
+enum SourceList : std::uint8_t { SignalSourceOutput, SignalSourceFull };
+
 /// Where a source may be used, and the number under which the design selects it.
 struct SourceRow {
     std::uint32_t source;
-    std::int32_t select;        ///< NoSelect if the design has none
-    bool inSignalSourceOutput;  ///< on offer for camera trigger, GPOs and front GPOs
-    bool inSignalSourceFull;    ///< on offer for analyzers and custom events
+    std::int32_t select;  ///< NoSelect if the design has none
+    bool inOutput;        ///< in SignalSourceOutput
+    bool inFull;          ///< in SignalSourceFull
 };
 constexpr std::int32_t NoSelect = -1;
 
@@ -49,40 +52,40 @@ constexpr std::array<SourceRow, 24> Sources = {{
 /// The two design parameters of a route.
 struct RouteRow {
     Ix select, invert;
-    bool isOutput;
+    SourceList sources;
 };
 
 constexpr std::array<RouteRow, RouteCount> Routes = {{
     {Ix::Trigger_OutputMapping_CamTrigger0_SelectTrigger_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_CamTrigger0_SelectTrigger_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_CamTrigger0_SelectTrigger_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectGPO_Select0_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectGPO_Select0_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectGPO_Select0_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectGPO_Select1_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectGPO_Select1_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectGPO_Select1_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectGPO_Select2_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectGPO_Select2_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectGPO_Select2_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectGPO_Select3_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectGPO_Select3_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectGPO_Select3_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectGPO_Select4_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectGPO_Select4_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectGPO_Select4_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectGPO_Select5_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectGPO_Select5_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectGPO_Select5_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectGPO_Select6_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectGPO_Select6_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectGPO_Select6_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectGPO_Select7_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectGPO_Select7_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectGPO_Select7_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectFrontGPO_Select0_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectFrontGPO_Select0_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectFrontGPO_Select0_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_OutputMapping_SelectFrontGPO_Select1_SelectSignal_Select,
-     Ix::Trigger_OutputMapping_SelectFrontGPO_Select1_Polarity_Invert, true},
+     Ix::Trigger_OutputMapping_SelectFrontGPO_Select1_Polarity_Invert, SignalSourceOutput},
     {Ix::Trigger_Analyzer_Analyzer0_Select_SelectSignal_Select, Ix::Trigger_Analyzer_Analyzer0_Select_Polarity_Invert,
-     false},
+     SignalSourceFull},
     {Ix::Trigger_Analyzer_Analyzer1_Select_SelectSignal_Select, Ix::Trigger_Analyzer_Analyzer1_Select_Polarity_Invert,
-     false},
+     SignalSourceFull},
     {Ix::Trigger_Events_SelectCustomSignalEvent0_SelectSignal_Select,
-     Ix::Trigger_Events_SelectCustomSignalEvent0_Polarity_Invert, false},
+     Ix::Trigger_Events_SelectCustomSignalEvent0_Polarity_Invert, SignalSourceFull},
     {Ix::Trigger_Events_SelectCustomSignalEvent1_SelectSignal_Select,
-     Ix::Trigger_Events_SelectCustomSignalEvent1_Polarity_Invert, false},
+     Ix::Trigger_Events_SelectCustomSignalEvent1_Polarity_Invert, SignalSourceFull},
 }};
 
 const RouteRow& rowOf(Route route) {
@@ -91,7 +94,7 @@ const RouteRow& rowOf(Route route) {
 
 bool isOffered(Route route, std::uint32_t source) {
     return std::any_of(Sources.begin(), Sources.end(), [&](const SourceRow& row) {
-        return row.source == source && (rowOf(route).isOutput ? row.inSignalSourceOutput : row.inSignalSourceFull);
+        return row.source == source && (rowOf(route).sources == SignalSourceOutput ? row.inOutput : row.inFull);
     });
 }
 
