@@ -256,7 +256,7 @@ void LookupTable::getLutValue(Channel channel, const FieldParameterAccess* recor
     require(record != nullptr && liesInTable(*record), InvalidParameter);
     require(record->count == 0 || record->value != nullptr, InvalidParameter);
     const std::size_t width = valueSize(record->vtype);
-    if (width == 0) {
+    if (width == 0 || record->count == 0) {
         return;
     }
     // The bounds count entries, and a wide value takes two: it is read on into the next colours' tables. Behind the
