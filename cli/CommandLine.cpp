@@ -1,11 +1,16 @@
 #include "cli/CommandLine.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <type_traits>
+#include <utility>
 
 #include "cli/Arguments.h"
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
+
+// The one file that knows the library which reads command lines: its header takes longer to compile than any of ours.
 
 namespace quillon::cli {
 
@@ -89,7 +94,74 @@ int perform(const Options& options, const Action& action, Console& console) {
     }
 }
 
+Description describeApp(const CLI::App& app) {
+    Description told{app.get_name(), app.get_description(), app.get_footer(), {}, {}};
+    for (const CLI::Option* option : app.get_options()) {
+        const bool hasWord =
+            !option->get_positional() && !option->get_type_name().empty() && option->get_expected_max() > 0;
+        told.options.push_back({option->get_name(false, true), option->get_lnames(),
+                                hasWord ? option->get_type_name() : "", option->get_description()});
+    }
+    for (const CLI::App* verb : app.get_subcommands(nullptr)) {
+        told.verbs.push_back(describeApp(*verb));
+    }
+    return told;
+}
+
 }  // namespace
+
+Argument& Argument::required() {
+    option_.required();
+    return *this;
+}
+
+Argument& Argument::shownAs(const char* word) {
+    option_.type_name(word);
+    return *this;
+}
+
+Argument& Argument::words(int count) {
+    option_.expected(count);
+    return *this;
+}
+
+Argument& Argument::oneWordEach() {
+    option_.allow_extra_args(false);
+    return *this;
+}
+
+Argument& Argument::within(double least, double most) {
+    option_.check(CLI::Range(least, most));
+    return *this;
+}
+
+Argument& Argument::oneOf(const std::vector<std::string>& words) {
+    option_.check(CLI::IsMember(words));
+    return *this;
+}
+
+Argument Verb::add(const char* name, Place place, const char* help) {
+    return std::visit(
+        [&](auto* target) -> Argument {
+            if constexpr (std::is_same_v<decltype(target), bool*>) {
+                return Argument(*app_.add_flag(name, *target, help));
+            } else {
+                return Argument(*app_.add_option(name, *target, help));
+            }
+        },
+        place);
+}
+
+Verb Verbs::add(const std::string& name, const std::string& summary, const std::string& examplesOfVerb, Action action) {
+    CLI::App* verb = commands_.add_subcommand(name, summary);
+    verb->footer("Examples:\n" + examplesOfVerb);
+    verb->callback([&chosen = chosen_, action = std::move(action)] { chosen = action; });
+    return Verb(*verb);
+}
+
+Description Verbs::describe() const {
+    return describeApp(commands_);
+}
 
 int runCommand(std::vector<std::string> words, std::ostream& out, std::ostream& err) {
     CLI::App app(description, "quillon");

@@ -10,6 +10,8 @@
 #include "cli/Suggestions.h"
 #include "client/Text.h"
 
+template class nlohmann::basic_json<nlohmann::ordered_map>;
+
 namespace quillon::cli {
 
 using client::ParameterKind;

@@ -10,6 +10,9 @@
 #include "cli/Parameters.h"
 #include "client/Applet.h"
 
+// Compiled once, in Values.cpp.
+extern template class nlohmann::basic_json<nlohmann::ordered_map>;
+
 namespace quillon::cli {
 
 using Json = nlohmann::ordered_json;

@@ -268,12 +268,12 @@ ExitStatus check(Session& session, Console& console, const std::filesystem::path
 
 void addCheckVerb(Verbs& verbs) {
     auto file = std::make_shared<std::filesystem::path>();
-    CLI::App& verb = verbs.add(
-        "check", "Tell before a load what a configuration holds that a load would refuse or keep silent about",
-        "  quillon check conveyor.mcf\n"
-        "  quillon check conveyor.mcf --json",
-        [file](Session& session, Console& console) { return check(session, console, *file); });
-    verb.add_option("FILE", *file, "File to check (.mcf)")->required();
+    Verb verb = verbs.add("check",
+                          "Tell before a load what a configuration holds that a load would refuse or keep silent about",
+                          "  quillon check conveyor.mcf\n"
+                          "  quillon check conveyor.mcf --json",
+                          [file](Session& session, Console& console) { return check(session, console, *file); });
+    verb.add("FILE", file.get(), "File to check (.mcf)").required();
 }
 
 }  // namespace quillon::cli

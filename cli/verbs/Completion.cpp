@@ -15,18 +15,18 @@ private:
     std::string text_;
 };
 
-std::string verbNames(const CLI::App& command) {
+std::string verbNames(const Description& command) {
     WordList names;
-    for (const CLI::App* verb : command.get_subcommands(nullptr)) {
-        names.add(verb->get_name());
+    for (const Description& verb : command.verbs) {
+        names.add(verb.name);
     }
     return names.text();
 }
 
-std::string optionNames(const CLI::App& app) {
+std::string optionNames(const Description& verb) {
     WordList names;
-    for (const CLI::Option* option : app.get_options()) {
-        for (const std::string& name : option->get_lnames()) {
+    for (const Description::Option& option : verb.options) {
+        for (const std::string& name : option.longNames) {
             names.add(std::string("--").append(name));
         }
     }
@@ -42,7 +42,7 @@ std::string publicNames() {
 }
 
 /// Verbs first, then options and, where a parameter is wanted, the parameters' names; files everywhere else.
-void writeScript(std::ostream& out, const CLI::App& command) {
+void writeScript(std::ostream& out, const Description& command) {
     out << "_quillon() {\n"
            "    local current=${COMP_WORDS[COMP_CWORD]} verb= word options parameters=\n"
            "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD-1}\"; do\n"
@@ -54,8 +54,8 @@ void writeScript(std::ostream& out, const CLI::App& command) {
            "    case $verb in\n"
            "        '') COMPREPLY=($(compgen -W \""
         << verbNames(command) << " $options\" -- \"$current\")); return ;;\n";
-    for (const CLI::App* verb : command.get_subcommands(nullptr)) {
-        out << "        " << verb->get_name() << ") options=\"$options " << optionNames(*verb) << "\" ;;\n";
+    for (const Description& verb : command.verbs) {
+        out << "        " << verb.name << ") options=\"$options " << optionNames(verb) << "\" ;;\n";
     }
     out << "    esac\n"
            "    case $verb in get|set|describe) parameters=\""
@@ -69,7 +69,7 @@ void writeScript(std::ostream& out, const CLI::App& command) {
            "complete -o nospace -F _quillon quillon\n";
 }
 
-ExitStatus completion(const CLI::App& command, Console& console, const std::string& shell) {
+ExitStatus completion(const Description& command, Console& console, const std::string& shell) {
     // The Z shell runs the same function through its own reader of such scripts.
     console.out << (shell == "zsh" ? "#compdef quillon\nautoload -U +X bashcompinit && bashcompinit\n" : "");
     writeScript(console.out, command);
@@ -79,14 +79,13 @@ ExitStatus completion(const CLI::App& command, Console& console, const std::stri
 }  // namespace
 
 void addCompletionVerb(Verbs& verbs) {
-    const CLI::App& command = verbs.commands();
     auto shell = std::make_shared<std::string>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("completion", "Print the completion script for a shell",
                   "  source <(quillon completion bash)\n"
                   "  quillon completion zsh > ~/.zfunc/_quillon",
-                  [&command, shell](Session&, Console& console) { return completion(command, console, *shell); });
-    verb.add_option("SHELL", *shell, "bash or zsh")->required()->check(CLI::IsMember({"bash", "zsh"}));
+                  [verbs, shell](Session&, Console& console) { return completion(verbs.describe(), console, *shell); });
+    verb.add("SHELL", shell.get(), "bash or zsh").required().oneOf({"bash", "zsh"});
 }
 
 }  // namespace quillon::cli

@@ -185,13 +185,13 @@ ExitStatus demonstrate(Session& session, Console& console, const std::filesystem
 
 void addDemoVerb(Verbs& verbs) {
     auto example = std::make_shared<std::filesystem::path>("examples/free_running_4k.mcf");
-    CLI::App& verb =
+    Verb verb =
         verbs.add("demo", "Show what the applet does, in a few minutes' reading",
                   "  quillon demo\n"
                   "  quillon demo --example conveyor.mcf        with a configuration of one's own",
                   [example](Session& session, Console& console) { return demonstrate(session, console, *example); });
-    verb.add_option("--example", *example, "Configuration to show; by default examples/free_running_4k.mcf")
-        ->type_name("FILE");
+    verb.add("--example", example.get(), "Configuration to show; by default examples/free_running_4k.mcf")
+        .shownAs("FILE");
 }
 
 }  // namespace quillon::cli

@@ -150,12 +150,12 @@ ExitStatus describeAll(Session& session, Console& console, const std::vector<std
 
 void addDescribeVerb(Verbs& verbs) {
     auto names = std::make_shared<std::vector<std::string>>();
-    CLI::App& verb = verbs.add(
+    Verb verb = verbs.add(
         "describe", "Tell everything about parameters: meaning, range and why, values, design parameters reached",
         "  quillon describe FG_XOFFSET\n"
         "  quillon describe FG_LINETRIGGERMODE --json",
         [names](Session& session, Console& console) { return describeAll(session, console, *names); });
-    verb.add_option("NAME", *names, "Names or ids of parameters")->required();
+    verb.add("NAME", names.get(), "Names or ids of parameters").required();
 }
 
 }  // namespace quillon::cli

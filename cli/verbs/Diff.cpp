@@ -79,14 +79,14 @@ ExitStatus diff(Session& session, Console& console, const DiffArguments& argumen
 
 void addDiffVerb(Verbs& verbs) {
     auto arguments = std::make_shared<DiffArguments>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("diff", "Compare two configurations, or one with the live state, parameter by parameter",
                   "  quillon diff before.mcf after.mcf\n"
                   "  quillon diff conveyor.mcf                     with the start-up state\n"
                   "  quillon diff conveyor.mcf --mcf other.mcf     with what the applet makes of another file",
                   [arguments](Session& session, Console& console) { return diff(session, console, *arguments); });
-    verb.add_option("FIRST", arguments->first, "File (.mcf)")->required();
-    verb.add_option("SECOND", arguments->second, "File (.mcf); the live state if there is none");
+    verb.add("FIRST", &arguments->first, "File (.mcf)").required();
+    verb.add("SECOND", &arguments->second, "File (.mcf); the live state if there is none");
 }
 
 }  // namespace quillon::cli

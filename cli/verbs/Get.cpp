@@ -66,15 +66,15 @@ ExitStatus get(Session& session, Console& console, const GetArguments& arguments
 
 void addGetVerb(Verbs& verbs) {
     auto arguments = std::make_shared<GetArguments>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("get", "Read parameters",
                   "  quillon get FG_WIDTH FG_HEIGHT             by name\n"
                   "  quillon get 100 0x64                       by id, decimal or hexadecimal\n"
                   "  quillon get FG_LUT_VALUE_RED[0..7]         entries of a lookup table\n"
                   "  quillon get FG_FILLLEVEL --trace           with the design accesses behind it",
                   [arguments](Session& session, Console& console) { return get(session, console, *arguments); });
-    verb.add_option("NAME", arguments->names, "Names or ids of parameters")->required();
-    verb.add_flag("--trace", arguments->trace, "Print each access to the design, in order");
+    verb.add("NAME", &arguments->names, "Names or ids of parameters").required();
+    verb.add("--trace", &arguments->trace, "Print each access to the design, in order");
 }
 
 }  // namespace quillon::cli

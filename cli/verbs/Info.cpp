@@ -111,12 +111,12 @@ ExitStatus info(Session& session, Console& console, const std::vector<std::strin
 
 void addInfoVerb(Verbs& verbs) {
     auto constants = std::make_shared<std::vector<std::string>>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("info", "Tell what the applet is, without opening it",
                   "  quillon info                   name, version, description, carried design\n"
                   "  quillon info FG_COL24 RGB12    the values of public constants",
                   [constants](Session& session, Console& console) { return info(session, console, *constants); });
-    verb.add_option("CONSTANT", *constants, "Public constants to look up");
+    verb.add("CONSTANT", constants.get(), "Public constants to look up");
 }
 
 }  // namespace quillon::cli

@@ -144,12 +144,12 @@ ExitStatus io(Session& session, Console& console, const std::string& levels) {
 
 void addIoVerb(Verbs& verbs) {
     auto levels = std::make_shared<std::string>();
-    CLI::App& verb = verbs.add("io", "Draw the digital inputs and which signal feeds which output",
-                               "  quillon io\n"
-                               "  quillon io --inputs 0x005                      with inputs 0 and 2 at high level\n"
-                               "  quillon io --mcf conveyor.mcf                  the routes of a configuration",
-                               [levels](Session& session, Console& console) { return io(session, console, *levels); });
-    verb.add_option("--inputs", *levels, "Levels to put on the board's inputs, a bit each")->type_name("BITS");
+    Verb verb = verbs.add("io", "Draw the digital inputs and which signal feeds which output",
+                          "  quillon io\n"
+                          "  quillon io --inputs 0x005                      with inputs 0 and 2 at high level\n"
+                          "  quillon io --mcf conveyor.mcf                  the routes of a configuration",
+                          [levels](Session& session, Console& console) { return io(session, console, *levels); });
+    verb.add("--inputs", levels.get(), "Levels to put on the board's inputs, a bit each").shownAs("BITS");
 }
 
 }  // namespace quillon::cli

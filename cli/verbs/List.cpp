@@ -111,12 +111,12 @@ ExitStatus list(Session& session, Console& console, const std::string& group) {
 
 void addListVerb(Verbs& verbs) {
     auto group = std::make_shared<std::string>();
-    CLI::App& verb = verbs.add("list", "Show the tree of parameters with value, access and range",
-                               "  quillon list                          all groups\n"
-                               "  quillon list --group ROI              one group\n"
-                               "  quillon list --json                   for another program",
-                               [group](Session& session, Console& console) { return list(session, console, *group); });
-    verb.add_option("--group", *group, "Only the group with this label")->type_name("LABEL");
+    Verb verb = verbs.add("list", "Show the tree of parameters with value, access and range",
+                          "  quillon list                          all groups\n"
+                          "  quillon list --group ROI              one group\n"
+                          "  quillon list --json                   for another program",
+                          [group](Session& session, Console& console) { return list(session, console, *group); });
+    verb.add("--group", group.get(), "Only the group with this label").shownAs("LABEL");
 }
 
 }  // namespace quillon::cli

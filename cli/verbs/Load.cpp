@@ -82,14 +82,14 @@ ExitStatus load(Session& session, Console& console, const LoadArguments& argumen
 
 void addLoadVerb(Verbs& verbs) {
     auto arguments = std::make_shared<LoadArguments>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("load", "Load a configuration and tell what it changes",
                   "  quillon load conveyor.mcf\n"
                   "  quillon load conveyor.mcf --trace               with every access to the design\n"
                   "  quillon load conveyor.mcf --save merged.mcf     and save what came of it",
                   [arguments](Session& session, Console& console) { return load(session, console, *arguments); });
-    verb.add_option("FILE", arguments->file, "File to load (.mcf)")->required();
-    verb.add_flag("--trace", arguments->trace, "Print each access to the design, in order");
+    verb.add("FILE", &arguments->file, "File to load (.mcf)").required();
+    verb.add("--trace", &arguments->trace, "Print each access to the design, in order");
 }
 
 }  // namespace quillon::cli

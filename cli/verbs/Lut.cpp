@@ -172,21 +172,20 @@ ExitStatus compare(Session& session, Console& console, const LutArguments& argum
 
 void addLutVerb(Verbs& verbs) {
     auto arguments = std::make_shared<LutArguments>();
-    CLI::App& verb =
-        verbs.add("lut", "Draw the lookup table; load, save and compare lookup table files",
-                  "  quillon lut                                    the start-up curve in the terminal\n"
-                  "  quillon lut -o curve.png --mcf dark.mcf        the curve of a configuration as a picture\n"
-                  "  quillon lut --load warm.lut                    a file's curves\n"
-                  "  quillon lut --save linear.lut                  the tables as a file\n"
-                  "  quillon lut --compare warm.lut cold.lut        where two files differ",
-                  [arguments](Session& session, Console& console) {
-                      return arguments->compare.empty() ? show(session, console, *arguments)
-                                                        : compare(session, console, *arguments);
-                  });
-    verb.add_option("--load", arguments->load, "Load this file (.lut) first")->type_name("FILE");
-    verb.add_option("--save", arguments->save, "Save the tables to this file (.lut)")->type_name("FILE");
-    verb.add_option("-o,--output", arguments->picture, "Draw a picture (.png)")->type_name("FILE");
-    verb.add_option("--compare", arguments->compare, "Compare two files (.lut)")->type_name("FILE")->expected(2);
+    Verb verb = verbs.add("lut", "Draw the lookup table; load, save and compare lookup table files",
+                          "  quillon lut                                    the start-up curve in the terminal\n"
+                          "  quillon lut -o curve.png --mcf dark.mcf        the curve of a configuration as a picture\n"
+                          "  quillon lut --load warm.lut                    a file's curves\n"
+                          "  quillon lut --save linear.lut                  the tables as a file\n"
+                          "  quillon lut --compare warm.lut cold.lut        where two files differ",
+                          [arguments](Session& session, Console& console) {
+                              return arguments->compare.empty() ? show(session, console, *arguments)
+                                                                : compare(session, console, *arguments);
+                          });
+    verb.add("--load", &arguments->load, "Load this file (.lut) first").shownAs("FILE");
+    verb.add("--save", &arguments->save, "Save the tables to this file (.lut)").shownAs("FILE");
+    verb.add("-o,--output", &arguments->picture, "Draw a picture (.png)").shownAs("FILE");
+    verb.add("--compare", &arguments->compare, "Compare two files (.lut)").shownAs("FILE").words(2);
 }
 
 }  // namespace quillon::cli

@@ -22,13 +22,10 @@ std::string escaped(const std::string& text) {
     return result;
 }
 
-void writeOptions(std::ostream& out, const CLI::App& app) {
-    for (const CLI::Option* option : app.get_options()) {
-        const bool named =
-            !option->get_positional() && !option->get_type_name().empty() && option->get_expected_max() > 0;
-        const std::string type = named ? " " + option->get_type_name() : "";
-        out << ".TP\n.B " << escaped(option->get_name(false, true) + type) << '\n'
-            << escaped(option->get_description()) << '\n';
+void writeOptions(std::ostream& out, const Description& verb) {
+    for (const Description::Option& option : verb.options) {
+        out << ".TP\n.B " << escaped(option.name + (option.value.empty() ? "" : " " + option.value)) << '\n'
+            << escaped(option.text) << '\n';
     }
 }
 
@@ -36,30 +33,29 @@ void writeExamples(std::ostream& out, const std::string& footer) {
     out << ".PP\n.nf\n" << escaped(footer) << "\n.fi\n";
 }
 
-ExitStatus manual(const CLI::App& command, Console& console) {
+ExitStatus manual(const Description& command, Console& console) {
     std::ostream& out = console.out;
     out << ".TH QUILLON 1\n.SH NAME\nquillon \\- talk to the frame grabber applet\n"
         << ".SH SYNOPSIS\n.B quillon\n[OPTIONS] VERB [ARGUMENTS]\n"
         << ".SH DESCRIPTION\n"
-        << escaped(command.get_description()) << "\n.SH OPTIONS\n";
+        << escaped(command.text) << "\n.SH OPTIONS\n";
     writeOptions(out, command);
     out << ".SH VERBS\n";
-    for (const CLI::App* verb : command.get_subcommands(nullptr)) {
-        out << ".SS " << escaped(verb->get_name()) << '\n' << escaped(verb->get_description()) << '\n';
-        writeOptions(out, *verb);
-        writeExamples(out, verb->get_footer());
+    for (const Description& verb : command.verbs) {
+        out << ".SS " << escaped(verb.name) << '\n' << escaped(verb.text) << '\n';
+        writeOptions(out, verb);
+        writeExamples(out, verb.footer);
     }
     out << ".SH EXAMPLES AND EXIT STATUS\n";
-    writeExamples(out, command.get_footer());
+    writeExamples(out, command.footer);
     return Done;
 }
 
 }  // namespace
 
 void addManualVerb(Verbs& verbs) {
-    const CLI::App& command = verbs.commands();
     verbs.add("manual", "Print this command's manual page", "  quillon manual | man -l -",
-              [&command](Session&, Console& console) { return manual(command, console); });
+              [verbs](Session&, Console& console) { return manual(verbs.describe(), console); });
 }
 
 }  // namespace quillon::cli

@@ -100,14 +100,13 @@ ExitStatus showRegisters(Session& session, Console& console, const std::vector<s
 
 void addRegistersVerb(Verbs& verbs) {
     auto words = std::make_shared<std::vector<std::string>>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("registers", "Read and write registers of the design directly",
                   "  quillon registers                      all registers: number, name, value\n"
                   "  quillon registers Control              one of them\n"
                   "  quillon registers Control=0x10         write it, then read it",
                   [words](Session& session, Console& console) { return showRegisters(session, console, *words); });
-    verb.add_option("NAME[=VALUE]", *words,
-                    "Registers by name, or by id above 1000000; with a value to write it first");
+    verb.add("NAME[=VALUE]", words.get(), "Registers by name, or by id above 1000000; with a value to write it first");
 }
 
 }  // namespace quillon::cli

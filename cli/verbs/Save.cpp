@@ -18,11 +18,11 @@ ExitStatus save(Session& session, Console& console, const std::filesystem::path&
 
 void addSaveVerb(Verbs& verbs) {
     auto file = std::make_shared<std::filesystem::path>();
-    CLI::App& verb = verbs.add("save", "Save the configuration to a file",
-                               "  quillon save defaults.mcf                       the start-up state\n"
-                               "  quillon save merged.mcf --mcf conveyor.mcf      what the applet makes of a file",
-                               [file](Session& session, Console& console) { return save(session, console, *file); });
-    verb.add_option("FILE", *file, "File to write (.mcf)")->required();
+    Verb verb = verbs.add("save", "Save the configuration to a file",
+                          "  quillon save defaults.mcf                       the start-up state\n"
+                          "  quillon save merged.mcf --mcf conveyor.mcf      what the applet makes of a file",
+                          [file](Session& session, Console& console) { return save(session, console, *file); });
+    verb.add("FILE", file.get(), "File to write (.mcf)").required();
 }
 
 }  // namespace quillon::cli

@@ -108,7 +108,7 @@ ExitStatus set(Session& session, Console& console, const SetArguments& arguments
 
 void addSetVerb(Verbs& verbs) {
     auto arguments = std::make_shared<SetArguments>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("set", "Write parameters, one after the other; the first refused value ends it",
                   "  quillon set FG_WIDTH=2048 FG_HEIGHT=512             numbers, decimal or with 0x\n"
                   "  quillon set FG_WIDTH=2048 --trace                   with every access to the design\n"
@@ -118,12 +118,11 @@ void addSetVerb(Verbs& verbs) {
                   "  quillon set FG_HEIGHT=2048 --trace --fault Device1_Process0_Buffer_0_XLength=-5\n"
                   "                                                      what a failing design does to a write",
                   [arguments](Session& session, Console& console) { return set(session, console, *arguments); });
-    verb.add_option("NAME=VALUE", arguments->assignments, "Parameters, by name or id, and their new values")
-        ->required();
-    verb.add_flag("--trace", arguments->trace, "Print each access to the design, in order");
-    verb.add_option("--fault", arguments->faults, "Let the next write of a design parameter fail with a code")
-        ->type_name("NAME=CODE")
-        ->allow_extra_args(false);
+    verb.add("NAME=VALUE", &arguments->assignments, "Parameters, by name or id, and their new values").required();
+    verb.add("--trace", &arguments->trace, "Print each access to the design, in order");
+    verb.add("--fault", &arguments->faults, "Let the next write of a design parameter fail with a code")
+        .shownAs("NAME=CODE")
+        .oneWordEach();
 }
 
 }  // namespace quillon::cli

@@ -121,17 +121,17 @@ ExitStatus status(Session& session, Console& console, const StatusArguments& arg
 
 void addStatusVerb(Verbs& verbs) {
     auto arguments = std::make_shared<StatusArguments>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("status", "Tell the state of buffer, camera, FPGA and PCIe link in words",
                   "  quillon status\n"
                   "  quillon status --watch                     again every second, until interrupted\n"
                   "  quillon status --watch --times 3 --interval 0.5",
                   [arguments](Session& session, Console& console) { return status(session, console, *arguments); });
-    verb.add_flag("--watch", arguments->watch, "Look again and again");
-    verb.add_option("--times", arguments->times, "With --watch: this many looks")->type_name("N");
-    verb.add_option("--interval", arguments->interval, "With --watch: seconds between looks")
-        ->type_name("SECONDS")
-        ->check(CLI::Range(0.01, 3600.0));
+    verb.add("--watch", &arguments->watch, "Look again and again");
+    verb.add("--times", &arguments->times, "With --watch: this many looks").shownAs("N");
+    verb.add("--interval", &arguments->interval, "With --watch: seconds between looks")
+        .shownAs("SECONDS")
+        .within(0.01, 3600.0);
 }
 
 }  // namespace quillon::cli

@@ -205,13 +205,13 @@ ExitStatus trigger(Session& session, Console& console, const std::string& pictur
 
 void addTriggerVerb(Verbs& verbs) {
     auto picture = std::make_shared<std::string>();
-    CLI::App& verb =
+    Verb verb =
         verbs.add("trigger", "Tell in words what the line and image trigger do, and draw the timing",
                   "  quillon trigger\n"
                   "  quillon trigger --mcf conveyor.mcf\n"
                   "  quillon trigger -o timing.png",
                   [picture](Session& session, Console& console) { return trigger(session, console, *picture); });
-    verb.add_option("-o,--output", *picture, "Draw a picture (.png)")->type_name("FILE");
+    verb.add("-o,--output", picture.get(), "Draw a picture (.png)").shownAs("FILE");
 }
 
 }  // namespace quillon::cli

@@ -33,11 +33,11 @@ ExitStatus xml(Session& session, Console& console, const std::string& file) {
 
 void addXmlVerb(Verbs& verbs) {
     auto file = std::make_shared<std::string>();
-    CLI::App& verb = verbs.add("xml", "Print the GenApi description of the parameters",
-                               "  quillon xml                    to standard output, byte for byte\n"
-                               "  quillon xml -o quillon.xml     to a file",
-                               [file](Session& session, Console& console) { return xml(session, console, *file); });
-    verb.add_option("-o,--output", *file, "Write to this file")->type_name("FILE");
+    Verb verb = verbs.add("xml", "Print the GenApi description of the parameters",
+                          "  quillon xml                    to standard output, byte for byte\n"
+                          "  quillon xml -o quillon.xml     to a file",
+                          [file](Session& session, Console& console) { return xml(session, console, *file); });
+    verb.add("-o,--output", file.get(), "Write to this file").shownAs("FILE");
 }
 
 }  // namespace quillon::cli
