@@ -54,7 +54,7 @@ struct SoftBoardLibrary::Loaded {
     SOFTBOARD_FUNCTIONS(SOFTBOARD_MEMBER)
 #undef SOFTBOARD_MEMBER
 
-    std::vector<Access> transcript(softboard* board) const {
+    std::vector<Access> transcript(IXdevice* board) const {
         std::vector<Access> entries;
         const std::size_t size = transcript_size(board);
         entries.reserve(size);

@@ -19,7 +19,7 @@ constexpr int Unreadable = -5000;
 class OpenApplet {
 public:
     OpenApplet() {
-        softboard* board = softboard_open();
+        IXdevice* board = softboard_open();
         softboard_transcript_record(nullptr, 0);
         softboard_transcript_record(board, 0);
         int status = -1;

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <fstream>
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 template <class Number>
@@ -72,4 +72,4 @@ int loadConfigurationLocked(Board& board, const std::string& fileName) {
     return SOFTBOARD_OK;
 }
 
-}  // namespace grabber
+}  // namespace softboard

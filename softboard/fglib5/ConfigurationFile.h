@@ -7,7 +7,7 @@
 
 #include "softboard/src/Board.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Writes all parameters that can be read and written; tables are left out. 0 or SOFTBOARD_E_FILE. Under the board's
 /// lock.
@@ -16,4 +16,4 @@ int saveConfigurationLocked(const Board& board, const std::string& fileName);
 /// before that are taken.
 int loadConfigurationLocked(Board& board, const std::string& fileName);
 
-}  // namespace grabber
+}  // namespace softboard

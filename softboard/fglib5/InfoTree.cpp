@@ -1,6 +1,6 @@
 #include "softboard/fglib5/InfoTree.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 constexpr std::int32_t ReadableFlag = 1;
@@ -126,4 +126,4 @@ void InfoTree::addParameter(const Parameter& parameter) {
     link(record, parent);
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -11,7 +11,7 @@
 
 #include "softboard/src/Parameter.h"
 
-namespace grabber {
+namespace softboard {
 
 /// One record. Its layout is a contract with every reader of the tree.
 struct InfoRecord {
@@ -129,4 +129,4 @@ private:
     InfoRecord* last_ = nullptr;
 };
 
-}  // namespace grabber
+}  // namespace softboard

@@ -19,16 +19,16 @@ struct Fg_Struct_s {
 
     std::uint64_t state = Alive;
     IXdevice* board = nullptr;
-    std::unique_ptr<grabber::InfoTree> info;  ///< made when it is first asked for
+    std::unique_ptr<softboard::InfoTree> info;  ///< made when it is first asked for
 };
 
 namespace {
 
-using grabber::Board;
-using grabber::Function;
-using grabber::guarded;
-using grabber::listed;
-using grabber::Process;
+using softboard::Board;
+using softboard::Function;
+using softboard::guarded;
+using softboard::listed;
+using softboard::Process;
 
 constexpr int KeepStateFlag = 1;
 
@@ -68,7 +68,7 @@ Fg_Struct* initialised(Function function, const char* name, IXdevice* device, fp
         process.noteInitError(static_cast<int>(code));
         return nullptr;
     };
-    grabber::Recorder& recorder = deviceKnown ? device->recorder() : process.recorder();
+    softboard::Recorder& recorder = deviceKnown ? device->recorder() : process.recorder();
     return recorder.call(
         function, [&] { return listed(name, flags); },
         [&] { return refusal != SOFTBOARD_OK ? refused(refusal) : bound(device, design, flags); }, refused);
@@ -187,7 +187,7 @@ void* Fg_getParameterInfo(Fg_Struct* fg, int port) {
                 return nullptr;
             }
             if (!fg->info) {
-                fg->info = std::make_unique<grabber::InfoTree>(fg->board->parametersLocked());
+                fg->info = std::make_unique<softboard::InfoTree>(fg->board->parametersLocked());
             }
             return fg->info->head();
         });
@@ -198,7 +198,7 @@ int Fg_saveConfig(Fg_Struct* fg, const char* filename) {
         fg, Function::Fg_saveConfig, SOFTBOARD_E_ARGUMENT, [&] { return listed(filename); },
         [&] {
             return fg->board->noteErrorLocked(
-                filename != nullptr ? grabber::saveConfigurationLocked(*fg->board, filename) : SOFTBOARD_E_ARGUMENT);
+                filename != nullptr ? softboard::saveConfigurationLocked(*fg->board, filename) : SOFTBOARD_E_ARGUMENT);
         });
 }
 
@@ -207,7 +207,7 @@ int Fg_loadConfig(Fg_Struct* fg, const char* filename) {
         fg, Function::Fg_loadConfig, SOFTBOARD_E_ARGUMENT, [&] { return listed(filename); },
         [&] {
             return fg->board->noteErrorLocked(
-                filename != nullptr ? grabber::loadConfigurationLocked(*fg->board, filename) : SOFTBOARD_E_ARGUMENT);
+                filename != nullptr ? softboard::loadConfigurationLocked(*fg->board, filename) : SOFTBOARD_E_ARGUMENT);
         });
 }
 
@@ -255,7 +255,7 @@ int64_t Fg_getStatusEx(Fg_Struct* fg, unsigned param, int64_t data, unsigned dma
     return onBoard<int64_t>(
         fg, Function::Fg_getStatusEx, SOFTBOARD_E_ARGUMENT, [&] { return listed(param, data, dma); },
         [&]() -> int64_t {
-            const grabber::Acquisition& acquisition = fg->board->acquisitionLocked();
+            const softboard::Acquisition& acquisition = fg->board->acquisitionLocked();
             switch (dma == 0 ? param : ~0U) {
                 case 0: return acquisition.running() ? 1 : 0;
                 case 1: return acquisition.pictures();

@@ -11,8 +11,8 @@ namespace {
 
 template <class Body>
 int onBoard(IXdevice* device, Body body) {
-    return grabber::guarded<int>(SOFTBOARD_E_INTERNAL, [&]() -> int {
-        return grabber::Process::instance().isBoard(device) ? body() : SOFTBOARD_E_ARGUMENT;
+    return softboard::guarded<int>(SOFTBOARD_E_INTERNAL, [&]() -> int {
+        return softboard::Process::instance().isBoard(device) ? body() : SOFTBOARD_E_ARGUMENT;
     });
 }
 

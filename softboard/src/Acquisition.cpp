@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace grabber {
+namespace softboard {
 
 void Acquisition::start(std::int64_t count, Clock::time_point now) {
     running_ = true;
@@ -35,4 +35,4 @@ void Acquisition::deliver(std::int64_t count) {
     }
 }
 
-}  // namespace grabber
+}  // namespace softboard

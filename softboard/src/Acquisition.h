@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace grabber {
+namespace softboard {
 
 /// Not locked; the board's lock guards it.
 ///
@@ -36,4 +36,4 @@ private:
     Clock::time_point last_;
 };
 
-}  // namespace grabber
+}  // namespace softboard

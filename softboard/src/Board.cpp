@@ -5,7 +5,7 @@
 
 #include "softboard/src/SdkParameters.h"
 
-namespace grabber {
+namespace softboard {
 
 Board::Board() {
     for (const ParameterDescription& description : sdkParameters()) {
@@ -388,4 +388,4 @@ double Board::signalTime() const {
     return signals_.time();
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -20,7 +20,7 @@
 #include "softboard/src/Recorder.h"
 #include "softboard/src/Signals.h"
 
-namespace grabber {
+namespace softboard {
 
 /// All operations lock unless they say otherwise.
 class SOFTBOARD_API Board {
@@ -114,6 +114,6 @@ private:
     int pinnedError_ = 0;
 };
 
-}  // namespace grabber
+}  // namespace softboard
 
-struct IXdevice final : grabber::Board {};
+struct IXdevice final : softboard::Board {};

@@ -7,7 +7,7 @@
 #include "softboard/src/Board.h"
 #include "softboard/src/SdkParameters.h"
 
-namespace grabber {
+namespace softboard {
 
 std::optional<double> Board::valueLocked(std::string_view name) const {
     const Parameter* parameter = constFindLocked(name);
@@ -126,4 +126,4 @@ std::int64_t Board::waitForPicture(std::int64_t number, unsigned dma, unsigned s
     return result;
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -9,7 +9,7 @@
 
 #include "softboard/src/Parameter.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Looks up a parameter of the design on the board; null if the design lacks it.
 using Find = std::function<Parameter*(std::string_view name)>;
@@ -41,4 +41,4 @@ inline double realOf(const Parameter* parameter) {
     return value;
 }
 
-}  // namespace grabber
+}  // namespace softboard

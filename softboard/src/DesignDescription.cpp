@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 using nlohmann::json;
@@ -159,4 +159,4 @@ std::shared_ptr<const DesignDescription> parseDesign(std::string_view text) try 
     throw DesignError(error.what());
 }
 
-}  // namespace grabber
+}  // namespace softboard

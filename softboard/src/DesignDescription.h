@@ -13,7 +13,7 @@
 
 #include "softboard/tavrt.h"
 
-namespace grabber {
+namespace softboard {
 
 /// How a parameter is accessed; the numbers are the SDK's value types.
 enum class ValueType : int { Int32 = 1, UInt32 = 2, Int64 = 3, UInt64 = 4, Double = 5, Text = 6, Table = 4096 };
@@ -84,4 +84,4 @@ struct DesignError : std::runtime_error {
 /// Reads a description. Throws DesignError.
 std::shared_ptr<const DesignDescription> parseDesign(std::string_view text);
 
-}  // namespace grabber
+}  // namespace softboard

@@ -7,7 +7,7 @@
 
 #include "softboard/src/DesignDescription.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 constexpr std::size_t HeaderSize = 64;
@@ -82,4 +82,4 @@ std::optional<UnpackedImage> unpackImage(const void* data, std::size_t size) {
                          {text, static_cast<std::size_t>(length)}};
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-namespace grabber {
+namespace softboard {
 
 /// Size of the image that an applet carries.
 inline constexpr std::size_t CarriedImageSize = 8255782;
@@ -34,4 +34,4 @@ struct UnpackedImage {
 /// Nothing, if `data` is null, foreign, cut off, too long or damaged.
 std::optional<UnpackedImage> unpackImage(const void* data, std::size_t size);
 
-}  // namespace grabber
+}  // namespace softboard

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace grabber {
+namespace softboard {
 
 void FaultPlans::plan(std::string name, softboard_direction direction, unsigned nth, std::int64_t code) {
     plans_.push_back({std::move(name), direction, false, nth == 0, nth, code});
@@ -32,4 +32,4 @@ std::optional<std::int64_t> FaultPlans::due(softboard_direction direction, std::
     return code;
 }
 
-}  // namespace grabber
+}  // namespace softboard

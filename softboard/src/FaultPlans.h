@@ -10,7 +10,7 @@
 
 #include "softboard/softboard.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Not locked; its owner's lock guards it.
 class SOFTBOARD_API FaultPlans {
@@ -41,4 +41,4 @@ private:
     std::vector<Plan> plans_;
 };
 
-}  // namespace grabber
+}  // namespace softboard

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstddef>
 
-namespace grabber {
+namespace softboard {
 
 enum class Function : std::size_t {
 #define FUNCTION(name) name,
@@ -23,4 +23,4 @@ constexpr const char* nameOf(Function function) {
     return FunctionNames[static_cast<std::size_t>(function)];
 }
 
-}  // namespace grabber
+}  // namespace softboard

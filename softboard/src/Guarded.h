@@ -2,7 +2,7 @@
 /// The edge of the C functions: no exception leaves one.
 #pragma once
 
-namespace grabber {
+namespace softboard {
 
 /// `body()`, or `otherwise` if it throws, which it does only when memory is short.
 template <class Result, class Body>
@@ -14,4 +14,4 @@ Result guarded(Result otherwise, Body body) noexcept {
     }
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -4,7 +4,7 @@
 
 #include "softboard/softboard.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 // What the design understands.
@@ -197,4 +197,4 @@ void ImageTrigger::lineEnded() {
     }
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -7,7 +7,7 @@
 #include "softboard/src/BoundParameters.h"
 #include "softboard/src/Switchboard.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Not locked; the board's lock guards it. A design that lacks one of the parameters has no images.
 ///
@@ -78,4 +78,4 @@ private:
     std::int64_t frameLines_ = 0;
 };
 
-}  // namespace grabber
+}  // namespace softboard

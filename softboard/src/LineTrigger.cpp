@@ -5,7 +5,7 @@
 
 #include "softboard/softboard.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 // What the design understands.
@@ -196,4 +196,4 @@ void LineTrigger::endLine() {
     image_->lineEnded();
 }
 
-}  // namespace grabber
+}  // namespace softboard

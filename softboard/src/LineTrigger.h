@@ -11,7 +11,7 @@
 #include "softboard/src/ImageTrigger.h"
 #include "softboard/src/Switchboard.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Not locked; the board's lock guards it. A design that lacks one of the parameters has no line trigger.
 ///
@@ -83,4 +83,4 @@ private:
     std::uint64_t imageOfPulses_ = 0;  ///< the image for which they are counted
 };
 
-}  // namespace grabber
+}  // namespace softboard

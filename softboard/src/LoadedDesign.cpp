@@ -10,7 +10,7 @@
 
 #include "softboard/src/DesignImage.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 struct KnownImage {
@@ -85,4 +85,4 @@ std::unique_ptr<fpga_design> loadDesign(const void* data, std::size_t size, int 
     return design;
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <string>
 
-namespace grabber {
+namespace softboard {
 
 void Monitors::bind(const Find& find) {
     const std::string status = "Device1_Process0_BoardStatus_";
@@ -40,4 +40,4 @@ void Monitors::written(const Parameter& parameter, Tick now) {
     }
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -7,7 +7,7 @@
 #include "softboard/src/BoundParameters.h"
 #include "softboard/src/Ticks.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Not locked; the board's lock guards it.
 ///
@@ -33,4 +33,4 @@ private:
     std::array<Monitor, 4> monitors_;
 };
 
-}  // namespace grabber
+}  // namespace softboard

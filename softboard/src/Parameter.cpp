@@ -7,7 +7,7 @@
 #include "softboard/softboard.h"
 #include "softboard/src/Transcript.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 constexpr int Int32Type = static_cast<int>(ValueType::Int32);
@@ -296,4 +296,4 @@ std::string shownValue(const void* value, int type) {
     return text;
 }
 
-}  // namespace grabber
+}  // namespace softboard

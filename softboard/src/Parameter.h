@@ -10,7 +10,7 @@
 #include "softboard/export.h"
 #include "softboard/src/DesignDescription.h"
 
-namespace grabber {
+namespace softboard {
 
 /// A run of table elements as the SDK passes it.
 struct FieldAccess {
@@ -79,4 +79,4 @@ private:
 /// The value of an access as a transcript shows it. `value` is what a caller passed (null gives an empty text).
 SOFTBOARD_API std::string shownValue(const void* value, int type);
 
-}  // namespace grabber
+}  // namespace softboard

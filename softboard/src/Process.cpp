@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace grabber {
+namespace softboard {
 
 Process& Process::instance() {
     static Process* const process = new Process;
@@ -86,4 +86,4 @@ void Process::pinInitError(int number) {
     pinnedInitError_ = number;
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -11,7 +11,7 @@
 #include "softboard/src/Board.h"
 #include "softboard/src/LoadedDesign.h"
 
-namespace grabber {
+namespace softboard {
 
 class SOFTBOARD_API Process {
 public:
@@ -49,4 +49,4 @@ private:
     int pinnedInitError_ = 0;
 };
 
-}  // namespace grabber
+}  // namespace softboard

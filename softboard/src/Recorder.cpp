@@ -1,6 +1,6 @@
 #include "softboard/src/Recorder.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 std::array<std::atomic<std::uint64_t>, FunctionNames.size()> counts{};
@@ -20,4 +20,4 @@ std::uint64_t callCount(std::string_view name) {
     return 0;
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -15,7 +15,7 @@
 #include "softboard/src/Functions.h"
 #include "softboard/src/Transcript.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Counts a call of a stand-in function.
 SOFTBOARD_API void countCall(Function function);
@@ -89,4 +89,4 @@ std::string listed(const Arguments&... arguments) {
     return text;
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -1,6 +1,6 @@
 #include "softboard/src/SdkParameters.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 ParameterDescription integerParameter(std::int32_t id, const char* name, bool writable, std::int64_t minimum,
@@ -51,4 +51,4 @@ const std::vector<ParameterDescription>& sdkParameters() {
     return parameters;
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -6,7 +6,7 @@
 
 #include "softboard/src/DesignDescription.h"
 
-namespace grabber {
+namespace softboard {
 
 /// In the order of their ids. They take all four integer types; texts take the types 6 and 22.
 const std::vector<ParameterDescription>& sdkParameters();
@@ -15,4 +15,4 @@ const std::vector<ParameterDescription>& sdkParameters();
 inline constexpr std::int32_t SdkCameraStatus = 2050;  ///< bit 0: the camera sends pixels
 inline constexpr std::int32_t SdkDmaStatus = 24092;    ///< 1 while an acquisition runs
 
-}  // namespace grabber
+}  // namespace softboard

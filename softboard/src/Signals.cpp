@@ -4,7 +4,7 @@
 
 #include "softboard/softboard.h"
 
-namespace grabber {
+namespace softboard {
 
 void Signals::bind(const Find& find, const std::vector<std::string>& events) {
     begunTick_ = 0.0;
@@ -94,4 +94,4 @@ void Signals::followOverflow() {
     overflowed_ = overflowed;
 }
 
-}  // namespace grabber
+}  // namespace softboard

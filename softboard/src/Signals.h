@@ -13,7 +13,7 @@
 #include "softboard/src/Monitors.h"
 #include "softboard/src/Switchboard.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Not locked; the board's lock guards it. It holds pointers to its own members and stays where it is.
 class Signals {
@@ -55,4 +55,4 @@ private:
     bool overflowed_ = false;
 };
 
-}  // namespace grabber
+}  // namespace softboard

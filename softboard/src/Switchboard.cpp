@@ -4,7 +4,7 @@
 
 #include "softboard/softboard.h"
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 const std::string Prefix = "Device1_Process1_Trigger_";
@@ -178,4 +178,4 @@ void Switchboard::updateDifference() {
     }
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -13,7 +13,7 @@
 #include "softboard/src/BoundParameters.h"
 #include "softboard/src/Ticks.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Where the inputs stand in a row among the selects of the switchboard: GPI 0 to 7, front GPI 0 to 3.
 inline constexpr unsigned FirstInputSelect = 21;
@@ -91,4 +91,4 @@ private:
     std::map<std::string, std::uint64_t, std::less<>> eventCounts_;
 };
 
-}  // namespace grabber
+}  // namespace softboard

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace grabber {
+namespace softboard {
 
 using Tick = std::int64_t;
 
@@ -22,4 +22,4 @@ inline double microsecondsOf(Tick ticks) {
     return static_cast<double>(ticks) / TicksPerMicrosecond;
 }
 
-}  // namespace grabber
+}  // namespace softboard

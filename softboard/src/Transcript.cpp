@@ -4,7 +4,7 @@
 #include <charconv>
 #include <utility>
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 template <class Number>
@@ -41,4 +41,4 @@ softboard_access Transcript::at(std::size_t index) const {
     return access;
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -9,7 +9,7 @@
 
 #include "softboard/softboard.h"
 
-namespace grabber {
+namespace softboard {
 
 /// Not locked; its owner's lock guards it.
 class SOFTBOARD_API Transcript {
@@ -44,4 +44,4 @@ SOFTBOARD_API void appendNumber(std::string& text, std::int64_t value);
 SOFTBOARD_API void appendNumber(std::string& text, std::uint64_t value);
 SOFTBOARD_API void appendNumber(std::string& text, double value);
 
-}  // namespace grabber
+}  // namespace softboard

@@ -12,12 +12,12 @@
 
 namespace {
 
-using grabber::guarded;
-using grabber::Parameter;
-using grabber::Process;
+using softboard::guarded;
+using softboard::Parameter;
+using softboard::Process;
 
 /// The recorder of a board, of the process if `board` is null, null if there is no such board.
-grabber::Recorder* recorderOf(softboard* board) {
+softboard::Recorder* recorderOf(IXdevice* board) {
     if (board == nullptr) {
         return &Process::instance().recorder();
     }
@@ -26,9 +26,9 @@ grabber::Recorder* recorderOf(softboard* board) {
 
 /// Runs `body` with the recorder locked.
 template <class Body>
-int withRecorder(softboard* board, Body body) {
+int withRecorder(IXdevice* board, Body body) {
     return guarded<int>(SOFTBOARD_E_INTERNAL, [&]() -> int {
-        grabber::Recorder* const recorder = recorderOf(board);
+        softboard::Recorder* const recorder = recorderOf(board);
         if (recorder == nullptr) {
             return SOFTBOARD_E_ARGUMENT;
         }
@@ -39,7 +39,7 @@ int withRecorder(softboard* board, Body body) {
 
 /// Runs `body` if the board exists and the name is not null.
 template <class Body>
-int withBoard(softboard* board, const char* name, Body body) {
+int withBoard(IXdevice* board, const char* name, Body body) {
     return guarded<int>(SOFTBOARD_E_INTERNAL, [&]() -> int {
         if (name == nullptr || !Process::instance().isBoard(board)) {
             return SOFTBOARD_E_ARGUMENT;
@@ -50,7 +50,7 @@ int withBoard(softboard* board, const char* name, Body body) {
 
 /// Hands a level to the caller as 0 or 1, if `body`, which gets it as a bool to fill, succeeds.
 template <class Body>
-int withLevel(softboard* board, int* level, Body body) {
+int withLevel(IXdevice* board, int* level, Body body) {
     return withBoard(board, level != nullptr ? "" : nullptr, [&] {
         bool high = false;
         const int result = body(high);
@@ -63,26 +63,26 @@ int withLevel(softboard* board, int* level, Body body) {
 
 }  // namespace
 
-softboard* softboard_open(void) {
-    return guarded<softboard*>(nullptr, [] { return Process::instance().openBoard(); });
+IXdevice* softboard_open(void) {
+    return guarded<IXdevice*>(nullptr, [] { return Process::instance().openBoard(); });
 }
 
-int softboard_close(softboard* board) {
+int softboard_close(IXdevice* board) {
     return guarded<int>(SOFTBOARD_E_INTERNAL,
                         [&] { return Process::instance().closeBoard(board) ? SOFTBOARD_OK : SOFTBOARD_E_ARGUMENT; });
 }
 
-size_t softboard_transcript_size(softboard* board) {
+size_t softboard_transcript_size(IXdevice* board) {
     size_t size = 0;
-    withRecorder(board, [&](grabber::Recorder& recorder) {
+    withRecorder(board, [&](softboard::Recorder& recorder) {
         size = recorder.transcript.size();
         return SOFTBOARD_OK;
     });
     return size;
 }
 
-int softboard_transcript_get(softboard* board, size_t index, softboard_access* out) {
-    return withRecorder(board, [&](grabber::Recorder& recorder) -> int {
+int softboard_transcript_get(IXdevice* board, size_t index, softboard_access* out) {
+    return withRecorder(board, [&](softboard::Recorder& recorder) -> int {
         if (out == nullptr || index >= recorder.transcript.size()) {
             return SOFTBOARD_E_ARGUMENT;
         }
@@ -91,22 +91,22 @@ int softboard_transcript_get(softboard* board, size_t index, softboard_access* o
     });
 }
 
-int softboard_transcript_clear(softboard* board) {
-    return withRecorder(board, [](grabber::Recorder& recorder) {
+int softboard_transcript_clear(IXdevice* board) {
+    return withRecorder(board, [](softboard::Recorder& recorder) {
         recorder.transcript.clear();
         return SOFTBOARD_OK;
     });
 }
 
-int softboard_transcript_record(softboard* board, int enabled) {
-    return withRecorder(board, [&](grabber::Recorder& recorder) {
+int softboard_transcript_record(IXdevice* board, int enabled) {
+    return withRecorder(board, [&](softboard::Recorder& recorder) {
         recorder.transcript.setRecording(enabled != 0);
         return SOFTBOARD_OK;
     });
 }
 
-int softboard_plan_fault(softboard* board, const char* name, int direction, unsigned nth, int64_t code) {
-    return withRecorder(board, [&](grabber::Recorder& recorder) -> int {
+int softboard_plan_fault(IXdevice* board, const char* name, int direction, unsigned nth, int64_t code) {
+    return withRecorder(board, [&](softboard::Recorder& recorder) -> int {
         if (name == nullptr || direction < SOFTBOARD_READ || direction > SOFTBOARD_CALL) {
             return SOFTBOARD_E_ARGUMENT;
         }
@@ -115,47 +115,47 @@ int softboard_plan_fault(softboard* board, const char* name, int direction, unsi
     });
 }
 
-int softboard_plan_fault_at(softboard* board, unsigned nth, int64_t code) {
-    return withRecorder(board, [&](grabber::Recorder& recorder) {
+int softboard_plan_fault_at(IXdevice* board, unsigned nth, int64_t code) {
+    return withRecorder(board, [&](softboard::Recorder& recorder) {
         recorder.faults.planAnyAccess(nth, code);
         return SOFTBOARD_OK;
     });
 }
 
-int softboard_clear_faults(softboard* board) {
-    return withRecorder(board, [](grabber::Recorder& recorder) {
+int softboard_clear_faults(IXdevice* board) {
+    return withRecorder(board, [](softboard::Recorder& recorder) {
         recorder.faults.clear();
         return SOFTBOARD_OK;
     });
 }
 
-int softboard_set_integer(softboard* board, const char* name, int64_t value) {
+int softboard_set_integer(IXdevice* board, const char* name, int64_t value) {
     return withBoard(board, name,
                      [&] { return board->change(name, [value](Parameter& it) { return it.setInteger(value); }); });
 }
 
-int softboard_get_integer(softboard* board, const char* name, int64_t* value) {
+int softboard_get_integer(IXdevice* board, const char* name, int64_t* value) {
     return withBoard(board, value != nullptr ? name : nullptr,
                      [&] { return board->inspect(name, [value](const Parameter& it) { return it.integer(*value); }); });
 }
 
-int softboard_set_double(softboard* board, const char* name, double value) {
+int softboard_set_double(IXdevice* board, const char* name, double value) {
     return withBoard(board, name,
                      [&] { return board->change(name, [value](Parameter& it) { return it.setReal(value); }); });
 }
 
-int softboard_get_double(softboard* board, const char* name, double* value) {
+int softboard_get_double(IXdevice* board, const char* name, double* value) {
     return withBoard(board, value != nullptr ? name : nullptr,
                      [&] { return board->inspect(name, [value](const Parameter& it) { return it.real(*value); }); });
 }
 
-int softboard_set_text(softboard* board, const char* name, const char* value) {
+int softboard_set_text(IXdevice* board, const char* name, const char* value) {
     return withBoard(board, value != nullptr ? name : nullptr, [&] {
         return board->change(name, [text = std::string(value)](Parameter& it) { return it.setText(text); });
     });
 }
 
-int softboard_get_text(softboard* board, const char* name, char* buffer, size_t size) {
+int softboard_get_text(IXdevice* board, const char* name, char* buffer, size_t size) {
     return withBoard(board, buffer != nullptr ? name : nullptr, [&]() -> int {
         std::string text;
         const int result = board->inspect(name, [&text](const Parameter& it) { return it.text(text); });
@@ -170,46 +170,46 @@ int softboard_get_text(softboard* board, const char* name, char* buffer, size_t 
     });
 }
 
-int softboard_set_element(softboard* board, const char* name, size_t index, int64_t value) {
+int softboard_set_element(IXdevice* board, const char* name, size_t index, int64_t value) {
     return withBoard(board, name,
                      [&] { return board->change(name, [=](Parameter& it) { return it.setElement(index, value); }); });
 }
 
-int softboard_get_element(softboard* board, const char* name, size_t index, int64_t* value) {
+int softboard_get_element(IXdevice* board, const char* name, size_t index, int64_t* value) {
     return withBoard(board, value != nullptr ? name : nullptr, [&] {
         return board->inspect(name, [=](const Parameter& it) { return it.element(index, *value); });
     });
 }
 
-int softboard_hide_parameter(softboard* board, const char* name) {
+int softboard_hide_parameter(IXdevice* board, const char* name) {
     return withBoard(board, name, [&] { return board->hide(name); });
 }
 
-int softboard_set_register(softboard* board, const char* name, uint64_t value) {
+int softboard_set_register(IXdevice* board, const char* name, uint64_t value) {
     return withBoard(board, name, [&] { return board->setRegister(name, value); });
 }
 
-int softboard_get_register(softboard* board, const char* name, uint64_t* value) {
+int softboard_get_register(IXdevice* board, const char* name, uint64_t* value) {
     return withBoard(board, value != nullptr ? name : nullptr, [&] { return board->registerValue(name, *value); });
 }
 
-int softboard_set_input(softboard* board, unsigned input, int level) {
+int softboard_set_input(IXdevice* board, unsigned input, int level) {
     return withBoard(board, "", [&] { return board->setInput(input, level != 0); });
 }
 
-int softboard_get_output(softboard* board, unsigned output, int* level) {
+int softboard_get_output(IXdevice* board, unsigned output, int* level) {
     return withLevel(board, level, [&](bool& high) { return board->outputLevel(output, high); });
 }
 
-int softboard_get_signal(softboard* board, unsigned signal, int* level) {
+int softboard_get_signal(IXdevice* board, unsigned signal, int* level) {
     return withLevel(board, level, [&](bool& high) { return board->signalLevel(signal, high); });
 }
 
-int softboard_event_count(softboard* board, const char* name, uint64_t* count) {
+int softboard_event_count(IXdevice* board, const char* name, uint64_t* count) {
     return withBoard(board, count != nullptr ? name : nullptr, [&] { return board->eventCount(name, *count); });
 }
 
-int softboard_advance_signals(softboard* board, double microseconds) {
+int softboard_advance_signals(IXdevice* board, double microseconds) {
     constexpr double LongestAdvance = 60e6;
     return withBoard(board, microseconds >= 0.0 && microseconds <= LongestAdvance ? "" : nullptr, [&] {
         board->advanceSignals(microseconds);
@@ -217,21 +217,21 @@ int softboard_advance_signals(softboard* board, double microseconds) {
     });
 }
 
-int softboard_get_signal_time(softboard* board, double* microseconds) {
+int softboard_get_signal_time(IXdevice* board, double* microseconds) {
     return withBoard(board, microseconds != nullptr ? "" : nullptr, [&] {
         *microseconds = board->signalTime();
         return SOFTBOARD_OK;
     });
 }
 
-int softboard_deliver_pictures(softboard* board, int64_t count) {
+int softboard_deliver_pictures(IXdevice* board, int64_t count) {
     return withBoard(board, count >= 0 ? "" : nullptr, [&] {
         board->deliverPictures(count);
         return SOFTBOARD_OK;
     });
 }
 
-int softboard_set_sdk_error(softboard* board, int number) {
+int softboard_set_sdk_error(IXdevice* board, int number) {
     if (board == nullptr) {
         Process::instance().pinInitError(number);
         return SOFTBOARD_OK;
@@ -243,7 +243,7 @@ int softboard_set_sdk_error(softboard* board, int number) {
 }
 
 uint64_t softboard_call_count(const char* function) {
-    return function != nullptr ? grabber::callCount(function) : 0;
+    return function != nullptr ? softboard::callCount(function) : 0;
 }
 
 uint64_t softboard_live_designs(void) {

@@ -15,11 +15,11 @@
 
 namespace {
 
-using grabber::Function;
-using grabber::guarded;
-using grabber::listed;
-using grabber::loadDesign;
-using grabber::Process;
+using softboard::Function;
+using softboard::guarded;
+using softboard::listed;
+using softboard::loadDesign;
+using softboard::Process;
 
 constexpr int AnyType = -1;
 
@@ -47,7 +47,7 @@ Result asked(Function function, const fpga_design* design, Result otherwise, Arg
     });
 }
 
-const grabber::RegisterDescription* registerAt(const grabber::DesignDescription& description, int number) {
+const softboard::RegisterDescription* registerAt(const softboard::DesignDescription& description, int number) {
     const bool exists = number >= 1 && static_cast<std::size_t>(number) <= description.registers.size();
     return exists ? &description.registers[static_cast<std::size_t>(number) - 1] : nullptr;
 }
@@ -81,13 +81,13 @@ int TavUnloadTavFile(fpga_design* design) {
 int TavGetNrOfRegister(fpga_design* design) {
     return asked<int>(
         Function::TavGetNrOfRegister, design, 0, [] { return std::string(); },
-        [](const grabber::DesignDescription& description) { return static_cast<int>(description.registers.size()); });
+        [](const softboard::DesignDescription& description) { return static_cast<int>(description.registers.size()); });
 }
 
 const char* TavGetRegisterName(fpga_design* design, int number) {
     return asked<const char*>(
         Function::TavGetRegisterName, design, nullptr, [&] { return listed(number); },
-        [&](const grabber::DesignDescription& description) -> const char* {
+        [&](const softboard::DesignDescription& description) -> const char* {
             const auto* reg = registerAt(description, number);
             return reg != nullptr ? reg->name.c_str() : nullptr;
         });
@@ -96,7 +96,7 @@ const char* TavGetRegisterName(fpga_design* design, int number) {
 int TavGetRegisterByName(fpga_design* design, const char* name) {
     return asked<int>(
         Function::TavGetRegisterByName, design, 0, [&] { return listed(name); },
-        [&](const grabber::DesignDescription& description) {
+        [&](const softboard::DesignDescription& description) {
             const auto found = description.registerByName.find(name != nullptr ? name : "");
             return found != description.registerByName.end() ? static_cast<int>(found->second) + 1 : 0;
         });
@@ -105,7 +105,7 @@ int TavGetRegisterByName(fpga_design* design, const char* name) {
 int TavGetRegisterBitRange(fpga_design* design, int number) {
     return asked<int>(
         Function::TavGetRegisterBitRange, design, 0, [&] { return listed(number); },
-        [&](const grabber::DesignDescription& description) {
+        [&](const softboard::DesignDescription& description) {
             const auto* reg = registerAt(description, number);
             return reg != nullptr ? reg->bits : 0;
         });
@@ -114,7 +114,7 @@ int TavGetRegisterBitRange(fpga_design* design, int number) {
 int TavGetRegisterDirection(fpga_design* design, int number) {
     return asked<int>(
         Function::TavGetRegisterDirection, design, 0, [&] { return listed(number); },
-        [&](const grabber::DesignDescription& description) {
+        [&](const softboard::DesignDescription& description) {
             const auto* reg = registerAt(description, number);
             return reg != nullptr ? static_cast<int>(reg->direction) : 0;
         });
@@ -123,7 +123,7 @@ int TavGetRegisterDirection(fpga_design* design, int number) {
 const tav_event* TavGetEvent(fpga_design* design, int position) {
     return asked<const tav_event*>(
         Function::TavGetEvent, design, nullptr, [&] { return listed(position); },
-        [&](const grabber::DesignDescription&) -> const tav_event* {
+        [&](const softboard::DesignDescription&) -> const tav_event* {
             const bool exists = position >= 0 && static_cast<std::size_t>(position) < design->events.size();
             return exists ? &design->events[static_cast<std::size_t>(position)] : nullptr;
         });

@@ -5,7 +5,7 @@
 #include <array>
 #include <stdexcept>
 
-namespace grabber {
+namespace softboard {
 namespace {
 
 constexpr int Side = 48;
@@ -99,4 +99,4 @@ std::vector<std::uint8_t> drawIcon() {
     return encode(filling);
 }
 
-}  // namespace grabber
+}  // namespace softboard

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace grabber {
+namespace softboard {
 
 /// Size of the icon's PNG file.
 inline constexpr std::size_t IconFileSize = 4676;
@@ -14,4 +14,4 @@ inline constexpr std::size_t IconFileSize = 4676;
 /// The icon as a PNG file of exactly IconFileSize bytes. Throws std::runtime_error if the drawing does not fit.
 std::vector<std::uint8_t> drawIcon();
 
-}  // namespace grabber
+}  // namespace softboard

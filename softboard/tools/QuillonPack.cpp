@@ -45,7 +45,7 @@ void writeFile(const std::string& name, const std::vector<std::uint8_t>& content
 
 void show(const std::string& name) {
     const std::string content = readFile(name);
-    const auto image = grabber::unpackImage(content.data(), content.size());
+    const auto image = softboard::unpackImage(content.data(), content.size());
     if (!image) {
         throw std::runtime_error(name + " is no undamaged design image");
     }
@@ -67,10 +67,10 @@ void run(const std::vector<std::string>& arguments) {
     } else if ((command == "image" || command == "tav") && arguments.size() > 1) {
         const std::string output = outputFile(arguments, 2);
         writeFile(output,
-                  grabber::packImage(readFile(arguments[1]), command == "image" ? grabber::CarriedImageSize : 0));
+                  softboard::packImage(readFile(arguments[1]), command == "image" ? softboard::CarriedImageSize : 0));
     } else if (command == "icon") {
         const std::string output = outputFile(arguments, 1);
-        writeFile(output, grabber::drawIcon());
+        writeFile(output, softboard::drawIcon());
     } else if (command == "show" && arguments.size() == 2) {
         show(arguments[1]);
     } else {

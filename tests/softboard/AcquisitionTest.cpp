@@ -119,8 +119,8 @@ TEST_F(AcquisitionCalls, GetPicturesFromTheSimulator) {
 
 TEST(Acquisition, CountsByTimeAndKeepsTheBegunPicture) {
     using namespace std::chrono_literals;
-    const grabber::Acquisition::Clock::time_point start{};
-    grabber::Acquisition acquisition;
+    const softboard::Acquisition::Clock::time_point start{};
+    softboard::Acquisition acquisition;
     acquisition.start(-1, start);
     acquisition.advance(start + 250ms, 0.1);
     EXPECT_EQ(acquisition.pictures(), 2);
@@ -130,8 +130,8 @@ TEST(Acquisition, CountsByTimeAndKeepsTheBegunPicture) {
 
 TEST(Acquisition, CountsNothingWithoutAPeriod) {
     using namespace std::chrono_literals;
-    const grabber::Acquisition::Clock::time_point start{};
-    grabber::Acquisition acquisition;
+    const softboard::Acquisition::Clock::time_point start{};
+    softboard::Acquisition acquisition;
     acquisition.start(-1, start);
     acquisition.advance(start + 1h, std::nullopt);
     acquisition.advance(start + 2h, 0.0);

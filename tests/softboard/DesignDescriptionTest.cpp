@@ -8,11 +8,11 @@
 
 namespace {
 
-using grabber::DesignError;
-using grabber::packImage;
-using grabber::parseDesign;
-using grabber::unpackImage;
-using grabber::ValueType;
+using softboard::DesignError;
+using softboard::packImage;
+using softboard::parseDesign;
+using softboard::unpackImage;
+using softboard::ValueType;
 
 /// A design with these parameters and registers, and no events.
 std::string designText(const std::string& parameters, const std::string& registers = "") {

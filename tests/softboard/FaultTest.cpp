@@ -114,7 +114,7 @@ TEST_F(Fault, OfTheLoaderIsPlannedForTheProcess) {
 
 TEST_F(Fault, IsRefusedForAnUnknownBoardOrDirection) {
     int nothing = 0;
-    EXPECT_EQ(softboard_plan_fault(reinterpret_cast<softboard*>(&nothing), XLength, SOFTBOARD_WRITE, 1, -1),
+    EXPECT_EQ(softboard_plan_fault(reinterpret_cast<IXdevice*>(&nothing), XLength, SOFTBOARD_WRITE, 1, -1),
               SOFTBOARD_E_ARGUMENT);
     EXPECT_EQ(softboard_plan_fault(board, XLength, 3, 1, -1), SOFTBOARD_E_ARGUMENT);
     EXPECT_EQ(softboard_plan_fault(board, nullptr, SOFTBOARD_WRITE, 1, -1), SOFTBOARD_E_ARGUMENT);

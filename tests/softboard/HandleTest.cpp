@@ -40,7 +40,7 @@ TEST_F(Handle, OfASlaveLeavesTheDesignAsItIs) {
 }
 
 TEST_F(Handle, OfASlaveConfiguresABoardThatHasNoDesign) {
-    softboard* const fresh = softboard_open();
+    IXdevice* const fresh = softboard_open();
     Fg_Struct* const slave = Fg_InitHandleSlaveAware("Quillon.tav", fresh, design, 1);
     std::uint32_t value = 0;
     EXPECT_EQ(Fg_getParameterWithType(slave, id(XLength), &value, 0, 2), 0);

@@ -89,7 +89,7 @@ protected:
     }
     void start() { fg = Fg_InitHandle("Quillon.tav", board, design); }
 
-    softboard* board = nullptr;
+    IXdevice* board = nullptr;
     fpga_design* design = nullptr;
     Fg_Struct* fg = nullptr;
 };
@@ -132,7 +132,7 @@ TEST_F(BareBoard, TakesFaultPlansForNamesToCome) {
 }
 
 TEST_F(BareBoard, IsClosedOnce) {
-    softboard* const other = softboard_open();
+    IXdevice* const other = softboard_open();
     EXPECT_EQ(softboard_close(other), 0);
     EXPECT_EQ(softboard_close(other), SOFTBOARD_E_ARGUMENT);
     EXPECT_EQ(softboard_close(nullptr), SOFTBOARD_E_ARGUMENT);

@@ -10,7 +10,7 @@
 
 namespace {
 
-using grabber::InfoRecord;
+using softboard::InfoRecord;
 
 class InfoTree : public OpenBoard {
 protected:

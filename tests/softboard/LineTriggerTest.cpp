@@ -298,7 +298,7 @@ TEST_F(LineTrigger, SettingsCountWhoeverMakesThem) {
 }
 
 TEST_F(LineTrigger, SettingsCountThatWereMadeBeforeTheDesignCame) {
-    softboard* const early = softboard_open();
+    IXdevice* const early = softboard_open();
     softboard_set_integer(early, "Device1_Process0_Trigger_Trigger_ExsyncEnable", 1);
     Fg_Struct* const handle = Fg_InitHandleSlaveAware("Quillon.tav", early, design, 0);
     softboard_advance_signals(early, 200.0);
@@ -310,7 +310,7 @@ TEST_F(LineTrigger, SettingsCountThatWereMadeBeforeTheDesignCame) {
 }
 
 TEST_F(LineTrigger, IsNotThereIfTheDesignLacksOneOfItsParameters) {
-    softboard* const lacking = softboard_open();
+    IXdevice* const lacking = softboard_open();
     setenv("SOFTBOARD_HIDE", "Device1_Process0_Trigger_Trigger_ExsyncPeriod", 1);
     fpga_design* const hidden = loadDesignImage();
     unsetenv("SOFTBOARD_HIDE");

@@ -165,7 +165,7 @@ TEST(Loader, LeavesOutWhatTheEnvironmentHides) {
     unsetenv("SOFTBOARD_HIDE");
     EXPECT_STREQ(TavGetEvent(design, 0)->name, "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_Pin0");
     EXPECT_EQ(TavGetEvent(design, 30), nullptr);
-    softboard* const board = softboard_open();
+    IXdevice* const board = softboard_open();
     Fg_Struct* const fg = Fg_InitHandle("Quillon.tav", board, design);
     EXPECT_EQ(Fg_getParameterIdByName(fg, "Device1_Process0_Buffer_0_XLength"), SOFTBOARD_E_UNKNOWN_ID);
     EXPECT_EQ(Fg_getParameterIdByName(fg, "Device1_Process0_Buffer_0_XOffset"), 10006);

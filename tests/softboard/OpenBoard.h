@@ -88,7 +88,7 @@ protected:
         return access;
     }
 
-    softboard* board = nullptr;
+    IXdevice* board = nullptr;
     fpga_design* design = nullptr;
     Fg_Struct* fg = nullptr;
 };

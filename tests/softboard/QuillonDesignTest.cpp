@@ -69,13 +69,13 @@ TEST_F(QuillonDesign, HasMemoryOfFourGibibytes) {
 }
 
 TEST_F(QuillonDesign, StartsEveryParameterWithinItsOwnRange) {
-    const auto described = grabber::parseDesign(fileContent(DESIGN_FILE));
+    const auto described = softboard::parseDesign(fileContent(DESIGN_FILE));
     ASSERT_EQ(described->parameters.size(), 177U);
-    for (const grabber::ParameterDescription& parameter : described->parameters) {
-        if (parameter.type == grabber::ValueType::Double) {
+    for (const softboard::ParameterDescription& parameter : described->parameters) {
+        if (parameter.type == softboard::ValueType::Double) {
             EXPECT_LE(parameter.realMinimum, parameter.real) << parameter.name;
             EXPECT_GE(parameter.realMaximum, parameter.real) << parameter.name;
-        } else if (parameter.type <= grabber::ValueType::UInt64) {
+        } else if (parameter.type <= softboard::ValueType::UInt64) {
             EXPECT_LE(parameter.minimum, parameter.integer) << parameter.name;
             EXPECT_GE(parameter.maximum, parameter.integer) << parameter.name;
         }

@@ -58,7 +58,7 @@ TEST_F(Register, NeedsABoardADesignAndAPlaceForTheValue) {
     EXPECT_EQ(OrloRegisterRead(nullptr, 1, &value), SOFTBOARD_E_ARGUMENT);
     EXPECT_EQ(OrloRegisterWrite(nullptr, 1, 0), SOFTBOARD_E_ARGUMENT);
     EXPECT_EQ(OrloRegisterRead(board, 1, nullptr), SOFTBOARD_E_ARGUMENT);
-    softboard* const bare = softboard_open();
+    IXdevice* const bare = softboard_open();
     EXPECT_EQ(OrloRegisterRead(bare, 1, &value), SOFTBOARD_E_NO_DESIGN);
     softboard_close(bare);
 }

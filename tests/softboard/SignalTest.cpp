@@ -45,7 +45,7 @@ TEST_F(Signal, ClockMovesForwardByAMinuteAtMost) {
 }
 
 TEST_F(Signal, NeedsADesign) {
-    softboard* const bare = softboard_open();
+    IXdevice* const bare = softboard_open();
     int level = 0;
     std::uint64_t count = 0;
     EXPECT_EQ(softboard_get_signal(bare, 1, &level), SOFTBOARD_E_NO_DESIGN);

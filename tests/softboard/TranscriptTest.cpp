@@ -108,7 +108,7 @@ TEST_F(Transcript, OfTheProcessHoldsTheLoaderCalls) {
 }
 
 TEST_F(Transcript, OfOneBoardKnowsNothingOfAnother) {
-    softboard* const other = softboard_open();
+    IXdevice* const other = softboard_open();
     set(XLength, std::uint32_t{512}, 2);
     EXPECT_EQ(softboard_transcript_size(other), 0U);
     softboard_close(other);

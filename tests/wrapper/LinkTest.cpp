@@ -98,7 +98,7 @@ TEST_F(Link, OnlyASuccessChangesTheCurrentDeviceAndDesign) {
     link();
     EXPECT_EQ(FgIxWrapper::accessDeviceHandle(nullptr), board);
     EXPECT_EQ(FgIxWrapper::accessDesignHandle(nullptr), wrapper->designHandle());
-    softboard* const other = softboard_open();
+    IXdevice* const other = softboard_open();
     fpga_design* const design = loadDesign();
     softboard_plan_fault(other, "Fg_InitHandleSlaveAware", SOFTBOARD_CALL, 1, -5);
     BareWrapper refused;

@@ -94,7 +94,7 @@ protected:
     }
 
     test::RecordingDispatcher dispatcher;
-    softboard* board = nullptr;
+    IXdevice* board = nullptr;
     std::unique_ptr<BareWrapper> wrapper = std::make_unique<BareWrapper>();
 };
 

@@ -20,8 +20,8 @@
 extern "C" {
 #endif
 
-/// A board in software; the `IXdevice` that goes to `Std_entry`.
-typedef struct IXdevice softboard;
+/// A board in software is the `IXdevice` that goes to `Std_entry`.
+struct IXdevice;
 
 /// Codes that the software board, its SDK and its register access answer with. They lie outside the applet's own codes.
 enum softboard_error {
@@ -64,21 +64,21 @@ typedef struct softboard_access {
 /* ---- Boards ---- */
 
 /// Opens a new board, with no design. Null if memory is short.
-SOFTBOARD_API softboard* softboard_open(void);
+SOFTBOARD_API struct IXdevice* softboard_open(void);
 /// Closes a board. Every handle on it must have been freed before.
-SOFTBOARD_API int softboard_close(softboard* board);
+SOFTBOARD_API int softboard_close(struct IXdevice* board);
 
 /* ---- Transcript ---- */
 
 /// Number of entries. A null board gives the process-wide transcript: loader calls, and SDK calls that name no board.
-SOFTBOARD_API size_t softboard_transcript_size(softboard* board);
+SOFTBOARD_API size_t softboard_transcript_size(struct IXdevice* board);
 /// Copies entry `index` (from 0) to `*out`.
-SOFTBOARD_API int softboard_transcript_get(softboard* board, size_t index, softboard_access* out);
+SOFTBOARD_API int softboard_transcript_get(struct IXdevice* board, size_t index, softboard_access* out);
 /// Forgets all entries.
-SOFTBOARD_API int softboard_transcript_clear(softboard* board);
+SOFTBOARD_API int softboard_transcript_clear(struct IXdevice* board);
 /// Switches recording on (1, the state of a new board) or off (0), as for a benchmark. Faults and counts work in both
 /// states.
-SOFTBOARD_API int softboard_transcript_record(softboard* board, int enabled);
+SOFTBOARD_API int softboard_transcript_record(struct IXdevice* board, int enabled);
 
 /* ---- Faults ---- */
 
@@ -87,12 +87,13 @@ SOFTBOARD_API int softboard_transcript_record(softboard* board, int enabled);
 /// then returns `code`, or null if its result is a pointer. A null board plans for functions that know no board
 /// (TavLoadDesignFromBuffer, TavLoadTavFileWithType, ...). The name need not exist yet. Several plans may stand at
 /// once.
-SOFTBOARD_API int softboard_plan_fault(softboard* board, const char* name, int direction, unsigned nth, int64_t code);
+SOFTBOARD_API int softboard_plan_fault(struct IXdevice* board, const char* name, int direction, unsigned nth,
+                                       int64_t code);
 /// Plans that the `nth` (from 1; 0: every) parameter or register access of any name and either direction from now on
 /// answers `code`.
-SOFTBOARD_API int softboard_plan_fault_at(softboard* board, unsigned nth, int64_t code);
+SOFTBOARD_API int softboard_plan_fault_at(struct IXdevice* board, unsigned nth, int64_t code);
 /// Forgets all planned faults.
-SOFTBOARD_API int softboard_clear_faults(softboard* board);
+SOFTBOARD_API int softboard_clear_faults(struct IXdevice* board);
 
 /* ---- The hardware's side ---- */
 
@@ -100,29 +101,29 @@ SOFTBOARD_API int softboard_clear_faults(softboard* board);
 /// transcript. The access rights of the parameter do not matter. While the board has no design, changes of names that
 /// the SDK does not know are kept and made as soon as a design is put on the board that has them; reads are
 /// SOFTBOARD_E_NO_DESIGN.
-SOFTBOARD_API int softboard_set_integer(softboard* board, const char* name, int64_t value);
-SOFTBOARD_API int softboard_get_integer(softboard* board, const char* name, int64_t* value);
-SOFTBOARD_API int softboard_set_double(softboard* board, const char* name, double value);
-SOFTBOARD_API int softboard_get_double(softboard* board, const char* name, double* value);
-SOFTBOARD_API int softboard_set_text(softboard* board, const char* name, const char* value);
+SOFTBOARD_API int softboard_set_integer(struct IXdevice* board, const char* name, int64_t value);
+SOFTBOARD_API int softboard_get_integer(struct IXdevice* board, const char* name, int64_t* value);
+SOFTBOARD_API int softboard_set_double(struct IXdevice* board, const char* name, double value);
+SOFTBOARD_API int softboard_get_double(struct IXdevice* board, const char* name, double* value);
+SOFTBOARD_API int softboard_set_text(struct IXdevice* board, const char* name, const char* value);
 /// Copies at most `size` bytes with the terminator; SOFTBOARD_E_RANGE if the text is longer.
-SOFTBOARD_API int softboard_get_text(softboard* board, const char* name, char* buffer, size_t size);
+SOFTBOARD_API int softboard_get_text(struct IXdevice* board, const char* name, char* buffer, size_t size);
 /// One element of a field parameter, such as a lookup table's content.
-SOFTBOARD_API int softboard_set_element(softboard* board, const char* name, size_t index, int64_t value);
-SOFTBOARD_API int softboard_get_element(softboard* board, const char* name, size_t index, int64_t* value);
+SOFTBOARD_API int softboard_set_element(struct IXdevice* board, const char* name, size_t index, int64_t value);
+SOFTBOARD_API int softboard_get_element(struct IXdevice* board, const char* name, size_t index, int64_t* value);
 /// Removes a parameter from the design, so that its name no longer resolves and its id is unknown. While the board has
 /// no design this too is kept for the next one. SOFTBOARD_HIDE does the same, and for events, in every load of a design
 /// (see softboard/README.md).
-SOFTBOARD_API int softboard_hide_parameter(softboard* board, const char* name);
+SOFTBOARD_API int softboard_hide_parameter(struct IXdevice* board, const char* name);
 /// Changes or reads a register of the design.
-SOFTBOARD_API int softboard_set_register(softboard* board, const char* name, uint64_t value);
-SOFTBOARD_API int softboard_get_register(softboard* board, const char* name, uint64_t* value);
+SOFTBOARD_API int softboard_set_register(struct IXdevice* board, const char* name, uint64_t value);
+SOFTBOARD_API int softboard_get_register(struct IXdevice* board, const char* name, uint64_t* value);
 /// Lets `count` pictures arrive at once, if an acquisition runs. Others arrive by themselves, at the rate that the
 /// design is set to.
-SOFTBOARD_API int softboard_deliver_pictures(softboard* board, int64_t count);
+SOFTBOARD_API int softboard_deliver_pictures(struct IXdevice* board, int64_t count);
 /// The number that the SDK's Fg_getLastErrorNumber answers for this board; a null board: for a null SDK handle. It
 /// stands until it is changed; with 0 the code of the last failed call is answered again, 0 at first.
-SOFTBOARD_API int softboard_set_sdk_error(softboard* board, int number);
+SOFTBOARD_API int softboard_set_sdk_error(struct IXdevice* board, int number);
 
 /* ---- Digital signals, on a clock of their own ---- */
 
@@ -147,21 +148,21 @@ enum softboard_signal {
 /// of the monitors. Without it time stands still and none of them moves, except that a change of an input or a
 /// parameter acts at once. softboard/README.md tells the model. The clock counts ticks of 8 ns; what is left of a tick
 /// is kept.
-SOFTBOARD_API int softboard_advance_signals(softboard* board, double microseconds);
+SOFTBOARD_API int softboard_advance_signals(struct IXdevice* board, double microseconds);
 /// The time of that clock in microseconds, 0 when a design is put on the board.
-SOFTBOARD_API int softboard_get_signal_time(softboard* board, double* microseconds);
+SOFTBOARD_API int softboard_get_signal_time(struct IXdevice* board, double* microseconds);
 /// Gives an input a level (0 low, else high): 0 to 7 are GPI 0 to 7, 8 to 11 are front GPI 0 to 3; others are
 /// SOFTBOARD_E_RANGE. The design shows it in its input status. A change of the input status from the hardware's side is
 /// the same thing.
-SOFTBOARD_API int softboard_set_input(softboard* board, unsigned input, int level);
+SOFTBOARD_API int softboard_set_input(struct IXdevice* board, unsigned input, int level);
 /// The level of an output, which is that of the signal it selects, inverted or not: 0 is the camera trigger, 1 to 8 are
 /// GPO 0 to 7, 9 and 10 are front GPO 0 and 1; others are SOFTBOARD_E_RANGE.
-SOFTBOARD_API int softboard_get_output(softboard* board, unsigned output, int* level);
+SOFTBOARD_API int softboard_get_output(struct IXdevice* board, unsigned output, int* level);
 /// The level of a signal, a softboard_signal or another number from 0 to 36; others are SOFTBOARD_E_RANGE.
-SOFTBOARD_API int softboard_get_signal(softboard* board, unsigned signal, int* level);
+SOFTBOARD_API int softboard_get_signal(struct IXdevice* board, unsigned signal, int* level);
 /// How often the design has raised an event since it was put on the board. `name` is the design's name of the event,
 /// as "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_Pin0"; SOFTBOARD_E_UNKNOWN_ID if there is none.
-SOFTBOARD_API int softboard_event_count(softboard* board, const char* name, uint64_t* count);
+SOFTBOARD_API int softboard_event_count(struct IXdevice* board, const char* name, uint64_t* count);
 
 /* ---- Counts ---- */
 
