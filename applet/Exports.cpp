@@ -6,7 +6,7 @@
 #include <cstring>
 #include <utility>
 
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 #include "wrapper/TemporaryFile.h"
 
 using namespace quillon;
@@ -15,7 +15,7 @@ namespace {
 
 /// Calls the virtual operation `operation` with the wrapper behind `handle`; `invalid` for an invalid handle.
 template <class Result, class... Parameters, class... Arguments>
-Result forwardToWrapper(Handle handle, Result invalid, Result (FgIxWrapper::*operation)(Parameters...),
+Result forwardToWrapper(QuillonHandle handle, Result invalid, Result (FgIxWrapper::*operation)(Parameters...),
                         Arguments... arguments) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     return wrapper != nullptr ? (wrapper->*operation)(arguments...) : invalid;
@@ -23,7 +23,7 @@ Result forwardToWrapper(Handle handle, Result invalid, Result (FgIxWrapper::*ope
 
 /// Calls the SDK's function `entry` with the SDK's handle, and records the SDK's last error if its result is negative.
 template <class Result, class... Parameters, class... Arguments>
-Result forwardToSdk(Handle handle, Result (*SdkFunctionTable::*entry)(Fg_Struct_s*, Parameters...),
+Result forwardToSdk(QuillonHandle handle, Result (*SdkFunctionTable::*entry)(Fg_Struct_s*, Parameters...),
                     Arguments... arguments) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     if (wrapper == nullptr) {
@@ -41,7 +41,7 @@ Result forwardToSdk(Handle handle, Result (*SdkFunctionTable::*entry)(Fg_Struct_
 
 /// Calls an operation of the shading interface; its result is the last error, whatever it is.
 template <class... Parameters, class... Arguments>
-int forwardToShading(Handle handle, int (FgIxWrapper::*operation)(Parameters...), Arguments... arguments) {
+int forwardToShading(QuillonHandle handle, int (FgIxWrapper::*operation)(Parameters...), Arguments... arguments) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     if (wrapper == nullptr) {
         return InvalidHandle;
@@ -57,12 +57,12 @@ int mkstemps(char* fileTemplate, int suffixLength) {
     return makeTemporaryFile(fileTemplate, suffixLength);
 }
 
-int Fg_setParameterWithType(Handle handle, int id, const void* value, unsigned dma, FgParamTypes type) {
+int Fg_setParameterWithType(QuillonHandle handle, int id, const void* value, unsigned dma, FgParamTypes type) {
     return forwardToWrapper<int>(handle, InvalidHandle, &FgIxWrapper::setParameter, id, value, dma, type);
 }
 
-int Fg_getParameterWithType(Handle handle, int id, void* value, unsigned dma, FgParamTypes type) {
-    if (wrapperOf(handle) != nullptr && (type == TypeInt64 || type == TypeUInt64)) {
+int Fg_getParameterWithType(QuillonHandle handle, int id, void* value, unsigned dma, FgParamTypes type) {
+    if (wrapperOf(handle) != nullptr && (type == FgTypeInt64 || type == FgTypeUInt64)) {
         // A handler that writes 32 bits leaves a clean 64-bit result. A null value faults here, as it always has with
         // these types.
         std::memset(value, 0, sizeof(std::uint64_t));
@@ -70,54 +70,54 @@ int Fg_getParameterWithType(Handle handle, int id, void* value, unsigned dma, Fg
     return forwardToWrapper<int>(handle, InvalidHandle, &FgIxWrapper::getParameter, id, value, dma, type);
 }
 
-int Fg_freeParameterStringWithType(Handle handle, int id, void* value, unsigned dma, FgParamTypes type) {
-    if (wrapperOf(handle) != nullptr && type != TypeString) {
+int Fg_freeParameterStringWithType(QuillonHandle handle, int id, void* value, unsigned dma, FgParamTypes type) {
+    if (wrapperOf(handle) != nullptr && type != FgTypeString) {
         return NotAString;
     }
     return forwardToWrapper<int>(handle, InvalidHandle, &FgIxWrapper::freeParameterString, id, value, dma, type);
 }
 
-int Fg_getParameterIdByName(Handle handle, const char* name) {
+int Fg_getParameterIdByName(QuillonHandle handle, const char* name) {
     return forwardToWrapper<int>(handle, InvalidHandle, &FgIxWrapper::Fg_getParameterIdByName, name);
 }
 
-const char* Fg_getParameterName(Handle handle, int index) {
+const char* Fg_getParameterName(QuillonHandle handle, int index) {
     return forwardToWrapper<const char*>(handle, nullptr, &FgIxWrapper::Fg_getParameterName, index);
 }
 
-int Fg_getParameterId(Handle handle, int index) {
+int Fg_getParameterId(QuillonHandle handle, int index) {
     return forwardToWrapper<int>(handle, InvalidHandle, &FgIxWrapper::Fg_getParameterId, index);
 }
 
-int Fg_getNrOfParameter(Handle handle) {
+int Fg_getNrOfParameter(QuillonHandle handle) {
     return forwardToWrapper<int>(handle, InvalidHandle, &FgIxWrapper::Fg_getNrOfParameter);
 }
 
-int Fg_saveConfig(Handle handle, const char* fileName) {
+int Fg_saveConfig(QuillonHandle handle, const char* fileName) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     return wrapper != nullptr ? wrapper->Fg_saveConfig(wrapper->fglibFg(), fileName) : int{InvalidHandle};
 }
 
-int Fg_loadConfig(Handle handle, const char* fileName) {
+int Fg_loadConfig(QuillonHandle handle, const char* fileName) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     return wrapper != nullptr ? wrapper->Fg_loadConfig(wrapper->fglibFg(), fileName) : int{InvalidHandle};
 }
 
-int Fg_getParameterInfoXML(Handle handle, int port, char* buffer, std::size_t* size) {
+int Fg_getParameterInfoXML(QuillonHandle handle, int port, char* buffer, std::size_t* size) {
     return forwardToWrapper<int>(handle, InvalidHandle, &FgIxWrapper::Fg_getParameterInfoXML,
                                  reinterpret_cast<Fg_Struct_s*>(handle), port, buffer, size);
 }
 
-std::uint64_t Fg_getEventMask(Handle handle, const char* name) {
+std::uint64_t Fg_getEventMask(QuillonHandle handle, const char* name) {
     return forwardToWrapper<std::uint64_t>(handle, 0, &FgIxWrapper::Fg_getEventMask, name);
 }
 
-const char* Fg_getEventName(Handle handle, std::uint64_t mask) {
+const char* Fg_getEventName(QuillonHandle handle, std::uint64_t mask) {
     return forwardToWrapper<const char*>(handle, nullptr, &FgIxWrapper::Fg_getEventName, mask);
 }
 
 /// Asks that the SDK could answer, but answers for itself.
-RegisterInfo* Fg_getParameterInfo(Handle handle, int port) {
+RegisterInfo* Fg_getParameterInfo(QuillonHandle handle, int port) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     if (wrapper == nullptr || wrapper->wrapperFg().Fg_getParameterInfo == nullptr || wrapper->fglibFg() == nullptr) {
         return nullptr;
@@ -125,32 +125,32 @@ RegisterInfo* Fg_getParameterInfo(Handle handle, int port) {
     return wrapper->Fg_getParameterInfo(port);
 }
 
-int Fg_getAppletId(Handle handle, void* value) {
+int Fg_getAppletId(QuillonHandle handle, void* value) {
     return forwardToSdk(handle, &SdkFunctionTable::Fg_getAppletId, value);
 }
 
-int Fg_AcquireEx(Handle handle, unsigned dma, std::int64_t count, unsigned flags, void* memory) {
+int Fg_AcquireEx(QuillonHandle handle, unsigned dma, std::int64_t count, unsigned flags, void* memory) {
     return forwardToSdk(handle, &SdkFunctionTable::Fg_AcquireEx, dma, count, flags, memory);
 }
 
-int Fg_stopAcquireEx(Handle handle, unsigned dma, void* memory, unsigned flags) {
+int Fg_stopAcquireEx(QuillonHandle handle, unsigned dma, void* memory, unsigned flags) {
     return forwardToSdk(handle, &SdkFunctionTable::Fg_stopAcquireEx, dma, memory, flags);
 }
 
-std::int64_t Fg_getStatusEx(Handle handle, unsigned param, std::int64_t data, unsigned dma, void* memory) {
+std::int64_t Fg_getStatusEx(QuillonHandle handle, unsigned param, std::int64_t data, unsigned dma, void* memory) {
     return forwardToSdk(handle, &SdkFunctionTable::Fg_getStatusEx, param, data, dma, memory);
 }
 
-std::int64_t Fg_getLastPicNumberEx(Handle handle, unsigned dma, void* memory) {
+std::int64_t Fg_getLastPicNumberEx(QuillonHandle handle, unsigned dma, void* memory) {
     return forwardToSdk(handle, &SdkFunctionTable::Fg_getLastPicNumberEx, dma, memory);
 }
 
-std::int64_t Fg_getLastPicNumberBlockingEx(Handle handle, std::int64_t number, unsigned dma, unsigned timeout,
+std::int64_t Fg_getLastPicNumberBlockingEx(QuillonHandle handle, std::int64_t number, unsigned dma, unsigned timeout,
                                            void* memory) {
     return forwardToSdk(handle, &SdkFunctionTable::Fg_getLastPicNumberBlockingEx, number, dma, timeout, memory);
 }
 
-int Fg_FreeGrabber(Handle handle) {
+int Fg_FreeGrabber(QuillonHandle handle) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     if (wrapper == nullptr) {
         return InvalidHandle;
@@ -163,12 +163,12 @@ int Fg_FreeGrabber(Handle handle) {
     return result;
 }
 
-int Fg_getLastErrorNumber(Handle handle) {
+int Fg_getLastErrorNumber(QuillonHandle handle) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     return wrapper != nullptr ? wrapper->FgIxWrapper::Fg_getLastErrorNumber() : int{InvalidHandle};
 }
 
-ShadingMaster* Fg_AllocShading(Handle handle, int first, int second) {
+ShadingMaster* Fg_AllocShading(QuillonHandle handle, int first, int second) {
     FgIxWrapperImpl* wrapper = wrapperOf(handle);
     if (wrapper == nullptr) {
         return nullptr;
@@ -178,34 +178,34 @@ ShadingMaster* Fg_AllocShading(Handle handle, int first, int second) {
     return shading;
 }
 
-int Fg_FreeShading(Handle handle, ShadingMaster* shading) {
+int Fg_FreeShading(QuillonHandle handle, ShadingMaster* shading) {
     return forwardToShading(handle, &FgIxWrapper::Fg_FreeShading, shading);
 }
 
-int Shad_SetSubValueLine(Handle handle, ShadingMaster* shading, int x, int channel, float value) {
+int Shad_SetSubValueLine(QuillonHandle handle, ShadingMaster* shading, int x, int channel, float value) {
     return forwardToShading(handle, &FgIxWrapper::Shad_SetSubValueLine, shading, x, channel, value);
 }
 
-int Shad_SetMultValueLine(Handle handle, ShadingMaster* shading, int x, int channel, float value) {
+int Shad_SetMultValueLine(QuillonHandle handle, ShadingMaster* shading, int x, int channel, float value) {
     return forwardToShading(handle, &FgIxWrapper::Shad_SetMultValueLine, shading, x, channel, value);
 }
 
-int Shad_SetFixedPatternNoiseLine(Handle handle, ShadingMaster* shading, int x, int channel, int value) {
+int Shad_SetFixedPatternNoiseLine(QuillonHandle handle, ShadingMaster* shading, int x, int channel, int value) {
     return forwardToShading(handle, &FgIxWrapper::Shad_SetFixedPatternNoiseLine, shading, x, channel, value);
 }
 
-int Shad_GetMaxLine(Handle handle, ShadingMaster* shading) {
+int Shad_GetMaxLine(QuillonHandle handle, ShadingMaster* shading) {
     return forwardToShading(handle, &FgIxWrapper::Shad_GetMaxLine, shading);
 }
 
-int Shad_GetAccess(Handle handle, ShadingMaster* shading) {
+int Shad_GetAccess(QuillonHandle handle, ShadingMaster* shading) {
     return forwardToShading(handle, &FgIxWrapper::Shad_GetAccess, shading);
 }
 
-int Shad_FreeAccess(Handle handle, ShadingMaster* shading) {
+int Shad_FreeAccess(QuillonHandle handle, ShadingMaster* shading) {
     return forwardToShading(handle, &FgIxWrapper::Shad_FreeAccess, shading);
 }
 
-int Shad_WriteActLine(Handle handle, ShadingMaster* shading, int line) {
+int Shad_WriteActLine(QuillonHandle handle, ShadingMaster* shading, int line) {
     return forwardToShading(handle, &FgIxWrapper::Shad_WriteActLine, shading, line);
 }

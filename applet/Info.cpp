@@ -1,13 +1,13 @@
 // What the applet is, by numeric key. The keys are the SDK's; the answers depend on no state but the process-wide
 // device and design.
 
-#include <map>
 #include <string>
 
 #include "applet/Exports.h"
 #include "applet/Images.h"
 #include "engine/AppletProperties.h"
-#include "support/ErrorCode.h"
+#include "quillon/Enumerators.h"
+#include "support/Failure.h"
 
 using namespace quillon;
 
@@ -44,19 +44,10 @@ int storeImage(void* sizeSlot, void* dataSlot, std::size_t size, const unsigned 
     return Success;
 }
 
-/// The value of a public constant, or InvalidParameter for a name that is none. The table is made at the first call and
-/// stays until the library goes.
-int symbolValue(const char* name) {
-    static const std::map<std::string, int> symbols = {
-#define PUBLIC_VALUE(symbol, value) {#symbol, value},
-#include "design/PublicValues.def"
-#undef PUBLIC_VALUE
-    };
-    if (name == nullptr) {
-        return InvalidParameter;
-    }
-    const auto found = symbols.find(name);
-    return found != symbols.end() ? found->second : int{InvalidParameter};
+/// The value of an enumerator, or InvalidParameter for a name that is none.
+int enumeratorValue(const char* name) {
+    const NamedEnumerator* const found = name != nullptr ? findEnumerator(name) : nullptr;
+    return found != nullptr ? found->value : int{InvalidParameter};
 }
 
 }  // namespace
@@ -69,7 +60,7 @@ int Info(int key, int arg1, int arg2, void* in, void* out) {
         case 1872:
         case 1888:
         case 2064: return 1;
-        case 4608: return NumberOfProcesses;
+        case QuillonInfoProcesses: return NumberOfProcesses;
         case 1040:
         case 2160:
         case 2192:
@@ -77,34 +68,34 @@ int Info(int key, int arg1, int arg2, void* in, void* out) {
         case 2816:
         case 3072:
         case 3328: return 0;
-        case 2048: return 131073;
-        case 2176: return BoardType;
+        case QuillonInfoInterfaceVersion: return 131073;
+        case QuillonInfoBoardType: return BoardType;
         case 4624:
         case 4640:
         case 4688: return arg1 == 0 ? 1 : InvalidParameter;
         case 4704: return arg1 == 0 ? 10 : InvalidParameter;
         case 4656:
         case 4672: return arg1 == 0 && arg2 == 0 ? 0 : InvalidParameter;
-        case 1041:
+        case QuillonInfoIcon:
             if (arg1 != 0 || arg2 != 0) {
                 // There is one icon only; an index clears the slots, and they are filled all the same.
                 store(in, std::uint64_t{0});
                 store(out, static_cast<const unsigned char*>(nullptr));
             }
             return storeImage(in, out, IconSize, icon());
-        case 1042: return storeImage(in, out, DesignImageSize, designImage());
-        case 1043: return storeText(out, DesignIdentifier);
-        case 1044: return storeText(out, AppletIdentifier);
+        case QuillonInfoDesignImage: return storeImage(in, out, DesignImageSize, designImage());
+        case QuillonInfoDesignIdentifier: return storeText(out, DesignIdentifier);
+        case QuillonInfoSecondDesignIdentifier: return storeText(out, AppletIdentifier);
         case 2304: store(in, std::int32_t{0}); return Success;
-        case 4096: return storeText(out, Description);
-        case 4112: return storeText(out, Category);
-        case 4128: return storeText(out, Tags);
-        case 4144: store(in, FgIxWrapper::accessDeviceHandle(nullptr)); return Success;
-        case 4160: store(in, FgIxWrapper::accessDesignHandle(nullptr)); return Success;
-        case 4176: return storeText(out, AppletName);
-        case 4192: return storeText(out, Version);
-        case 4208: return storeText(out, VersionWithDate);
-        case 4352: return symbolValue(static_cast<const char*>(in));
+        case QuillonInfoDescription: return storeText(out, Description);
+        case QuillonInfoCategory: return storeText(out, Category);
+        case QuillonInfoTags: return storeText(out, Tags);
+        case QuillonInfoDevice: store(in, FgIxWrapper::accessDeviceHandle(nullptr)); return Success;
+        case QuillonInfoDesign: store(in, FgIxWrapper::accessDesignHandle(nullptr)); return Success;
+        case QuillonInfoName: return storeText(out, AppletName);
+        case QuillonInfoVersion: return storeText(out, Version);
+        case QuillonInfoVersionWithDate: return storeText(out, VersionWithDate);
+        case QuillonInfoEnumerator: return enumeratorValue(static_cast<const char*>(in));
         default: return NotImplemented;
     }
 }

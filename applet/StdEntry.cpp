@@ -6,7 +6,7 @@
 #include "applet/Exports.h"
 #include "applet/Images.h"
 #include "engine/AppletProperties.h"
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 #include "wrapper/DesignLoader.h"
 
 using namespace quillon;
@@ -27,7 +27,7 @@ fpga_design* loadDesign() {
 
 }  // namespace
 
-FgIxWrapperImpl* Std_entry(IXdevice* device, int* status, int flags) {
+QuillonWrapper* Std_entry(IXdevice* device, int* status, int flags) {
     int unasked = Success;
     int& result = status != nullptr ? *status : unasked;
 
@@ -51,12 +51,12 @@ FgIxWrapperImpl* Std_entry(IXdevice* device, int* status, int flags) {
     // From here on an exception leaves the wrapper behind: the SDK has its handle.
     FgIxWrapperImpl* const ready = wrapper.release();
     ready->initHandles(device, design);
-    ready->buildSdkParameterTables();
+    ready->buildNameTables();
     ready->lookUpDesignParameters();
     ready->buildParameterCatalogue();
     ready->setUpDesignTables();
     if ((flags & SlaveFlag) == 0) {
         ready->pushDefaultState();
     }
-    return ready;
+    return asHeldByHost(ready);
 }

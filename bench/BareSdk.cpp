@@ -44,7 +44,7 @@ BareSdk::BareSdk()
     resolve(sdk, "Fg_InitHandle", initHandle);
     std::uint64_t size = 0;
     void* image = nullptr;
-    library_.functions().Info(1042, 0, 0, &size, &image);
+    library_.functions().Info(QuillonInfoDesignImage, 0, 0, &size, &image);
     design_ = load(image, size, 1);
     handle_ = initHandle("Quillon.tav", board_.device(), design_);
     if (handle_ == nullptr) {

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "client/PublicParameters.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/PublicParameters.h"
 
 namespace {
 
@@ -58,9 +58,9 @@ std::vector<int> lookUpsOfALoad(const std::filesystem::path& file) {
     Line line;
     for (int number = 1; readLine(stream.get(), line); ++number) {
         const std::string key(line.data(), std::strcspn(line.data(), "="));
-        const PublicParameter* parameter = findPublicParameter(key);
+        const quillon::PublicParameter* parameter = quillon::findPublicParameter(key);
         const bool isDebug = key.starts_with("FG_DEBUG") && key != "FG_DEBUGFILE";
-        if (parameter == nullptr || parameter->access == ParameterAccess::ReadOnly || isDebug) {
+        if (parameter == nullptr || parameter->access == quillon::ParameterAccess::ReadOnly || isDebug) {
             continue;
         }
         ends.push_back(number);

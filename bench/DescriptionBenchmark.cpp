@@ -126,8 +126,6 @@ BENCHMARK(DescriptionBytesIntoBuffer);
 
 #ifdef QUILLON_HAS_PUGIXML
 
-using quillon::RegisterInfo;
-
 /// Renders the records with a tree of elements and attributes, as one would with an XML library: the same elements in
 /// the same order with the same contents. Only the white space between them, and which quotes are used, are the
 /// library's.
@@ -183,7 +181,7 @@ private:
     }
 
     void addRecord(const RegisterInfo& record, const RegisterInfo* parent) {
-        if (record.type != quillon::RegisterTypeGroup) {
+        if (record.type != RegisterTypeGroup) {
             addParameter(record, *parent);
             return;
         }
@@ -195,16 +193,16 @@ private:
     void addParameter(const RegisterInfo& record, const RegisterInfo& parent) {
         const std::string name = record.symbol;
         switch (record.type) {
-            case quillon::RegisterTypeUInt:
+            case RegisterTypeUInt:
                 addInteger(record, name, record.as.uint.min, record.as.uint.max, record.as.uint.inc);
                 break;
-            case quillon::RegisterTypeInt:
+            case RegisterTypeInt:
                 addInteger(record, name, widened(record.as.integer.min), widened(record.as.integer.max),
                            widened(record.as.integer.inc));
                 break;
-            case quillon::RegisterTypeDouble: addFloat(record, name); break;
-            case quillon::RegisterTypeString: addString(record, name); break;
-            case quillon::RegisterTypeEnum: addEnumeration(record, name); break;
+            case RegisterTypeDouble: addFloat(record, name); break;
+            case RegisterTypeString: addString(record, name); break;
+            case RegisterTypeEnum: addEnumeration(record, name); break;
             default: return;
         }
         categoryOf(parent.label).features.push_back(name);
@@ -273,7 +271,7 @@ private:
     void addEnumeration(const RegisterInfo& record, const std::string& name) {
         pugi::xml_node node = addNamed("Enumeration", name);
         addText(node, "Description", record.label);
-        const RegisterInfo::Enum& entries = record.as.enumeration;
+        const RegisterInfoEnum& entries = record.as.enumeration;
         std::map<int, const char*> names;
         for (std::int32_t entry = 0; entry < entries.entryCount; ++entry) {
             names[entries.entryValues[entry]] = entries.entryNames[entry];

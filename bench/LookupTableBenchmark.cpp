@@ -13,9 +13,6 @@ namespace {
 
 using quillon::client::testing::BuiltApplet;
 
-constexpr int Gain = 300002;   // FG_PROCESSING_GAIN
-constexpr int Gamma = 300003;  // FG_PROCESSING_GAMMA
-
 void PowLoop(benchmark::State& state) {
     std::array<double, 16384> powers{};
     for (auto _ : state) {
@@ -45,12 +42,12 @@ void alternate(benchmark::State& state, int parameter, double first, double seco
 }
 
 void ProcessingGammaChange(benchmark::State& state) {
-    alternate(state, Gamma, 2.2, 2.25);
+    alternate(state, FG_PROCESSING_GAMMA, 2.2, 2.25);
 }
 BENCHMARK(ProcessingGammaChange);
 
 void ProcessingGainChangeAtGammaOne(benchmark::State& state) {
-    alternate(state, Gain, 1.0, 0.75);
+    alternate(state, FG_PROCESSING_GAIN, 1.0, 0.75);
 }
 BENCHMARK(ProcessingGainChangeAtGammaOne);
 

@@ -11,8 +11,6 @@ namespace {
 using quillon::bench::BareSdk;
 using quillon::client::testing::BuiltApplet;
 
-constexpr int Width = 100;  // FG_WIDTH
-
 struct QuietApplet : BuiltApplet {
     QuietApplet() { board.record(false); }
 };
@@ -40,7 +38,7 @@ void RememberedRead(benchmark::State& state) {
     auto* handle = built.applet.handle();
     std::uint32_t value = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(functions.Fg_getParameterWithType(handle, Width, &value, 0, 2));
+        benchmark::DoNotOptimize(functions.Fg_getParameterWithType(handle, FG_WIDTH, &value, 0, FgTypeUInt32));
     }
     if (value != 1024) {
         state.SkipWithError("the width is not what it started as");
@@ -57,7 +55,7 @@ void WidthWrite(benchmark::State& state) {
     int failures = 0;
     for (auto _ : state) {
         value ^= 1024U ^ 2048U;
-        failures += functions.Fg_setParameterWithType(handle, Width, &value, 0, 2) != 0 ? 1 : 0;
+        failures += functions.Fg_setParameterWithType(handle, FG_WIDTH, &value, 0, FgTypeUInt32) != 0 ? 1 : 0;
     }
     if (failures != 0) {
         state.SkipWithError("a width was refused");
@@ -71,7 +69,7 @@ void WidthWriteBareSdkCalls(benchmark::State& state) {
     {
         BuiltApplet built;
         built.board.clearTranscript();
-        built.applet.setUnsigned(Width, 2048);
+        built.applet.setUnsigned(FG_WIDTH, 2048);
         accesses = sdk.accessesOf(built.board.transcript());
     }
     for (auto _ : state) {
@@ -89,25 +87,24 @@ void RefusedWrite(benchmark::State& state) {
     auto* handle = built.applet.handle();
     const std::uint32_t value = 6;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(functions.Fg_setParameterWithType(handle, Width, &value, 0, 2));
+        benchmark::DoNotOptimize(functions.Fg_setParameterWithType(handle, FG_WIDTH, &value, 0, FgTypeUInt32));
     }
 }
 BENCHMARK(RefusedWrite);
 
 /// A text is read and given back while `state.range(0)` others are out.
 void TextReadAndRelease(benchmark::State& state) {
-    constexpr int Text = 24108;  // FG_TAV_FILE
     QuietApplet built;
     const auto& functions = built.applet.functions();
     auto* handle = built.applet.handle();
     char* text = nullptr;
     int failures = 0;
     for (std::int64_t i = 0; i < state.range(0); ++i) {
-        failures += functions.Fg_getParameterWithType(handle, Text, &text, 0, 22) != 0 ? 1 : 0;
+        failures += functions.Fg_getParameterWithType(handle, FG_TAV_FILE, &text, 0, FgTypeString) != 0 ? 1 : 0;
     }
     for (auto _ : state) {
-        failures += functions.Fg_getParameterWithType(handle, Text, &text, 0, 22) != 0 ? 1 : 0;
-        failures += functions.Fg_freeParameterStringWithType(handle, Text, text, 0, 22) != 0 ? 1 : 0;
+        failures += functions.Fg_getParameterWithType(handle, FG_TAV_FILE, &text, 0, FgTypeString) != 0 ? 1 : 0;
+        failures += functions.Fg_freeParameterStringWithType(handle, FG_TAV_FILE, text, 0, FgTypeString) != 0 ? 1 : 0;
     }
     if (failures != 0) {
         state.SkipWithError("a text was refused");

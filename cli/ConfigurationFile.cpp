@@ -103,8 +103,8 @@ std::vector<ConfigurationLine> savedState(client::Applet& applet) {
 }
 
 bool isLoaded(const std::string& key) {
-    const client::PublicParameter* parameter = client::findPublicParameter(key);
-    const bool settable = parameter != nullptr && parameter->access == client::ParameterAccess::ReadWrite;
+    const PublicParameter* parameter = findPublicParameter(key);
+    const bool settable = parameter != nullptr && parameter->access == ParameterAccess::ReadWrite;
     return settable && std::find(savedOnly.begin(), savedOnly.end(), key) == savedOnly.end();
 }
 

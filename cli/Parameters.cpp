@@ -6,18 +6,16 @@
 #include "cli/Arguments.h"
 #include "cli/ExitStatus.h"
 #include "cli/Suggestions.h"
+#include "quillon/Vocabulary.h"
 
 namespace quillon::cli {
 
-using client::ParameterKind;
 using client::ParameterRecord;
 using client::RecordKind;
 
 namespace {
 
 constexpr std::uint32_t LookupTableSize = 16384;
-constexpr int FirstRegister = 1000000;      // ids above reach registers, where that is enabled
-constexpr int FirstSdkParameter = 2000000;  // ids above reach the SDK's own parameters
 
 /// "NAME[first..last]" taken apart.
 struct NameAndRun {
@@ -85,10 +83,10 @@ Parameter complete(const client::Applet& applet, int id, const std::vector<Param
         parameter.record = *record;
         parameter.name = record->symbol;
         parameter.kind = kindOf(*record);
-    } else if (id > FirstRegister && id <= FirstSdkParameter) {
+    } else if (id > FG_REGISTER_IDS && id <= FG_SDK_IDS) {
         parameter.kind = ParameterKind::Int64;  // wide enough for every register
     }
-    if (const client::PublicParameter* known = client::findPublicParameter(id)) {
+    if (const PublicParameter* known = findPublicParameter(id)) {
         parameter.name = known->name;
         // The record knows that one of the whole numbers has 64 bits.
         parameter.kind = parameter.kind == ParameterKind::Int64 ? ParameterKind::Int64 : known->kind;
@@ -106,7 +104,7 @@ Parameter complete(const client::Applet& applet, int id, const std::vector<Param
 
 std::optional<int> idByName(const client::Applet& applet, const std::string& name,
                             const std::vector<ParameterRecord>& trees) {
-    if (const client::PublicParameter* known = client::findPublicParameter(name)) {
+    if (const PublicParameter* known = findPublicParameter(name)) {
         return known->id;
     }
     if (const int id = applet.parameterId(name); id >= 0) {
@@ -146,7 +144,7 @@ int idOf(const client::Applet& applet, const std::string& name, const std::vecto
 
 bool Parameter::isUnsigned() const {
     if (!record) {
-        return id > FirstRegister;
+        return id > FG_REGISTER_IDS;
     }
     return record->kind == RecordKind::UInt || record->kind == RecordKind::UInt64;
 }

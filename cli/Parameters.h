@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "client/Applet.h"
-#include "client/PublicParameters.h"
+#include "quillon/PublicParameters.h"
 
 namespace quillon::cli {
 
@@ -21,7 +21,7 @@ struct Run {
 struct Parameter {
     std::string name;  ///< the number in words where the applet has no name for it
     int id = 0;
-    client::ParameterKind kind = client::ParameterKind::Int;
+    ParameterKind kind = ParameterKind::Int;
     std::optional<client::ParameterRecord> record;  ///< what the applet publishes of it now
     std::optional<Run> run;                         ///< of a lookup table: the entries that are meant
 

@@ -5,7 +5,7 @@
 
 #include "client/Errors.h"
 #include "client/Text.h"
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 
 namespace quillon::cli {
 
@@ -55,7 +55,7 @@ std::string enumeratorList(const client::ParameterRecord& record) {
 }
 
 Refusal explainCode(int code) {
-    const client::CodeText text = client::codeText(code);
+    const CodeText text = client::codeText(code);
     return {code, std::string(text.name), std::string(text.sentence), "", ""};
 }
 
@@ -121,7 +121,7 @@ std::string acceptedValues(const Parameter& parameter) {
             }
         },
         parameter.record->range);
-    const bool isField = parameter.kind == client::ParameterKind::Field;
+    const bool isField = parameter.kind == ParameterKind::Field;
     return isField ? std::to_string(parameter.record->fieldSize) + " entries of " + range : range;
 }
 

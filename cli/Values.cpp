@@ -14,8 +14,6 @@ template class nlohmann::basic_json<nlohmann::ordered_map>;
 
 namespace quillon::cli {
 
-using client::ParameterKind;
-
 namespace {
 
 UsageError noValue(const Parameter& parameter, const std::string& text, const std::string& reason) {
@@ -141,7 +139,7 @@ Value parseValue(const client::Applet& applet, const Parameter& parameter, const
             throw noValue(parameter, text, ": it takes a number");
         case ParameterKind::Int:
         case ParameterKind::Int64:
-        case ParameterKind::Sdk: break;
+        case ParameterKind::Forwarded: break;
     }
     const auto number = parseWholeNumber(text);
     return number ? wholeValue(parameter, text, *number) : parseEnumerator(applet, parameter, text);
@@ -149,7 +147,7 @@ Value parseValue(const client::Applet& applet, const Parameter& parameter, const
 
 int readValue(client::Applet& applet, const Parameter& parameter, Value& value) {
     switch (parameter.kind) {
-        case ParameterKind::Sdk: return readSdkNumber(applet, parameter, value);
+        case ParameterKind::Forwarded: return readSdkNumber(applet, parameter, value);
         case ParameterKind::Field: return readEntries(applet, parameter, value);
         case ParameterKind::String: {
             std::string text;
@@ -186,7 +184,7 @@ int writeValue(client::Applet& applet, const Parameter& parameter, const Value& 
             return applet.setField(parameter.id, std::get<std::vector<std::uint32_t>>(value),
                                    parameter.run.value().first);
         case ParameterKind::Int:
-        case ParameterKind::Sdk: break;
+        case ParameterKind::Forwarded: break;
     }
     // The low 32 bits: parseValue() has seen to it that nothing else is set, but for a sign.
     return applet.setUnsigned(parameter.id, static_cast<std::uint32_t>(bitsOf(value)));

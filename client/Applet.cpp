@@ -3,15 +3,14 @@
 #include <algorithm>
 #include <cstring>
 
-#include "info/RegisterInfo.h"
-#include "support/ErrorCode.h"
+#include "quillon/ErrorCode.h"
+#include "quillon/RegisterInfo.h"
 
 namespace quillon::client {
 
 namespace {
 
-constexpr int DescriptionId = 24114;  // FG_PARAM_DESCR
-constexpr unsigned Dma = 0;           // the only process of the applet
+constexpr unsigned Dma = 0;  // the only process of the applet
 
 std::optional<std::string> optionalText(const char* text) {
     return text != nullptr ? std::optional<std::string>(text) : std::nullopt;
@@ -20,7 +19,7 @@ std::optional<std::string> optionalText(const char* text) {
 }  // namespace
 
 Applet::Applet(const Library& library, IXdevice* device, int flags)
-    : library_(library), location_(std::make_unique<void*>(nullptr)) {
+    : library_(library), location_(std::make_unique<QuillonWrapper*>(nullptr)) {
     int openStatus = 0;
     *location_ = functions().Std_entry(device, &openStatus, flags);
     if (*location_ == nullptr) {
@@ -40,28 +39,28 @@ int Applet::close() {
     return functions().Fg_FreeGrabber(handle());
 }
 
-int Applet::set(int id, const void* value, unsigned dma, Type type) {
+int Applet::set(int id, const void* value, unsigned dma, FgParamTypes type) {
     return functions().Fg_setParameterWithType(handle(), id, value, dma, type);
 }
 
-int Applet::get(int id, void* value, unsigned dma, Type type) {
+int Applet::get(int id, void* value, unsigned dma, FgParamTypes type) {
     return functions().Fg_getParameterWithType(handle(), id, value, dma, type);
 }
 
-int Applet::freeText(int id, void* value, unsigned dma, Type type) {
+int Applet::freeText(int id, void* value, unsigned dma, FgParamTypes type) {
     return functions().Fg_freeParameterStringWithType(handle(), id, value, dma, type);
 }
 
 // A parameter is accessed in its natural width, whatever the type says, so a 32-bit value lies in 64 bits on its way:
 // its low half is the value on this byte order.
 template <typename Narrow>
-int Applet::setNarrow(int id, Narrow value, Type type) {
+int Applet::setNarrow(int id, Narrow value, FgParamTypes type) {
     const std::int64_t slot = value;
     return set(id, &slot, Dma, type);
 }
 
 template <typename Narrow>
-int Applet::getNarrow(int id, Narrow& value, Type type) {
+int Applet::getNarrow(int id, Narrow& value, FgParamTypes type) {
     std::int64_t slot = value;
     const int code = get(id, &slot, Dma, type);
     value = static_cast<Narrow>(slot);
@@ -69,52 +68,52 @@ int Applet::getNarrow(int id, Narrow& value, Type type) {
 }
 
 int Applet::setInt(int id, std::int32_t value) {
-    return setNarrow(id, value, ValueType::Int);
+    return setNarrow(id, value, FgTypeInt32);
 }
 
 int Applet::setUnsigned(int id, std::uint32_t value) {
-    return setNarrow(id, value, ValueType::Unsigned);
+    return setNarrow(id, value, FgTypeUInt32);
 }
 
 int Applet::setInt64(int id, std::int64_t value) {
-    return set(id, &value, Dma, ValueType::Int64);
+    return set(id, &value, Dma, FgTypeInt64);
 }
 
 int Applet::setUnsigned64(int id, std::uint64_t value) {
-    return set(id, &value, Dma, ValueType::Unsigned64);
+    return set(id, &value, Dma, FgTypeUInt64);
 }
 
 int Applet::setDouble(int id, double value) {
-    return set(id, &value, Dma, ValueType::Double);
+    return set(id, &value, Dma, FgTypeDouble);
 }
 
 int Applet::setText(int id, const std::string& value) {
-    return set(id, value.c_str(), Dma, ValueType::Buffer);
+    return set(id, value.c_str(), Dma, FgTypeCharBuffer);
 }
 
 int Applet::getInt(int id, std::int32_t& value) {
-    return getNarrow(id, value, ValueType::Int);
+    return getNarrow(id, value, FgTypeInt32);
 }
 
 int Applet::getUnsigned(int id, std::uint32_t& value) {
-    return getNarrow(id, value, ValueType::Unsigned);
+    return getNarrow(id, value, FgTypeUInt32);
 }
 
 int Applet::getInt64(int id, std::int64_t& value) {
-    return get(id, &value, Dma, ValueType::Int64);
+    return get(id, &value, Dma, FgTypeInt64);
 }
 
 int Applet::getUnsigned64(int id, std::uint64_t& value) {
-    return get(id, &value, Dma, ValueType::Unsigned64);
+    return get(id, &value, Dma, FgTypeUInt64);
 }
 
 int Applet::getDouble(int id, double& value) {
-    return get(id, &value, Dma, ValueType::Double);
+    return get(id, &value, Dma, FgTypeDouble);
 }
 
 int Applet::getText(int id, std::string& value) {
     char* text = nullptr;
-    const int code = get(id, &text, Dma, ValueType::String);
+    const int code = get(id, &text, Dma, FgTypeString);
     if (code == Success && text != nullptr) {
         value = text;
         freeText(id, text);
@@ -162,24 +161,24 @@ std::string Applet::readText(int id) {
 
 int Applet::setField(int id, std::span<const std::uint32_t> values, std::uint32_t index) {
     // The record serves both directions, hence its pointer to values that could be changed; a set only reads them.
-    const FieldAccess access{ValueType::Unsigned, index, static_cast<std::uint32_t>(values.size()),
-                             const_cast<std::uint32_t*>(values.data())};
-    return set(id, &access, Dma, ValueType::Field);
+    const FieldParameterAccess access{FgTypeUInt32, index, static_cast<std::uint32_t>(values.size()),
+                                      const_cast<std::uint32_t*>(values.data())};
+    return set(id, &access, Dma, FgTypeFieldAccess);
 }
 
 int Applet::getField(int id, std::span<std::uint32_t> values, std::uint32_t index) {
-    FieldAccess access{ValueType::Unsigned, index, static_cast<std::uint32_t>(values.size()), values.data()};
-    return get(id, &access, Dma, ValueType::Field);
+    FieldParameterAccess access{FgTypeUInt32, index, static_cast<std::uint32_t>(values.size()), values.data()};
+    return get(id, &access, Dma, FgTypeFieldAccess);
 }
 
 int Applet::setElement(int id, std::uint32_t index, std::uint32_t value) {
-    const FieldElement element{value, index};
-    return set(id, &element, Dma, ValueType::Element);
+    const FieldParameterInt_s element{value, index};
+    return set(id, &element, Dma, FgTypeFieldInt);
 }
 
 int Applet::getElement(int id, std::uint32_t index, std::uint32_t& value) {
-    FieldElement element{0, index};
-    const int code = get(id, &element, Dma, ValueType::Element);
+    FieldParameterInt_s element{0, index};
+    const int code = get(id, &element, Dma, FgTypeFieldInt);
     value = element.value;
     return code;
 }
@@ -208,11 +207,11 @@ std::string Applet::readDescription(const std::string& name) {
     // The slot goes in as the name and comes back as a pointer to the text, so it must have room for either.
     std::vector<char*> slot(name.size() / sizeof(char*) + 1, nullptr);
     std::memcpy(slot.data(), name.c_str(), name.size() + 1);
-    if (const int code = get(DescriptionId, slot.data(), Dma, ValueType::String); code != Success) {
-        throw ParameterError("a get", DescriptionId, code);
+    if (const int code = get(FG_PARAM_DESCR, slot.data(), Dma, FgTypeString); code != Success) {
+        throw ParameterError("a get", FG_PARAM_DESCR, code);
     }
     std::string description = slot.front();
-    freeText(DescriptionId, slot.front());
+    freeText(FG_PARAM_DESCR, slot.front());
     return description;
 }
 
@@ -237,8 +236,8 @@ std::vector<std::pair<std::uint64_t, std::string>> Applet::events() const {
 
 std::vector<ParameterRecord> Applet::parameterInfo(int port) const {
     std::vector<ParameterRecord> trees;
-    for (auto record = static_cast<const RegisterInfo*>(functions().Fg_getParameterInfo(handle(), port));
-         record != nullptr; record = record->next) {
+    for (const RegisterInfo* record = functions().Fg_getParameterInfo(handle(), port); record != nullptr;
+         record = record->next) {
         trees.push_back(copyRecord(*record));
     }
     return trees;
@@ -290,39 +289,39 @@ std::int64_t Applet::lastPictureBlocking(std::int64_t picture, unsigned dma, uns
     return functions().Fg_getLastPicNumberBlockingEx(handle(), picture, dma, timeout, memory);
 }
 
-void* Applet::allocateShading(int set, int mode) {
+ShadingMaster* Applet::allocateShading(int set, int mode) {
     return functions().Fg_AllocShading(handle(), set, mode);
 }
 
-int Applet::freeShading(void* shading) {
+int Applet::freeShading(ShadingMaster* shading) {
     return functions().Fg_FreeShading(handle(), shading);
 }
 
-int Applet::setSubtractLine(void* shading, int x, int channel, float value) {
+int Applet::setSubtractLine(ShadingMaster* shading, int x, int channel, float value) {
     return functions().Shad_SetSubValueLine(handle(), shading, x, channel, value);
 }
 
-int Applet::setMultiplyLine(void* shading, int x, int channel, float value) {
+int Applet::setMultiplyLine(ShadingMaster* shading, int x, int channel, float value) {
     return functions().Shad_SetMultValueLine(handle(), shading, x, channel, value);
 }
 
-int Applet::setFixedPatternNoiseLine(void* shading, int x, int channel, int on) {
+int Applet::setFixedPatternNoiseLine(ShadingMaster* shading, int x, int channel, int on) {
     return functions().Shad_SetFixedPatternNoiseLine(handle(), shading, x, channel, on);
 }
 
-int Applet::maxLine(void* shading) {
+int Applet::maxLine(ShadingMaster* shading) {
     return functions().Shad_GetMaxLine(handle(), shading);
 }
 
-int Applet::shadingAccess(void* shading) {
+int Applet::shadingAccess(ShadingMaster* shading) {
     return functions().Shad_GetAccess(handle(), shading);
 }
 
-int Applet::freeShadingAccess(void* shading) {
+int Applet::freeShadingAccess(ShadingMaster* shading) {
     return functions().Shad_FreeAccess(handle(), shading);
 }
 
-int Applet::writeActiveLine(void* shading, int line) {
+int Applet::writeActiveLine(ShadingMaster* shading, int line) {
     return functions().Shad_WriteActLine(handle(), shading, line);
 }
 

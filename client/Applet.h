@@ -21,7 +21,7 @@ namespace quillon::client {
 ///
 /// Functions that return `int` answer the applet's own code, 0 for success, and throw nothing of their own. Functions
 /// whose names begin with "read", and those that say so, throw instead: ParameterError or CallError with the code.
-/// Parameters are addressed by id (client/PublicParameters.h). Parameter calls may come from several threads at once;
+/// Parameters are addressed by id (quillon/Vocabulary.h). Parameter calls may come from several threads at once;
 /// moving and destroying must not race with any call.
 class Applet {
 public:
@@ -34,16 +34,16 @@ public:
     ~Applet();
 
     /// What the exported functions take; null in its location after close().
-    Handle handle() const { return location_.get(); }
+    QuillonHandle handle() const { return location_.get(); }
     const Functions& functions() const { return library_.functions(); }
     const Library& library() const { return library_; }
     /// Frees the applet now and answers Fg_FreeGrabber's result. Every later call answers "invalid handle".
     int close();
 
     // Values ---------------------------------------------------------------------------------------------------------
-    int set(int id, const void* value, unsigned dma, Type type);
-    int get(int id, void* value, unsigned dma, Type type);
-    int freeText(int id, void* value, unsigned dma = 0, Type type = ValueType::String);
+    int set(int id, const void* value, unsigned dma, FgParamTypes type);
+    int get(int id, void* value, unsigned dma, FgParamTypes type);
+    int freeText(int id, void* value, unsigned dma = 0, FgParamTypes type = FgTypeString);
 
     // Numbers. A parameter of 64 bits takes the 32-bit forms, too, but no number takes a text's place.
     int setInt(int id, std::int32_t value);
@@ -109,24 +109,24 @@ public:
     std::int64_t lastPictureBlocking(std::int64_t picture, unsigned dma, unsigned timeout, void* memory);
 
     // Shading, which this applet answers as not implemented ----------------------------------------------------------
-    void* allocateShading(int set, int mode);
-    int freeShading(void* shading);
-    int setSubtractLine(void* shading, int x, int channel, float value);
-    int setMultiplyLine(void* shading, int x, int channel, float value);
-    int setFixedPatternNoiseLine(void* shading, int x, int channel, int on);
-    int maxLine(void* shading);
-    int shadingAccess(void* shading);
-    int freeShadingAccess(void* shading);
-    int writeActiveLine(void* shading, int line);
+    ShadingMaster* allocateShading(int set, int mode);
+    int freeShading(ShadingMaster* shading);
+    int setSubtractLine(ShadingMaster* shading, int x, int channel, float value);
+    int setMultiplyLine(ShadingMaster* shading, int x, int channel, float value);
+    int setFixedPatternNoiseLine(ShadingMaster* shading, int x, int channel, int on);
+    int maxLine(ShadingMaster* shading);
+    int shadingAccess(ShadingMaster* shading);
+    int freeShadingAccess(ShadingMaster* shading);
+    int writeActiveLine(ShadingMaster* shading, int line);
 
 private:
     template <typename Narrow>
-    int setNarrow(int id, Narrow value, Type type);
+    int setNarrow(int id, Narrow value, FgParamTypes type);
     template <typename Narrow>
-    int getNarrow(int id, Narrow& value, Type type);
+    int getNarrow(int id, Narrow& value, FgParamTypes type);
 
     Library library_;
-    std::unique_ptr<void*> location_;  ///< holds the wrapper; null in a moved-from object
+    std::unique_ptr<QuillonWrapper*> location_;  ///< holds the wrapper; null in a moved-from object
 };
 
 }  // namespace quillon::client

@@ -4,18 +4,13 @@
 
 #include <stdexcept>
 #include <string>
-#include <string_view>
+
+#include "quillon/ErrorCode.h"
 
 namespace quillon::client {
 
-/// A code in words.
-struct CodeText {
-    std::string_view
-        name;  ///< such as "ValueOutOfRange"; empty for a code that is neither the applet's nor a stand-in's
-    std::string_view sentence;  ///< what it means, without a full stop
-};
-
-/// The meaning of a code that a call of the applet answered. Codes that the applet only hands on are told as such.
+/// The meaning of a code that a call of the applet answered: the applet's own, or the software board's. Any other is
+/// told as one that the applet only hands on, without a name.
 CodeText codeText(int code);
 
 /// "-6000 (ValueOutOfRange)", or the number alone where the code has no name.

@@ -6,16 +6,11 @@
 
 #include "client/Errors.h"
 #include "client/SharedLibrary.h"
-#include "support/ErrorCode.h"
+#include "quillon/ErrorCode.h"
 
 namespace quillon::client {
 
 namespace {
-
-// Keys of Info.
-constexpr int IconKey = 1041;
-constexpr int DesignKey = 1042;
-constexpr int ConstantKey = 4352;
 
 // In this order: each needs those before it. A library that is loaded satisfies every later demand for its SONAME, the
 // applet's own dlopen of the SDK included.
@@ -26,8 +21,8 @@ constexpr std::array standIns{"libsoftboard.so", "libtavrt.so", "liborlo_hw.so",
 struct Library::Loaded {
     explicit Loaded(std::vector<SharedLibrary> needed, const std::filesystem::path& file)
         : standInLibraries(std::move(needed)), applet(file) {
-#define QUILLON_EXPORT(result, name, arguments) applet.resolve(#name, functions.name);
-#include "client/Exports.def"
+#define QUILLON_EXPORT(name) applet.resolve(#name, functions.name);
+#include "quillon/Exports.def"
 #undef QUILLON_EXPORT
     }
 
@@ -74,16 +69,16 @@ std::string Library::infoText(int key) const {
 
 std::optional<int> Library::constant(const std::string& name) const {
     std::string argument = name;
-    const int value = info(ConstantKey, 0, 0, argument.data(), nullptr);
+    const int value = info(QuillonInfoEnumerator, 0, 0, argument.data(), nullptr);
     return value == InvalidParameter ? std::nullopt : std::optional(value);
 }
 
 std::span<const std::byte> Library::designImage() const {
-    return block(DesignKey);
+    return block(QuillonInfoDesignImage);
 }
 
 std::span<const std::byte> Library::icon() const {
-    return block(IconKey);
+    return block(QuillonInfoIcon);
 }
 
 std::span<const std::byte> Library::block(int key) const {

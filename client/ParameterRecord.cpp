@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "client/Errors.h"
-#include "info/LiveField.h"
-#include "info/RegisterInfo.h"
+#include "quillon/LiveField.h"
+#include "quillon/RegisterInfo.h"
 
 namespace quillon::client {
 
@@ -24,7 +24,7 @@ Range<Wide> fieldRangeOf(const Part& part) {
     return {static_cast<Wide>(part.min), static_cast<Wide>(part.max), 0};
 }
 
-void copyEntries(const RegisterInfo::Enum& from, ParameterRecord& record) {
+void copyEntries(const RegisterInfoEnum& from, ParameterRecord& record) {
     for (std::int32_t i = 0; i < from.entryCount; ++i) {
         record.entries.push_back({copyText(from.entryLabels[i]), from.entryValues[i], copyText(from.entryNames[i])});
     }

@@ -6,9 +6,7 @@
 #include <variant>
 #include <vector>
 
-namespace quillon {
-struct RegisterInfo;
-}
+#include "quillon/RegisterInfo.h"
 
 namespace quillon::client {
 

@@ -18,6 +18,10 @@ if(QUILLON_COVERAGE)
     target_link_options(quillon_flags INTERFACE --coverage)
 endif()
 
+# What the world may know of the applet, under all folders: headers and lists alone.
+add_library(quillon_vocabulary INTERFACE)
+target_include_directories(quillon_vocabulary INTERFACE ${PROJECT_SOURCE_DIR}/include)
+
 # quillon_library(NAME SOURCES... [LIBRARIES ...]): a folder of the applet as a static library, quillon_NAME.
 function(quillon_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")

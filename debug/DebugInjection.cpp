@@ -72,7 +72,7 @@ std::string DebugInjection::debugParameterName(const char* suffix) const {
 
 std::uint32_t DebugInjection::read(const char* suffix, int failure) const {
     std::uint32_t value = 0;
-    const int result = design_.getById(parameterId(suffix), &value, TypeUInt32);
+    const int result = design_.getById(parameterId(suffix), &value, FgTypeUInt32);
     require(result == Success, failure != Success ? failure : result);
     return value;
 }
@@ -123,7 +123,7 @@ void DebugInjection::setDebugInEnable(std::uint32_t value, bool reportErrors) {
         [&](std::uint32_t /*previous*/) {
             const std::uint32_t kept = isMonitor() ? read("_OperationMode", Success) & OutBit : 0;
             const std::uint32_t mode = kept | (value == FG_ON ? InBit : 0);
-            write("_OperationMode", &mode, TypeUInt32);
+            write("_OperationMode", &mode, FgTypeUInt32);
         });
 }
 
@@ -134,7 +134,7 @@ void DebugInjection::setDebugOutEnable(std::uint32_t value) {
             if (isMonitor()) {
                 const std::uint32_t kept = read("_OperationMode", InternalFailure) & InBit;
                 const std::uint32_t mode = kept | (value == FG_ON ? OutBit : 0);
-                write("_OperationMode", &mode, TypeUInt32);
+                write("_OperationMode", &mode, FgTypeUInt32);
             }
         });
 }
@@ -143,7 +143,7 @@ void DebugInjection::setDebugFile(const char* path, bool reportErrors) {
     changeField(
         debug_.debugFile, std::string(path != nullptr ? path : ""), reportErrors,
         [&] { require(path != nullptr, ValueOutOfRange); },
-        [&](const std::string& /*previous*/) { write("_DebugFile", debug_.debugFile.c_str(), TypeCharBuffer); });
+        [&](const std::string& /*previous*/) { write("_DebugFile", debug_.debugFile.c_str(), FgTypeCharBuffer); });
 }
 
 void DebugInjection::setDebugInsert(std::uint32_t value) {
@@ -152,21 +152,21 @@ void DebugInjection::setDebugInsert(std::uint32_t value) {
         [&](std::uint32_t /*previous*/) {
             read("_OperationMode", InternalFailure);  // only has to succeed
             const std::uint32_t apply = 1;
-            write("_Insert", &apply, TypeUInt32);
+            write("_Insert", &apply, FgTypeUInt32);
         });
 }
 
 void DebugInjection::setDebugWritePixel(std::uint64_t value) {
     changeField(
         debug_.debugWritePixel, value, true, [&] { require(value <= MaxPixel, ValueOutOfRange); },
-        [&](std::uint64_t /*previous*/) { write("_Inject_WritePixel", &value, TypeUInt64); });
+        [&](std::uint64_t /*previous*/) { write("_Inject_WritePixel", &value, FgTypeUInt64); });
 }
 
 void DebugInjection::setDebugWriteFlag(std::uint32_t value, bool reportErrors) {
     changeField(
         debug_.debugWriteFlag, value, reportErrors,
         [&] { requireRange<std::uint32_t>(value, FG_ENDOFLINE, FG_ENDOFFRAME); },
-        [&](std::uint32_t /*previous*/) { write("_Inject_WriteFlag", &value, TypeUInt32); });
+        [&](std::uint32_t /*previous*/) { write("_Inject_WriteFlag", &value, FgTypeUInt32); });
 }
 
 void DebugInjection::setDebugSaveConfig(const char* path) {

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "design/PublicValues.h"
+#include "quillon/Vocabulary.h"
 
 namespace quillon {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 
 namespace quillon {
 
@@ -96,13 +96,13 @@ void DesignParameters::get(Ix parameter, void* value, unsigned process, FgParamT
 
 std::string DesignParameters::readText(Ix parameter) {
     TextRoom room;
-    read(parameter, room.start(), TypeCharBuffer);
+    read(parameter, room.start(), FgTypeCharBuffer);
     return room.text();
 }
 
 int DesignParameters::readText(int id, std::string& text) const {
     TextRoom room;
-    const int result = getById(id, room.start(), TypeCharBuffer);
+    const int result = getById(id, room.start(), FgTypeCharBuffer);
     text = result == Success ? room.text() : "";
     return result;
 }

@@ -45,13 +45,13 @@ public:
     void get(Ix parameter, void* value, unsigned process, FgParamTypes type, bool reportErrors);
 
     // The primitives as handlers use them: process 0, failures thrown.
-    void writeUnsigned(Ix parameter, std::uint32_t value) { write(parameter, &value, TypeUInt32); }
-    void writeSigned(Ix parameter, std::int32_t value) { write(parameter, &value, TypeInt32); }
-    void writeDouble(Ix parameter, double value) { write(parameter, &value, TypeDouble); }
+    void writeUnsigned(Ix parameter, std::uint32_t value) { write(parameter, &value, FgTypeUInt32); }
+    void writeSigned(Ix parameter, std::int32_t value) { write(parameter, &value, FgTypeInt32); }
+    void writeDouble(Ix parameter, double value) { write(parameter, &value, FgTypeDouble); }
     void write(Ix parameter, const void* value, FgParamTypes type) { set(parameter, value, 0, type, true); }
-    std::uint32_t readUnsigned(Ix parameter) { return read<std::uint32_t>(parameter, TypeUInt32); }
+    std::uint32_t readUnsigned(Ix parameter) { return read<std::uint32_t>(parameter, FgTypeUInt32); }
     std::uint64_t readUnsigned64(Ix parameter, FgParamTypes type) { return read<std::uint64_t>(parameter, type); }
-    double readDouble(Ix parameter) { return read<double>(parameter, TypeDouble); }
+    double readDouble(Ix parameter) { return read<double>(parameter, FgTypeDouble); }
     std::string readText(Ix parameter);
     void read(Ix parameter, void* value, FgParamTypes type) { get(parameter, value, 0, type, true); }
 

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "design/DesignParameters.h"
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 
 namespace quillon {
 

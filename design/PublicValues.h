@@ -5,15 +5,15 @@
 namespace quillon {
 
 enum PublicValue : int {
-#define PUBLIC_VALUE(name, value) name = value,
-#include "design/PublicValues.def"
-#undef PUBLIC_VALUE
+#define ENUMERATOR(name, value) name = value,
+#include "quillon/Enumerators.def"
+#undef ENUMERATOR
 };
 
-enum ParameterId : int {
-#define SDK_PARAMETER(name, id, access, kind, description) name = id,
-#include "design/SdkParameters.def"
-#undef SDK_PARAMETER
+enum FgParameterId : int {
+#define PUBLIC_PARAMETER(name, id, access, kind, description) name = id,
+#include "quillon/Parameters.def"
+#undef PUBLIC_PARAMETER
 };
 
 }  // namespace quillon

@@ -3,9 +3,9 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "design/PublicParameters.h"
 #include "engine/AppletProperties.h"
 #include "info/Catalogue.h"
+#include "quillon/PublicParameters.h"
 #include "support/EnvironmentSwitch.h"
 #include "support/FgError.h"
 #include "wrapper/BoardAccess.h"
@@ -72,7 +72,7 @@ int FgIxWrapperImpl::appletIdForSaving() const {
 
 // Start-up
 
-void FgIxWrapperImpl::buildSdkParameterTables() {
+void FgIxWrapperImpl::buildNameTables() {
     processMap[0] = 0;
     tables_.fill();
 }
@@ -121,11 +121,11 @@ int FgIxWrapperImpl::dispatch(const void* value, Access&& access) {
 
 int FgIxWrapperImpl::getParameter(int id, void* value, unsigned dma, FgParamTypes type) {
     return dispatch(value, [&]() -> int {
-        if (id > UnwrappedBase) {
-            return getUnwrappedParameterWithType(id - UnwrappedBase, value, static_cast<int>(dma), type);
+        if (id > FG_SDK_IDS) {
+            return getUnwrappedParameterWithType(id - FG_SDK_IDS, value, static_cast<int>(dma), type);
         }
-        if (directRegisterAccess && id > DirectRegisterBase) {
-            return readRegister(id - DirectRegisterBase, value);
+        if (directRegisterAccess && id > FG_REGISTER_IDS) {
+            return readRegister(id - FG_REGISTER_IDS, value);
         }
         try {
             getOnProcess0(id, value, dma, type);
@@ -138,11 +138,11 @@ int FgIxWrapperImpl::getParameter(int id, void* value, unsigned dma, FgParamType
 
 int FgIxWrapperImpl::setParameter(int id, const void* value, unsigned dma, FgParamTypes type) {
     return dispatch(value, [&]() -> int {
-        if (id > UnwrappedBase) {
-            return setUnwrappedParameterWithType(id - UnwrappedBase, value, static_cast<int>(dma), type);
+        if (id > FG_SDK_IDS) {
+            return setUnwrappedParameterWithType(id - FG_SDK_IDS, value, static_cast<int>(dma), type);
         }
-        if (directRegisterAccess && id > DirectRegisterBase) {
-            return writeRegister(id - DirectRegisterBase, value);
+        if (directRegisterAccess && id > FG_REGISTER_IDS) {
+            return writeRegister(id - FG_REGISTER_IDS, value);
         }
         try {
             requireProcess(dma, id, "set");
@@ -209,8 +209,8 @@ void FgIxWrapperImpl::refuseUnknown(const char* verb, int id) {
 }
 
 int FgIxWrapperImpl::freeParameterString(int id, void* value, unsigned dma, FgParamTypes type) {
-    if (id > UnwrappedBase) {
-        const int result = freeUnwrappedParameterString(id - UnwrappedBase, value, static_cast<int>(dma), type);
+    if (id > FG_SDK_IDS) {
+        const int result = freeUnwrappedParameterString(id - FG_SDK_IDS, value, static_cast<int>(dma), type);
         setError(result);
         return result;
     }

@@ -9,9 +9,11 @@
 
 #include "design/AppletState.h"
 #include "design/DesignParameters.h"
+#include "engine/NameTables.h"
 #include "engine/OutstandingStrings.h"
-#include "engine/SdkParameterTables.h"
 #include "engine/Subjects.h"
+#include "quillon/PublicParameters.h"
+#include "quillon/Vocabulary.h"
 #include "support/Locks.h"
 #include "wrapper/FgIxWrapper.h"
 
@@ -53,7 +55,7 @@ public:
     int appletIdForSaving() const override;
 
     // The steps of a start, in this order, once the handles are stored.
-    void buildSdkParameterTables();
+    void buildNameTables();
     void lookUpDesignParameters();
     void setUpDesignTables();  ///< debug points, output formats and the simulator's start values
     void pushDefaultState();  ///< sends the whole start-up state; a step that fails is left out and reported by nothing
@@ -84,7 +86,7 @@ private:
     std::atomic<orlo::tools::logging::Logger*> implLogger_{nullptr};
     orlo::templates::platform::CriticalSection parameterLock;
     std::map<int, int> processMap;  ///< from `dma` to process
-    SdkParameterTables tables_;
+    NameTables tables_;
     OutstandingStrings outstandingStrings;
     AppletState state_;
     DesignParameters design_;

@@ -5,7 +5,7 @@
 
 #include "engine/AppletProperties.h"
 #include "engine/FgIxWrapperImpl.h"
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 
 namespace quillon {
 
@@ -36,30 +36,32 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_DMASTATUS: readDmaStatus(value); break;
         case FG_CAMSTATUS: store(value, subjects_.status.readCameraStatus()); break;
         case FG_CAMSTATUS_EXTENDED: store(value, subjects_.status.readCameraStatusExtended()); break;
-        case FG_SYSTEMMONITOR_FPGA_TEMPERATURE: design_.read(Ix::BoardStatus_FpgaTemperature, value, TypeDouble); break;
-        case FG_SYSTEMMONITOR_FPGA_VCC_INT: design_.read(Ix::BoardStatus_FpgaVccInt, value, TypeDouble); break;
-        case FG_SYSTEMMONITOR_FPGA_VCC_AUX: design_.read(Ix::BoardStatus_FpgaVccAux, value, TypeDouble); break;
-        case FG_SYSTEMMONITOR_FPGA_VCC_BRAM: design_.read(Ix::BoardStatus_FpgaVccBram, value, TypeDouble); break;
+        case FG_SYSTEMMONITOR_FPGA_TEMPERATURE:
+            design_.read(Ix::BoardStatus_FpgaTemperature, value, FgTypeDouble);
+            break;
+        case FG_SYSTEMMONITOR_FPGA_VCC_INT: design_.read(Ix::BoardStatus_FpgaVccInt, value, FgTypeDouble); break;
+        case FG_SYSTEMMONITOR_FPGA_VCC_AUX: design_.read(Ix::BoardStatus_FpgaVccAux, value, FgTypeDouble); break;
+        case FG_SYSTEMMONITOR_FPGA_VCC_BRAM: design_.read(Ix::BoardStatus_FpgaVccBram, value, FgTypeDouble); break;
         case FG_SYSTEMMONITOR_CURRENT_LINK_WIDTH:
-            design_.read(Ix::BoardStatus_PcieCurrentLinkWidth, value, TypeUInt32);
+            design_.read(Ix::BoardStatus_PcieCurrentLinkWidth, value, FgTypeUInt32);
             break;
         case FG_SYSTEMMONITOR_CURRENT_LINK_SPEED:
-            design_.read(Ix::BoardStatus_PcieCurrentLinkSpeed, value, TypeDouble);
+            design_.read(Ix::BoardStatus_PcieCurrentLinkSpeed, value, FgTypeDouble);
             break;
         case FG_SYSTEMMONITOR_PCIE_LINK_GEN2_CAPABLE:
-            design_.read(Ix::BoardStatus_PcieLinkGen2Capable, value, TypeUInt32);
+            design_.read(Ix::BoardStatus_PcieLinkGen2Capable, value, FgTypeUInt32);
             break;
         case FG_SYSTEMMONITOR_PCIE_LINK_PARTNER_GEN2_CAPABLE:
-            design_.read(Ix::BoardStatus_PcieLinkPartnerGen2Capable, value, TypeUInt32);
+            design_.read(Ix::BoardStatus_PcieLinkPartnerGen2Capable, value, FgTypeUInt32);
             break;
         case FG_SYSTEMMONITOR_PCIE_TRAINED_PAYLOAD_SIZE:
-            design_.read(Ix::BoardStatus_PcieTrainedPayloadSize, value, TypeUInt32);
+            design_.read(Ix::BoardStatus_PcieTrainedPayloadSize, value, FgTypeUInt32);
             break;
         case FG_SYSTEMMONITOR_EXTENSION_CONNECTOR_PRESENT:
-            design_.read(Ix::BoardStatus_ExtensionConnectorPresent, value, TypeUInt32);
+            design_.read(Ix::BoardStatus_ExtensionConnectorPresent, value, FgTypeUInt32);
             break;
         case FG_ALTERNATIVE_BOARD_DETECTION: store(value, subjects_.status.readAlternativeBoardDetection()); break;
-        case FG_SYSTEMMONITOR_FPGA_DNA: design_.read(Ix::BoardStatus_FpgaDNA, value, TypeUInt64); break;
+        case FG_SYSTEMMONITOR_FPGA_DNA: design_.read(Ix::BoardStatus_FpgaDNA, value, FgTypeUInt64); break;
         case FG_TRANSFER_LEN: forwardToSdk(id, value, dma, type); break;
         case FG_NR_OF_DMAS: forwardToSdk(id, value, dma, type); break;
         case FG_NR_OF_CAMS: forwardToSdk(id, value, dma, type); break;
@@ -89,7 +91,7 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_XOFFSET: store(value, state_.geometry.xOffset); break;
         case FG_YOFFSET: store(value, state_.geometry.yOffset); break;
         case FG_FILLLEVEL: store(value, subjects_.status.readFillLevel()); break;
-        case FG_OVERFLOW: design_.read(Ix::Overflow_OverflowOccurred, value, TypeUInt32); break;
+        case FG_OVERFLOW: design_.read(Ix::Overflow_OverflowOccurred, value, FgTypeUInt32); break;
         case FG_FORMAT: store(value, state_.outputFormat.outputFormat); break;
         case FG_BITALIGNMENT: store(value, state_.outputFormat.bitAlignment); break;
         case FG_PIXELDEPTH: store(value, PixelDepth); break;
@@ -143,7 +145,7 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
             store(value, state_.lineTrigger.shaftEncoderCompensationEnable);
             break;
         case FG_SHAFTENCODER_COMPENSATION_COUNT:
-            design_.read(Ix::Trigger_Trigger_EncoderCompensationCount, value, TypeUInt32);
+            design_.read(Ix::Trigger_Trigger_EncoderCompensationCount, value, FgTypeUInt32);
             break;
         case FG_LINEPERIODE: store(value, state_.lineTrigger.linePeriode); break;
         case FG_LINEEXPOSURE: store(value, state_.lineTrigger.lineExposure); break;
@@ -153,7 +155,7 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_IMGTRIGGERON: store(value, state_.imageTrigger.on); break;
         case FG_FLASHON: store(value, state_.imageTrigger.flashOn); break;
         case FG_IMGTRIGGER_ASYNC_HEIGHT: store(value, state_.imageTrigger.asyncHeight); break;
-        case FG_IMGTRIGGER_IS_BUSY: design_.read(Ix::Trigger_Trigger_ImgTrgIsBusy, value, TypeUInt32); break;
+        case FG_IMGTRIGGER_IS_BUSY: design_.read(Ix::Trigger_Trigger_ImgTrgIsBusy, value, FgTypeUInt32); break;
         case FG_IMGTRIGGERINSRC: store(value, state_.imageTrigger.inSrc); break;
         case FG_IMGTRIGGERINPOLARITY: store(value, state_.imageTrigger.inPolarity); break;
         case FG_IMGTRIGGERGATEDELAY: store(value, state_.imageTrigger.gateDelay); break;
@@ -185,34 +187,34 @@ void FgIxWrapperImpl::getOnProcess0(int id, void* value, unsigned dma, FgParamTy
         case FG_TRIGGEROUT_FRONT_GPO_1_SOURCE: store(value, subjects_.routing.source(Route::FrontGpo1)); break;
         case FG_TRIGGEROUT_FRONT_GPO_1_POLARITY: store(value, subjects_.routing.polarity(Route::FrontGpo1)); break;
         case FG_DIGIO_OUTPUT: store(value, subjects_.routing.digioOutput()); break;
-        case FG_DIGIO_INPUT: design_.read(Ix::Trigger_Inputs_InputStatus_Status, value, TypeUInt32); break;
+        case FG_DIGIO_INPUT: design_.read(Ix::Trigger_Inputs_InputStatus_Status, value, FgTypeUInt32); break;
         case FG_SIGNAL_ANALYZER_0_SOURCE: store(value, subjects_.routing.source(Route::Analyzer0)); break;
         case FG_SIGNAL_ANALYZER_0_POLARITY: store(value, subjects_.routing.polarity(Route::Analyzer0)); break;
         case FG_SIGNAL_ANALYZER_0_PERIOD_CURRENT:
-            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodCurrent, value, TypeDouble);
+            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodCurrent, value, FgTypeDouble);
             break;
         case FG_SIGNAL_ANALYZER_0_PERIOD_MAX:
-            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodMax, value, TypeDouble);
+            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodMax, value, FgTypeDouble);
             break;
         case FG_SIGNAL_ANALYZER_0_PERIOD_MIN:
-            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodMin, value, TypeDouble);
+            design_.read(Ix::Trigger_Analyzer_Analyzer0_PeriodMin, value, FgTypeDouble);
             break;
         case FG_SIGNAL_ANALYZER_0_PULSE_COUNT:
-            design_.read(Ix::Trigger_Analyzer_Analyzer0_PulseCountSignal_Status, value, TypeUInt32);
+            design_.read(Ix::Trigger_Analyzer_Analyzer0_PulseCountSignal_Status, value, FgTypeUInt32);
             break;
         case FG_SIGNAL_ANALYZER_1_SOURCE: store(value, subjects_.routing.source(Route::Analyzer1)); break;
         case FG_SIGNAL_ANALYZER_1_POLARITY: store(value, subjects_.routing.polarity(Route::Analyzer1)); break;
         case FG_SIGNAL_ANALYZER_1_PERIOD_CURRENT:
-            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodCurrent, value, TypeDouble);
+            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodCurrent, value, FgTypeDouble);
             break;
         case FG_SIGNAL_ANALYZER_1_PERIOD_MAX:
-            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodMax, value, TypeDouble);
+            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodMax, value, FgTypeDouble);
             break;
         case FG_SIGNAL_ANALYZER_1_PERIOD_MIN:
-            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodMin, value, TypeDouble);
+            design_.read(Ix::Trigger_Analyzer_Analyzer1_PeriodMin, value, FgTypeDouble);
             break;
         case FG_SIGNAL_ANALYZER_1_PULSE_COUNT:
-            design_.read(Ix::Trigger_Analyzer_Analyzer1_PulseCountSignal_Status, value, TypeUInt32);
+            design_.read(Ix::Trigger_Analyzer_Analyzer1_PulseCountSignal_Status, value, FgTypeUInt32);
             break;
         case FG_SIGNAL_ANALYZER_PULSE_COUNT_DIFFERENCE: store(value, subjects_.routing.pulseCountDifference()); break;
         case FG_SIGNAL_ANALYZER_CLEAR: store(value, state_.routing.analyzerClear); break;
@@ -234,7 +236,7 @@ void FgIxWrapperImpl::forwardToSdk(int id, void* value, unsigned dma, FgParamTyp
 /// The SDK fills this parameter through one pointer more: it gets the address of the caller's pointer.
 void FgIxWrapperImpl::readDmaStatus(void* value) const {
     void* callersPlace = value;
-    const int result = getUnwrappedParameterWithType(FG_DMASTATUS, &callersPlace, 0, TypeUInt32);
+    const int result = getUnwrappedParameterWithType(FG_DMASTATUS, &callersPlace, 0, FgTypeUInt32);
     require(result == Success, result);
 }
 
@@ -246,10 +248,10 @@ void FgIxWrapperImpl::readSimulatorCycles(void* value, bool passive) {
     }
 }
 
-/// With TypeString the caller gets a copy to give back, built in the scratch buffer; with any other type the text goes
-/// to a buffer of the caller's own, of which no length is known.
+/// With FgTypeString the caller gets a copy to give back, built in the scratch buffer; with any other type the text
+/// goes to a buffer of the caller's own, of which no length is known.
 void FgIxWrapperImpl::readText(void* value, FgParamTypes type, std::string_view text) {
-    const bool handedOut = type == TypeString;
+    const bool handedOut = type == FgTypeString;
     char* const place = handedOut ? fieldScratchString.data() : static_cast<char*>(value);
     const std::size_t length = handedOut ? std::min(text.size(), fieldScratchString.size() - 1) : text.size();
     std::memcpy(place, text.data(), length);
@@ -260,10 +262,10 @@ void FgIxWrapperImpl::readText(void* value, FgParamTypes type, std::string_view 
 }
 
 void FgIxWrapperImpl::readDesignText(Ix parameter, void* value, FgParamTypes type) {
-    if (type == TypeString) {
+    if (type == FgTypeString) {
         readText(value, type, design_.readText(parameter));
     } else {
-        design_.read(parameter, value, TypeCharBuffer);
+        design_.read(parameter, value, FgTypeCharBuffer);
     }
 }
 
@@ -275,7 +277,7 @@ void FgIxWrapperImpl::readDescription(void* value, FgParamTypes type) {
 }
 
 void FgIxWrapperImpl::readLut(LookupTable::Channel channel, void* value, FgParamTypes type) const {
-    if (type == TypeFieldAccess) {
+    if (type == FgTypeFieldAccess) {
         subjects_.lookupTable.getLutValue(channel, static_cast<const FieldParameterAccess*>(value));
     } else {
         subjects_.lookupTable.getLutValue(channel, static_cast<FieldParameterInt_s*>(value));

@@ -241,7 +241,7 @@ void FgIxWrapperImpl::setOnProcess0(int id, const void* value, FgParamTypes type
 }
 
 void FgIxWrapperImpl::writeLut(LookupTable::Channel channel, const void* value, FgParamTypes type) {
-    if (type == TypeFieldAccess) {
+    if (type == FgTypeFieldAccess) {
         subjects_.lookupTable.setLutValue(channel, static_cast<const FieldParameterAccess*>(value));
     } else {
         subjects_.lookupTable.setLutValue(channel, static_cast<const FieldParameterInt_s*>(value));

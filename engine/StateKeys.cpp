@@ -6,7 +6,7 @@
 
 #include "engine/FgIxWrapperImpl.h"
 #include "files/ConfigFileParser.h"
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 
 namespace quillon {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 #include "support/FgLog.h"
 
 namespace quillon {

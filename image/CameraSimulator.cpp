@@ -278,7 +278,9 @@ void CameraSimulator::setSimulatorFrameRate(double value) {
 /// Which of the timing parameters are open to writes in the speed mode.
 void CameraSimulator::publishModeAccess() {
     const std::uint32_t mode = simulator_.simulatorSelectMode;
-    const auto publish = [this](ParameterId parameter, bool open) { records_.setAccessFlags(parameter, open ? 7 : 1); };
+    const auto publish = [this](FgParameterId parameter, bool open) {
+        records_.setAccessFlags(parameter, open ? 7 : 1);
+    };
     publish(FG_CAMERASIMULATOR_PIXEL_FREQUENCY, mode == FG_PIXEL_FREQUENCY);
     publish(FG_CAMERASIMULATOR_LINERATE, mode == FG_LINERATE);
     publish(FG_CAMERASIMULATOR_FRAMERATE, mode == FG_FRAMERATE);

@@ -58,11 +58,11 @@ std::uint32_t entryOf(double value, bool invert) {
 /// The width of the values of a field access, bytes; 0 where nothing is moved.
 std::size_t valueSize(FgParamTypes type) {
     switch (type) {
-        case TypeInt32:
-        case TypeUInt32: return 4;
-        case TypeInt64:
-        case TypeUInt64:
-        case TypeDouble: return 8;
+        case FgTypeInt32:
+        case FgTypeUInt32: return 4;
+        case FgTypeInt64:
+        case FgTypeUInt64:
+        case FgTypeDouble: return 8;
         default: return 0;
     }
 }
@@ -102,9 +102,9 @@ void LookupTable::pushProcessingLut() {
 /// The design gets the blue table three times. After a file was loaded, red and green stay in the applet, where reads
 /// and saves find them.
 void LookupTable::writeDesignTables() {
-    FieldParameterAccess all{TypeUInt32, 0, EntryCount, lut_.tables[LookupTableState::lutBlue].data()};
+    FieldParameterAccess all{FgTypeUInt32, 0, EntryCount, lut_.tables[LookupTableState::lutBlue].data()};
     for (const Ix table : DesignTables) {
-        design_.write(table, &all, TypeFieldAccess);
+        design_.write(table, &all, FgTypeFieldAccess);
     }
 }
 
@@ -137,7 +137,7 @@ void LookupTable::setProcessingInvert(std::uint32_t value) {
 
 void LookupTable::publishProcessingAccess() {
     const int access = lut_.lutEnable == FG_ON && lut_.lutType == LUT_TYPE_PROCESSING ? Open : ReadOnly;
-    for (const ParameterId parameter :
+    for (const FgParameterId parameter :
          {FG_PROCESSING_GAIN, FG_PROCESSING_GAMMA, FG_PROCESSING_OFFSET, FG_PROCESSING_INVERT}) {
         records_.setAccessFlags(parameter, access);
     }
@@ -224,12 +224,12 @@ void LookupTable::setLutValue(Channel channel, const FieldParameterInt_s* record
     require(record != nullptr && record->index < EntryCount && record->value <= MaxValue, ValueOutOfRange);
     changeField(
         lut_.tables[channel][record->index], record->value, true, [] {},
-        [&](std::uint32_t /*previous*/) { design_.write(DesignTables[channel], record, TypeFieldInt); });
+        [&](std::uint32_t /*previous*/) { design_.write(DesignTables[channel], record, FgTypeFieldInt); });
 }
 
 void LookupTable::setLutValue(Channel channel, const FieldParameterAccess* record) {
     require(record != nullptr && liesInTable(*record), ValueOutOfRange);
-    require(record->vtype == TypeInt32 || record->vtype == TypeUInt32 || record->vtype == TypeFieldInt,
+    require(record->vtype == FgTypeInt32 || record->vtype == FgTypeUInt32 || record->vtype == FgTypeFieldInt,
             InvalidParameter);
     if (record->count != 0) {
         require(record->value != nullptr, InvalidParameter);
@@ -240,7 +240,7 @@ void LookupTable::setLutValue(Channel channel, const FieldParameterAccess* recor
     const std::vector<std::uint32_t> previous(first, first + record->count);
     FgIxWrapper::setFieldCache(lut_.tables[channel].data(), record);
     try {
-        design_.write(DesignTables[channel], record, TypeFieldAccess);
+        design_.write(DesignTables[channel], record, FgTypeFieldAccess);
     } catch (int) {
         std::copy(previous.begin(), previous.end(), first);
         throw;

@@ -197,7 +197,7 @@ void OutputFormat::applyOutputFormat() {
         }
         if (entry.hasTrash) {
             const std::uint32_t trash = matches ? 0 : 1;
-            require(design_.setById(entry.trashParameterId, &trash, TypeUInt32) == Success, InternalFailure);
+            require(design_.setById(entry.trashParameterId, &trash, FgTypeUInt32) == Success, InternalFailure);
         }
     }
     require(selected >= 0, ValueOutOfRange);

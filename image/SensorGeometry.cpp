@@ -199,14 +199,14 @@ void SensorGeometry::readParallelismAndMemorySize() {
     readMemorySize();
 }
 
-void SensorGeometry::refreshMaxima(std::initializer_list<ParameterId> parameters) {
-    for (const ParameterId parameter : parameters) {
+void SensorGeometry::refreshMaxima(std::initializer_list<FgParameterId> parameters) {
+    for (const FgParameterId parameter : parameters) {
         refreshLimit([&] { records_.setMaximum(parameter, publishedMaximum(parameter)); });
     }
 }
 
 /// The sensor sizes depend on the design in that it must answer: what it answers bounds nothing.
-std::uint32_t SensorGeometry::publishedMaximum(ParameterId parameter) {
+std::uint32_t SensorGeometry::publishedMaximum(FgParameterId parameter) {
     switch (parameter) {
         case FG_SENSORWIDTH: readParallelismAndMemorySize(); return MaxRoiWidth;
         case FG_SENSORHEIGHT: readMemorySize(); return MaxRoiHeight;

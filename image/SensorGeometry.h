@@ -47,8 +47,8 @@ private:
     std::uint32_t bufferCapacity();
     void readMemorySize();
     void readParallelismAndMemorySize();
-    void refreshMaxima(std::initializer_list<ParameterId> parameters);
-    std::uint32_t publishedMaximum(ParameterId parameter);
+    void refreshMaxima(std::initializer_list<FgParameterId> parameters);
+    std::uint32_t publishedMaximum(FgParameterId parameter);
 
     GeometryState& geometry_;
     DesignParameters& design_;

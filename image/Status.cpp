@@ -10,7 +10,7 @@ void Status::setTimeout(std::int32_t value, bool reportErrors) {
     changeField(
         state_.timeout.timeout, value, reportErrors, [&] { requireRange(value, 2, 2147483646); },
         [&](std::int32_t /*previous*/) {
-            const int result = wrapper_.setUnwrappedParameterWithType(FG_TIMEOUT, &value, 0, TypeUInt32);
+            const int result = wrapper_.setUnwrappedParameterWithType(FG_TIMEOUT, &value, 0, FgTypeUInt32);
             require(result == Success, result);
         });
 }
@@ -31,7 +31,7 @@ Status::CameraReads Status::readCamera() {
     CameraReads reads{};
     reads.fillLevel = readFillLevel();
     reads.overflow = design_.readUnsigned(Ix::Overflow_OverflowOccurred);
-    const int result = wrapper_.getUnwrappedParameterWithType(FG_CAMSTATUS_EXTENDED, &reads.sdkStatus, 0, TypeUInt32);
+    const int result = wrapper_.getUnwrappedParameterWithType(FG_CAMSTATUS_EXTENDED, &reads.sdkStatus, 0, FgTypeUInt32);
     require(result == Success, result);
     return reads;
 }

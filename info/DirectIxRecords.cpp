@@ -6,8 +6,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int UnwrappedIdOffset = 2'000'000;
-
 /// Copies of the design's groups and records under one group of the store.
 class DesignCopier {
 public:
@@ -56,7 +54,7 @@ public:
     }
 
 private:
-    void copyEntries(const RegisterInfo::Enum& entries, RegisterInfo* record) {
+    void copyEntries(const RegisterInfoEnum& entries, RegisterInfo* record) {
         for (std::int32_t entry = 0; entry < entries.entryCount; ++entry) {
             info.addEnumNameValue(record, entry, entries.entryLabels[entry], entries.entryValues[entry],
                                   entries.entryNames[entry]);
@@ -79,14 +77,14 @@ void addDirectIxRecords(Fg_ParameterInfo& info, RegisterInfoById& recordsById, c
     const RegisterInfoTree design(unwrappedHead);
     DesignCopier copier(info, topGroup);
     for (const auto& [name, id] : unwrappedIdByName) {
-        const int designId = id - UnwrappedIdOffset;
+        const int designId = id - FG_SDK_IDS;
         const RegisterInfo* designRecord = design.find(designId);
         if (designRecord == nullptr) {
             continue;
         }
         RegisterInfo* record = copier.repeat(*designRecord, design.groupsOf(designId), id);
         if (record != nullptr) {
-            recordsById[0][id + UnwrappedIdOffset] = record;
+            recordsById[0][id + FG_SDK_IDS] = record;
         }
     }
 }

@@ -7,8 +7,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int DirectRegisterIdOffset = 1'000'000;
-
 std::uint64_t largestValue(int bits) {
     if (bits >= std::numeric_limits<std::uint64_t>::digits) {
         return std::numeric_limits<std::uint64_t>::max();
@@ -27,7 +25,7 @@ void addDirectRegisterRecords(Fg_ParameterInfo& info, RegisterInfoById& recordsB
     for (const DesignRegister& designRegister : registers) {
         const std::string symbol = "DRA_" + designRegister.name;
         const std::string label = designRegister.name + " (" + std::to_string(designRegister.bits) + ")";
-        const int id = designRegister.number + DirectRegisterIdOffset;
+        const int id = designRegister.number + FG_REGISTER_IDS;
         const int accessFlags = designRegister.direction == 0
                                     ? RegisterAccessReadable
                                     : RegisterAccessReadable | RegisterAccessWritable | RegisterAccessCarried;

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 
 namespace quillon {
 
@@ -159,7 +159,7 @@ void Fg_ParameterInfo::add(RegisterInfo* child, RegisterInfo* parent) {
     if (parent->type != RegisterTypeGroup) {
         return;
     }
-    RegisterInfo::Group& group = parent->as.group;
+    RegisterInfoGroup& group = parent->as.group;
     const auto oldCount = static_cast<std::size_t>(group.childCount);
     auto children = std::make_unique<RegisterInfo*[]>(oldCount + 1);
     std::copy_n(group.children, oldCount, children.get());

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "info/DirectRegisterRecords.h"
-#include "info/LiveField.h"
 #include "info/ParameterInfoGeneratorXML.h"
 #include "info/XmlFilter.h"
+#include "quillon/LiveField.h"
 
 namespace quillon {
 
@@ -20,7 +20,7 @@ std::string_view textOf(const char* text) {
 }
 
 /// The named entries by value; of several with one value the last counts.
-NamesByValue namesByValue(const RegisterInfo::Enum& entries) {
+NamesByValue namesByValue(const RegisterInfoEnum& entries) {
     NamesByValue names;
     names.reserve(static_cast<std::size_t>(entries.entryCount));
     for (std::int32_t entry = 0; entry < entries.entryCount; ++entry) {

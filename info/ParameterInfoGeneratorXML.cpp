@@ -3,8 +3,8 @@
 #include <array>
 #include <charconv>
 
-#include "info/LiveField.h"
 #include "info/XmlFilter.h"
+#include "quillon/LiveField.h"
 
 namespace quillon {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "info/RegisterInfo.h"
+#include "quillon/RegisterInfo.h"
 
 namespace quillon {
 

@@ -1,6 +1,6 @@
 #include "info/ParameterRecords.h"
 
-#include "info/LiveField.h"
+#include "quillon/LiveField.h"
 
 namespace quillon {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <map>
 
-#include "info/RegisterInfo.h"
+#include "quillon/RegisterInfo.h"
 
 namespace quillon {
 

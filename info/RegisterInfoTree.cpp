@@ -1,6 +1,7 @@
 #include "info/RegisterInfoTree.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace quillon {
 

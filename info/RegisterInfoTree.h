@@ -3,7 +3,7 @@
 #include <map>
 #include <vector>
 
-#include "info/RegisterInfo.h"
+#include "quillon/RegisterInfo.h"
 
 namespace quillon {
 

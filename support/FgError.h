@@ -3,7 +3,7 @@
 #include <atomic>
 #include <cstdint>
 
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 
 namespace quillon {
 

@@ -33,7 +33,7 @@ void ImageTrigger::setImgTriggerMode(std::int32_t value, bool reportErrors) {
         trigger_.mode, value, reportErrors, [&] { mode = designMode(value); },
         [&](std::int32_t /*previous*/) {
             const int inputAccess = value == FREE_RUN ? 1 : 7;
-            for (const ParameterId parameter :
+            for (const FgParameterId parameter :
                  {FG_IMGTRIGGERINSRC, FG_IMGTRIGGERINPOLARITY, FG_IMGTRIGGERGATEDELAY, FG_IMGTRIGGERDEBOUNCING}) {
                 records_.setAccessFlags(parameter, inputAccess);
             }

@@ -110,8 +110,8 @@ void LineTrigger::setLineTriggerMode(std::int32_t value, bool reportErrors) {
 }
 
 void LineTrigger::publishInputAccess(int flags) {
-    for (const ParameterId parameter : {FG_LINETRIGGERINSRC, FG_LINETRIGGERINPOLARITY, FG_LINETRIGGERDEBOUNCING,
-                                        FG_LINE_DOWNSCALE, FG_LINE_DOWNSCALEINIT, FG_SHAFTENCODERON}) {
+    for (const FgParameterId parameter : {FG_LINETRIGGERINSRC, FG_LINETRIGGERINPOLARITY, FG_LINETRIGGERDEBOUNCING,
+                                          FG_LINE_DOWNSCALE, FG_LINE_DOWNSCALEINIT, FG_SHAFTENCODERON}) {
         records_.setAccessFlags(parameter, flags);
     }
     if (trigger_.shaftEncoderOn != FG_ON) {
@@ -119,8 +119,8 @@ void LineTrigger::publishInputAccess(int flags) {
     }
     // The compensation's switch is published twice and its count not at all; setShaftEncoderOn publishes both. The
     // count thus keeps the access that it had when the encoder was switched on.
-    for (const ParameterId parameter : {FG_SHAFTENCODERMODE, FG_SHAFTENCODERINSRC, FG_SHAFTENCODERLEADING,
-                                        FG_SHAFTENCODER_COMPENSATION_ENABLE, FG_SHAFTENCODER_COMPENSATION_ENABLE}) {
+    for (const FgParameterId parameter : {FG_SHAFTENCODERMODE, FG_SHAFTENCODERINSRC, FG_SHAFTENCODERLEADING,
+                                          FG_SHAFTENCODER_COMPENSATION_ENABLE, FG_SHAFTENCODER_COMPENSATION_ENABLE}) {
         records_.setAccessFlags(parameter, flags);
     }
 }
@@ -165,7 +165,7 @@ void LineTrigger::setShaftEncoderOn(std::int32_t value, bool reportErrors) {
             const int flags = on ? records_.accessFlags(FG_SHAFTENCODERON) : ReadOnly;
             design_.writeUnsigned(Ix::Trigger_Trigger_EncoderABMode,
                                   on ? static_cast<std::uint32_t>(trigger_.shaftEncoderMode) : 0);
-            for (const ParameterId parameter :
+            for (const FgParameterId parameter :
                  {FG_SHAFTENCODERMODE, FG_SHAFTENCODERINSRC, FG_SHAFTENCODERLEADING,
                   FG_SHAFTENCODER_COMPENSATION_ENABLE, FG_SHAFTENCODER_COMPENSATION_COUNT}) {
                 records_.setAccessFlags(parameter, flags);

@@ -1,6 +1,6 @@
 #include "trigger/TriggerBlock.h"
 
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 
 namespace quillon {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "design/PublicValues.h"
+#include "quillon/Vocabulary.h"
 
 namespace quillon {
 

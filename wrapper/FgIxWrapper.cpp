@@ -7,7 +7,7 @@
 
 #include "info/ParameterInfo.h"
 #include "info/ParameterInfoBuilderXML.h"
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 #include "support/FgError.h"
 #include "support/Logging.h"
 #include "wrapper/DesignLoader.h"
@@ -46,11 +46,11 @@ constexpr int EventLimit = 64;  // one bit of a mask each
 /// Size of one element of a field access, 0 for a type that moves nothing.
 std::size_t elementSize(FgParamTypes type) {
     switch (type) {
-        case TypeInt32:
-        case TypeUInt32: return 4;
-        case TypeInt64:
-        case TypeUInt64:
-        case TypeDouble: return 8;
+        case FgTypeInt32:
+        case FgTypeUInt32: return 4;
+        case FgTypeInt64:
+        case FgTypeUInt64:
+        case FgTypeDouble: return 8;
         default: return 0;
     }
 }

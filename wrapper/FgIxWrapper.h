@@ -139,7 +139,7 @@ protected:
     RegisterInfoById registerInfoById;
 
 public:
-    /// Whether ids above 1,000,000 reach registers of the design.
+    /// Whether ids above FG_REGISTER_IDS reach registers of the design.
     bool directRegisterAccess = false;
 };
 

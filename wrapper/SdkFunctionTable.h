@@ -6,12 +6,13 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "support/ErrorCode.h"
+#include "quillon/Vocabulary.h"
+#include "support/Failure.h"
 #include "wrapper/SdkTypes.h"
 
 namespace quillon {
 
-struct RegisterInfo;
+#include "quillon/RegisterInfo.h"
 
 // SDK_FUNCTION(result, name, arguments), in the order in which they are resolved.
 #define QUILLON_SDK_FUNCTIONS(SDK_FUNCTION)                                                                            \

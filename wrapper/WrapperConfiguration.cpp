@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "files/ConfigFileParser.h"
-#include "support/ErrorCode.h"
+#include "support/Failure.h"
 #include "wrapper/FgIxWrapper.h"
 
 namespace quillon {

@@ -98,7 +98,7 @@ private:
             }
         }
         const ConfigurationLine* type = file_.findInHeader("Typ");
-        const std::string expected = session_.library().infoText(4176);
+        const std::string expected = session_.library().infoText(QuillonInfoName);
         if (type != nullptr && type->value != expected) {
             complain(type->number, "Typ",
                      "the file is for the applet \"" + type->value + "\", not for \"" + expected + "\"");
@@ -160,8 +160,7 @@ private:
 
     std::optional<std::pair<Parameter, Value>> parse(const ConfigurationLine& line) {
         const Parameter parameter = findParameter(applet_, line.key);
-        const bool isWhole =
-            parameter.kind == client::ParameterKind::Int || parameter.kind == client::ParameterKind::Int64;
+        const bool isWhole = parameter.kind == ParameterKind::Int || parameter.kind == ParameterKind::Int64;
         if (isWhole && !parseWholeNumber(line.value)) {
             complain(line.number, line.key,
                      "\"" + line.value + "\" is no whole number and is taken for what its beginning says");
@@ -205,7 +204,7 @@ private:
         }
     }
 
-    static bool isText(const Parameter& parameter) { return parameter.kind == client::ParameterKind::String; }
+    static bool isText(const Parameter& parameter) { return parameter.kind == ParameterKind::String; }
 
     /// What no speed mode accepts. A load only puts these values in place, so that nothing else would tell.
     void checkSimulatorValue(const ConfigurationLine& line, const SimulatorValue& bounds) {

@@ -1,5 +1,5 @@
 #include "cli/Verb.h"
-#include "client/PublicParameters.h"
+#include "quillon/PublicParameters.h"
 
 namespace quillon::cli {
 
@@ -35,7 +35,7 @@ std::string optionNames(const Description& verb) {
 
 std::string publicNames() {
     WordList names;
-    for (const client::PublicParameter& parameter : client::publicParameters()) {
+    for (const PublicParameter& parameter : PublicParameters) {
         names.add(parameter.name);
     }
     return names.text();

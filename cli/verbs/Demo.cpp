@@ -20,12 +20,13 @@ public:
         heading("The applet");
         const client::Library& library = session_.library();
         printRows(out_,
-                  {{"name", library.infoText(4176)},
-                   {"build", library.infoText(4208)},
-                   {"design", library.infoText(4112) + ", " + std::to_string(library.designImage().size()) + " bytes"},
+                  {{"name", library.infoText(QuillonInfoName)},
+                   {"build", library.infoText(QuillonInfoVersionWithDate)},
+                   {"design", library.infoText(QuillonInfoCategory) + ", " +
+                                  std::to_string(library.designImage().size()) + " bytes"},
                    {"parameters", std::to_string(session_.applet().parameterCount())}},
                   "  ");
-        out_ << "  " << library.infoText(4096) << '\n';
+        out_ << "  " << library.infoText(QuillonInfoDescription) << '\n';
     }
 
     void showRegionOfInterest() {

@@ -33,8 +33,8 @@ std::vector<std::string> namesOf(const std::vector<client::Access>& accesses, cl
 }
 
 std::string accessText(const Parameter& parameter) {
-    const client::PublicParameter* known = client::findPublicParameter(parameter.id);
-    if (known != nullptr && known->access == client::ParameterAccess::ReadOnly) {
+    const PublicParameter* known = findPublicParameter(parameter.id);
+    if (known != nullptr && known->access == ParameterAccess::ReadOnly) {
         return "can only be read";
     }
     const bool openNow = !parameter.record || parameter.record->writable;
@@ -56,9 +56,9 @@ Description describe(Session& session, const Parameter& parameter) {
         namesOf(traced(session.board(), [&] { code = readValue(applet, parameter, value); }), client::Direction::Read);
     description.value = code == 0 ? inWords(parameter, value) : client::describeCode(code);
     // A text names a file, and writing it would make or read that file.
-    const client::PublicParameter* known = client::findPublicParameter(parameter.id);
-    const bool writable = known != nullptr && known->access == client::ParameterAccess::ReadWrite;
-    if (code == 0 && writable && parameter.kind != client::ParameterKind::String) {
+    const PublicParameter* known = findPublicParameter(parameter.id);
+    const bool writable = known != nullptr && known->access == ParameterAccess::ReadWrite;
+    if (code == 0 && writable && parameter.kind != ParameterKind::String) {
         const auto accesses = traced(session.board(), [&] { writeValue(applet, parameter, value); });
         description.writtenTo = namesOf(accesses, client::Direction::Write);
         description.consulted = namesOf(accesses, client::Direction::Read);

@@ -3,6 +3,7 @@
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
 #include "client/Errors.h"
+#include "quillon/Enumerators.h"
 
 namespace quillon::cli {
 
@@ -15,31 +16,25 @@ struct InfoRow {
 };
 
 constexpr std::array textRows{
-    InfoRow{4176, "Applet", "applet"},
-    InfoRow{4192, "Version", "version"},
-    InfoRow{4208, "Build", "build"},
-    InfoRow{4112, "Design family", "family"},
-    InfoRow{4096, "Description", "description"},
-    InfoRow{4128, "Properties", "properties"},
-    InfoRow{1043, "Design identifier", "designIdentifier"},
-    InfoRow{1044, "Second design identifier", "secondDesignIdentifier"},
+    InfoRow{QuillonInfoName, "Applet", "applet"},
+    InfoRow{QuillonInfoVersion, "Version", "version"},
+    InfoRow{QuillonInfoVersionWithDate, "Build", "build"},
+    InfoRow{QuillonInfoCategory, "Design family", "family"},
+    InfoRow{QuillonInfoDescription, "Description", "description"},
+    InfoRow{QuillonInfoTags, "Properties", "properties"},
+    InfoRow{QuillonInfoDesignIdentifier, "Design identifier", "designIdentifier"},
+    InfoRow{QuillonInfoSecondDesignIdentifier, "Second design identifier", "secondDesignIdentifier"},
 };
 
 constexpr std::array numberRows{
-    InfoRow{4608, "Processes", "processes"},
-    InfoRow{2176, "Loader's number for the design file", "designFileNumber"},
-    InfoRow{2048, "Interface version", "interfaceVersion"},
+    InfoRow{QuillonInfoProcesses, "Processes", "processes"},
+    InfoRow{QuillonInfoBoardType, "Loader's number for the design file", "designFileNumber"},
+    InfoRow{QuillonInfoInterfaceVersion, "Interface version", "interfaceVersion"},
 };
 
 // Keys whose numbers mean something to the SDK alone.
 constexpr std::array otherKeys{848,  1040, 1045, 1792, 1872, 1888, 2064, 2160, 2192, 2560,
                                2816, 3072, 3328, 4624, 4640, 4656, 4672, 4688, 4704};
-
-constexpr std::array symbols{
-#define PUBLIC_VALUE(name, value) #name,
-#include "design/PublicValues.def"
-#undef PUBLIC_VALUE
-};
 
 Json answers(const client::Library& library) {
     Json json;
@@ -80,7 +75,10 @@ ExitStatus showConstants(Session& session, Console& console, const std::vector<s
     for (const std::string& name : names) {
         const auto value = session.library().constant(name);
         if (!value) {
-            const std::vector<std::string> known(symbols.begin(), symbols.end());
+            std::vector<std::string> known;
+            for (const NamedEnumerator& enumerator : NamedEnumerators) {
+                known.emplace_back(enumerator.name);
+            }
             throw UsageError("there is no constant \"" + name + "\"" + didYouMean(name, known));
         }
         json[name] = *value;

@@ -9,7 +9,6 @@ namespace quillon::cli {
 namespace {
 
 constexpr const char* InputLevels = "Device1_Process1_Trigger_Inputs_InputStatus_Status";
-constexpr int InputId = 14010;  // FG_DIGIO_INPUT
 constexpr unsigned InputCount = 12;
 constexpr unsigned FirstFrontInput = 8;
 
@@ -126,7 +125,7 @@ ExitStatus io(Session& session, Console& console, const std::string& levels) {
     if (!levels.empty()) {
         session.board().setInteger(InputLevels, static_cast<std::int64_t>(parseLevels(levels)));
     }
-    const std::uint64_t inputs = readWhole(applet, findParameter(applet, std::to_string(InputId)));
+    const std::uint64_t inputs = readWhole(applet, findParameter(applet, std::to_string(FG_DIGIO_INPUT)));
     std::vector<RouteState> states;
     states.reserve(routes.size());
     for (const Route& route : routes) {

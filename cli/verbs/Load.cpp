@@ -20,9 +20,9 @@ struct Reading {
 /// What every writable parameter but texts and tables holds, by id.
 std::map<int, Reading> readState(client::Applet& applet) {
     std::map<int, Reading> state;
-    for (const client::PublicParameter& known : client::publicParameters()) {
-        const bool isNumber = known.kind != client::ParameterKind::Field && known.kind != client::ParameterKind::String;
-        if (known.access == client::ParameterAccess::ReadWrite && isNumber) {
+    for (const PublicParameter& known : PublicParameters) {
+        const bool isNumber = known.kind != ParameterKind::Field && known.kind != ParameterKind::String;
+        if (known.access == ParameterAccess::ReadWrite && isNumber) {
             Reading reading{findParameter(applet, known.name), {}};
             if (readValue(applet, reading.parameter, reading.value) == 0) {
                 state.emplace(known.id, std::move(reading));

@@ -9,9 +9,6 @@ namespace quillon::cli {
 
 namespace {
 
-constexpr int TypeId = 110017;        // FG_LUT_TYPE
-constexpr int CustomFileId = 300000;  // FG_LUT_CUSTOM_FILE
-constexpr int SaveFileId = 110021;    // FG_LUT_SAVE_FILE
 constexpr std::int32_t CustomType = 0;
 constexpr std::size_t TableSize = 16384;
 constexpr double LargestEntry = 65535;
@@ -54,8 +51,8 @@ Tables readTables(client::Applet& applet) {
 }
 
 void loadTables(client::Applet& applet, const std::string& file) {
-    expect(applet, "FG_LUT_TYPE", applet.setInt(TypeId, CustomType), TypeId);
-    expect(applet, file, applet.setText(CustomFileId, file), CustomFileId);
+    expect(applet, "FG_LUT_TYPE", applet.setInt(FG_LUT_TYPE, CustomType), FG_LUT_TYPE);
+    expect(applet, file, applet.setText(FG_LUT_CUSTOM_FILE, file), FG_LUT_CUSTOM_FILE);
 }
 
 Curve curveOf(const std::string& name, char mark, const Colour& colour, const Table& table) {
@@ -92,7 +89,7 @@ ExitStatus show(Session& session, Console& console, const LutArguments& argument
         loadTables(applet, arguments.load);
     }
     if (!arguments.save.empty()) {
-        expect(applet, arguments.save, applet.setText(SaveFileId, arguments.save), SaveFileId);
+        expect(applet, arguments.save, applet.setText(FG_LUT_SAVE_FILE, arguments.save), FG_LUT_SAVE_FILE);
     }
     const Tables tables = readTables(applet);
     const Chart chart = chartOf(tables);

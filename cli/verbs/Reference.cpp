@@ -67,10 +67,10 @@ private:
 
     /// The value at the start of what can be set; a read-out is another one at each look.
     std::string startValue(const Parameter& parameter) {
-        const client::PublicParameter* known = client::findPublicParameter(parameter.id);
-        const bool settable = known != nullptr && known->access == client::ParameterAccess::ReadWrite;
+        const PublicParameter* known = findPublicParameter(parameter.id);
+        const bool settable = known != nullptr && known->access == ParameterAccess::ReadWrite;
         Value value;
-        if (!settable || parameter.kind == client::ParameterKind::Field || readValue(applet_, parameter, value) != 0) {
+        if (!settable || parameter.kind == ParameterKind::Field || readValue(applet_, parameter, value) != 0) {
             return "";
         }
         return inWords(parameter, value);

@@ -7,7 +7,6 @@ namespace quillon::cli {
 namespace {
 
 constexpr std::string_view Prefix = "DRA_";
-constexpr int FirstRegister = 1000000;
 
 std::string hexadecimal(std::uint64_t number) {
     std::ostringstream text;
@@ -45,14 +44,14 @@ RegisterLine readRegister(client::Applet& applet, const Parameter& parameter) {
     const int code = applet.getUnsigned64(parameter.id, value);
     const std::string name = parameter.name.substr(parameter.name.starts_with(Prefix) ? Prefix.size() : 0);
     const bool writable = parameter.record && parameter.record->writable;
-    Json json{{"name", name}, {"number", parameter.id - FirstRegister}, {"id", parameter.id}, {"writable", writable}};
+    Json json{{"name", name}, {"number", parameter.id - FG_REGISTER_IDS}, {"id", parameter.id}, {"writable", writable}};
     if (code == 0) {
         json["value"] = value;
     } else {
         json["value"] = nullptr;
         json["refused"] = toJson(explainGet(code));
     }
-    return {{std::to_string(parameter.id - FirstRegister), name,
+    return {{std::to_string(parameter.id - FG_REGISTER_IDS), name,
              code == 0 ? hexadecimal(value) : client::describeCode(code), writable ? "writable" : ""},
             json};
 }

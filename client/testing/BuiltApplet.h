@@ -25,7 +25,7 @@ inline std::filesystem::path builtStandIns() {
 ///
 ///     BuiltApplet built;
 ///     built.board.clearTranscript();
-///     EXPECT_EQ(built.applet.setInt(100, 2048), 0);
+///     EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), 0);
 ///     EXPECT_THAT(built.board.writes(), ElementsAre("Device1_Process0_Buffer_0_SensorWidth = 2048", ...));
 struct BuiltApplet {
     explicit BuiltApplet(int flags = 0) : applet(library, board, flags) {}

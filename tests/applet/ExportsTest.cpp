@@ -21,58 +21,57 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-constexpr int WidthId = 100;
-constexpr int PixelDepthId = 4000;
-
 class Exports : public ::testing::Test {
 protected:
     void SetUp() override { built.board.clearTranscript(); }
 
     /// Puts something into the last error, so that a call that leaves it alone can be told from one that records 0.
-    void spoilLastError() { ASSERT_EQ(built.applet.setInt(PixelDepthId, 8), -12); }
+    void spoilLastError() { ASSERT_EQ(built.applet.setInt(FG_PIXELDEPTH, 8), -12); }
     int lastError() { return built.applet.lastError(); }
 
     BuiltApplet built;
     const Functions& f = built.applet.functions();
-    Handle handle = built.applet.handle();
+    QuillonHandle handle = built.applet.handle();
 };
 
 // Values -------------------------------------------------------------------------------------------------------------
 
 TEST_F(Exports, ARead64BitIntegerOfA32BitParameterHasAClearUpperHalf) {
     std::int64_t value = -1;
-    EXPECT_EQ(f.Fg_getParameterWithType(handle, WidthId, &value, 0, ValueType::Int64), 0);
+    EXPECT_EQ(f.Fg_getParameterWithType(handle, FG_WIDTH, &value, 0, FgTypeInt64), 0);
     EXPECT_EQ(value, 1024);
     value = -1;
-    EXPECT_EQ(f.Fg_getParameterWithType(handle, WidthId, &value, 0, ValueType::Unsigned64), 0);
+    EXPECT_EQ(f.Fg_getParameterWithType(handle, FG_WIDTH, &value, 0, FgTypeUInt64), 0);
     EXPECT_EQ(value, 1024);
 }
 
 TEST_F(Exports, EveryOtherTypeLeavesTheUpperHalfAlone) {
-    for (const Type type : {1, 2, 5, 6, 22}) {
+    for (const FgParamTypes type : {FgTypeInt32, FgTypeUInt32, FgTypeDouble, FgTypeCharBuffer, FgTypeString}) {
         std::uint64_t value = 0xABCDEF0155555555;
-        EXPECT_EQ(f.Fg_getParameterWithType(handle, WidthId, &value, 0, type), 0);
+        EXPECT_EQ(f.Fg_getParameterWithType(handle, FG_WIDTH, &value, 0, type), 0);
         EXPECT_EQ(value, 0xABCDEF0100000400U);
     }
 }
 
 TEST_F(Exports, A64BitReadThatFailsLeavesAZero) {
     std::int64_t value = -1;
-    EXPECT_EQ(f.Fg_getParameterWithType(handle, 999999, &value, 0, ValueType::Int64), -2070);
+    EXPECT_EQ(f.Fg_getParameterWithType(handle, 999999, &value, 0, FgTypeInt64), -2070);
     EXPECT_EQ(value, 0);
 }
 
 TEST_F(Exports, ANullValueIsRefusedAndRecorded) {
-    for (const Type type : {1, 2, 5, 6, 22, 4096, 4098}) {
+    for (const FgParamTypes type :
+         {FgTypeInt32, FgTypeUInt32, FgTypeDouble, FgTypeCharBuffer, FgTypeString, FgTypeFieldAccess, FgTypeFieldInt}) {
         std::int32_t value = 0;
-        ASSERT_EQ(built.applet.getInt(WidthId, value), 0);
-        EXPECT_EQ(f.Fg_getParameterWithType(handle, WidthId, nullptr, 0, type), -2070);
+        ASSERT_EQ(built.applet.getInt(FG_WIDTH, value), 0);
+        EXPECT_EQ(f.Fg_getParameterWithType(handle, FG_WIDTH, nullptr, 0, type), -2070);
         EXPECT_EQ(lastError(), -2070);
     }
-    for (const Type type : {1, 2, 3, 4, 5, 6, 22, 4096, 4098}) {
+    for (const FgParamTypes type : {FgTypeInt32, FgTypeUInt32, FgTypeInt64, FgTypeUInt64, FgTypeDouble,
+                                    FgTypeCharBuffer, FgTypeString, FgTypeFieldAccess, FgTypeFieldInt}) {
         std::int32_t value = 0;
-        ASSERT_EQ(built.applet.getInt(WidthId, value), 0);
-        EXPECT_EQ(f.Fg_setParameterWithType(handle, WidthId, nullptr, 0, type), -2070);
+        ASSERT_EQ(built.applet.getInt(FG_WIDTH, value), 0);
+        EXPECT_EQ(f.Fg_setParameterWithType(handle, FG_WIDTH, nullptr, 0, type), -2070);
         EXPECT_EQ(lastError(), -2070);
     }
 }
@@ -80,14 +79,15 @@ TEST_F(Exports, ANullValueIsRefusedAndRecorded) {
 using ExportsDeath = Exports;
 
 TEST_F(ExportsDeath, A64BitReadIntoANullValueFaults) {
-    EXPECT_DEATH(f.Fg_getParameterWithType(handle, WidthId, nullptr, 0, ValueType::Int64), "");
-    EXPECT_DEATH(f.Fg_getParameterWithType(handle, WidthId, nullptr, 0, ValueType::Unsigned64), "");
+    EXPECT_DEATH(f.Fg_getParameterWithType(handle, FG_WIDTH, nullptr, 0, FgTypeInt64), "");
+    EXPECT_DEATH(f.Fg_getParameterWithType(handle, FG_WIDTH, nullptr, 0, FgTypeUInt64), "");
 }
 
 TEST_F(Exports, OnlyTextsAreReleasedAndNothingElseIsTouched) {
     spoilLastError();
-    for (const Type type : {1, 2, 3, 4, 5, 6, 4096, 4098}) {
-        EXPECT_EQ(f.Fg_freeParameterStringWithType(handle, WidthId, nullptr, 0, type), -2078);
+    for (const FgParamTypes type : {FgTypeInt32, FgTypeUInt32, FgTypeInt64, FgTypeUInt64, FgTypeDouble,
+                                    FgTypeCharBuffer, FgTypeFieldAccess, FgTypeFieldInt}) {
+        EXPECT_EQ(f.Fg_freeParameterStringWithType(handle, FG_WIDTH, nullptr, 0, type), -2078);
         EXPECT_EQ(f.Fg_freeParameterStringWithType(handle, 2000601, nullptr, 0, type), -2078);
     }
     EXPECT_EQ(lastError(), -12);
@@ -249,7 +249,7 @@ TEST_F(Exports, FreeingClearsTheLocationAndGivesEverythingBack) {
     SoftBoardLibrary boards = built.board.library();
     const std::uint64_t unloaded = boards.callCount("TavUnloadTavFile");
     EXPECT_EQ(f.Fg_FreeGrabber(handle), 0);
-    EXPECT_EQ(*static_cast<void**>(handle), nullptr);
+    EXPECT_EQ(*handle, nullptr);
     EXPECT_EQ(f.Fg_FreeGrabber(handle), -2001);
     EXPECT_EQ(f.Fg_getLastErrorNumber(handle), -2001);
     EXPECT_EQ(boards.liveHandles(), 0U);
@@ -262,7 +262,7 @@ TEST_F(Exports, ARefusalToFreeIsReturnedAndTheWrapperGoesAllTheSame) {
     SoftBoardLibrary boards = built.board.library();
     built.board.planFault("Fg_FreeGrabber", Direction::Call, 1, -5);
     EXPECT_EQ(f.Fg_FreeGrabber(handle), -5);
-    EXPECT_EQ(*static_cast<void**>(handle), nullptr);
+    EXPECT_EQ(*handle, nullptr);
     EXPECT_EQ(boards.liveDesigns(), 0U);
 }
 

@@ -21,7 +21,7 @@ protected:
     int info(int key, int arg1 = 0, int arg2 = 0, void* in = nullptr, void* out = nullptr) {
         return library.info(key, arg1, arg2, in, out);
     }
-    int symbol(const char* name) { return info(4352, 0, 0, const_cast<char*>(name)); }
+    int symbol(const char* name) { return info(QuillonInfoEnumerator, 0, 0, const_cast<char*>(name)); }
 
     Library library = Library::open(builtLibrary(), builtStandIns());
 };
@@ -35,8 +35,8 @@ TEST_F(Info, FixedAnswersWriteNothing) {
     for (const int key : {1040, 2160, 2192, 2560, 2816, 3072, 3328}) {
         EXPECT_EQ(info(key, 3, 4, &in, &out), 0) << key;
     }
-    EXPECT_EQ(info(2048, 3, 4, &in, &out), 131073);
-    EXPECT_EQ(info(2176, 3, 4, &in, &out), 1874);
+    EXPECT_EQ(info(QuillonInfoInterfaceVersion, 3, 4, &in, &out), 131073);
+    EXPECT_EQ(info(QuillonInfoBoardType, 3, 4, &in, &out), 1874);
     EXPECT_EQ(in, 5U);
     EXPECT_EQ(out, 6U);
 }
@@ -66,15 +66,15 @@ TEST_F(Info, UnknownKeysAreNotImplemented) {
 TEST_F(Info, GivesTheDesignImage) {
     std::uint64_t size = 0;
     const char* bytes = nullptr;
-    EXPECT_EQ(info(1042, 0, 0, &size, &bytes), 0);
+    EXPECT_EQ(info(QuillonInfoDesignImage, 0, 0, &size, &bytes), 0);
     EXPECT_EQ(size, 8255782U);
     EXPECT_EQ(std::string(bytes, 4), "MSIS");
-    EXPECT_EQ(info(1042, 1, 1, &size, &bytes), 0);
+    EXPECT_EQ(info(QuillonInfoDesignImage, 1, 1, &size, &bytes), 0);
 }
 
 TEST_F(Info, TheDesignImageLiesInWritableMemory) {
     unsigned char* bytes = nullptr;
-    ASSERT_EQ(info(1042, 0, 0, nullptr, &bytes), 0);
+    ASSERT_EQ(info(QuillonInfoDesignImage, 0, 0, nullptr, &bytes), 0);
     const unsigned char last = bytes[8255781];
     bytes[8255781] = static_cast<unsigned char>(~last);
     EXPECT_NE(bytes[8255781], last);
@@ -85,7 +85,7 @@ TEST_F(Info, GivesTheIconWhateverTheIndex) {
     for (const auto& [arg1, arg2] : {std::pair(0, 0), std::pair(1, 0), std::pair(0, 1), std::pair(7, 7)}) {
         std::uint64_t size = 0;
         const char* bytes = nullptr;
-        EXPECT_EQ(info(1041, arg1, arg2, &size, &bytes), 0);
+        EXPECT_EQ(info(QuillonInfoIcon, arg1, arg2, &size, &bytes), 0);
         EXPECT_EQ(size, 4676U);
         EXPECT_EQ(std::string(bytes, 8), "\x89PNG\r\n\x1a\n");
     }
@@ -97,23 +97,23 @@ TEST_F(Info, SkipsNullSlots) {
         EXPECT_EQ(info(key, 1, 1), 0) << key;
     }
     std::uint64_t size = 0;
-    EXPECT_EQ(info(1042, 0, 0, &size, nullptr), 0);
+    EXPECT_EQ(info(QuillonInfoDesignImage, 0, 0, &size, nullptr), 0);
     EXPECT_EQ(size, 8255782U);
 }
 
 TEST_F(Info, GivesTheTexts) {
-    EXPECT_EQ(library.infoText(1043), "5525b60f-1373-9674-c4da-fd24a026a8af");
-    EXPECT_EQ(library.infoText(1044), "46db68ee-4ee2-4c5f-9345-256a3fc92321");
+    EXPECT_EQ(library.infoText(QuillonInfoDesignIdentifier), "5525b60f-1373-9674-c4da-fd24a026a8af");
+    EXPECT_EQ(library.infoText(QuillonInfoSecondDesignIdentifier), "46db68ee-4ee2-4c5f-9345-256a3fc92321");
     EXPECT_EQ(
-        library.infoText(4096),
+        library.infoText(QuillonInfoDescription),
         "Acquisition Applet with support of FastDMA technology, 16 bit image processing (per color component), white "
         "balancing and lookup table(up to 14 Bit) for one CameraLinkHS RGB line scan camera with 2 ports (20 Gbps).");
-    EXPECT_EQ(library.infoText(4112), "Marlets:Line");
-    EXPECT_EQ(library.infoText(4128),
+    EXPECT_EQ(library.infoText(QuillonInfoCategory), "Marlets:Line");
+    EXPECT_EQ(library.infoText(QuillonInfoTags),
               "class=standard,family=acquisition,type=single,sensortype=line,color=rgb,interface=clhs,lag=2");
-    EXPECT_EQ(library.infoText(4176), "Quillon");
-    EXPECT_EQ(library.infoText(4192), "2.1.2.4");
-    EXPECT_EQ(library.infoText(4208), "2.1.2.4.20190911.094158");
+    EXPECT_EQ(library.infoText(QuillonInfoName), "Quillon");
+    EXPECT_EQ(library.infoText(QuillonInfoVersion), "2.1.2.4");
+    EXPECT_EQ(library.infoText(QuillonInfoVersionWithDate), "2.1.2.4.20190911.094158");
 }
 
 TEST_F(Info, StoresA32BitZero) {
@@ -153,10 +153,10 @@ protected:
 TEST_F(InfoOfAnUntouchedLibrary, TellsNoDeviceAndNoDesign) {
     const Library library = copy();
     void* slot = this;
-    EXPECT_EQ(library.info(4144, 0, 0, &slot), 0);
+    EXPECT_EQ(library.info(QuillonInfoDevice, 0, 0, &slot), 0);
     EXPECT_EQ(slot, nullptr);
     slot = this;
-    EXPECT_EQ(library.info(4160, 0, 0, &slot), 0);
+    EXPECT_EQ(library.info(QuillonInfoDesign, 0, 0, &slot), 0);
     EXPECT_EQ(slot, nullptr);
 }
 
@@ -168,13 +168,13 @@ TEST_F(InfoOfAnUntouchedLibrary, TellsTheLastDeviceThatWasOpenedEvenAfterItsEnd)
     {
         const Applet gone(library, second);
         void* slot = nullptr;
-        EXPECT_EQ(library.info(4144, 0, 0, &slot), 0);
+        EXPECT_EQ(library.info(QuillonInfoDevice, 0, 0, &slot), 0);
         EXPECT_EQ(slot, second.device());
     }
     void* slot = nullptr;
-    EXPECT_EQ(library.info(4144, 0, 0, &slot), 0);
+    EXPECT_EQ(library.info(QuillonInfoDevice, 0, 0, &slot), 0);
     EXPECT_EQ(slot, second.device());
-    EXPECT_EQ(library.info(4160, 0, 0, &slot), 0);
+    EXPECT_EQ(library.info(QuillonInfoDesign, 0, 0, &slot), 0);
     EXPECT_NE(slot, nullptr);
 }
 

@@ -23,22 +23,23 @@ void PrintTo(Given given, std::ostream* stream) {
 
 class InvalidHandle : public ::testing::TestWithParam<Given> {
 protected:
-    Handle handle() { return GetParam() == Given::LocationAtNull ? &location : nullptr; }
+    QuillonHandle handle() { return GetParam() == Given::LocationAtNull ? &location : nullptr; }
 
     Library library = Library::open(testing::builtLibrary(), testing::builtStandIns());
     const Functions& f = library.functions();
-    void* location = nullptr;
+    QuillonWrapper* location = nullptr;
     std::int64_t value = -1;
 };
 
 TEST_P(InvalidHandle, IsRefusedByTheParameterCallsWhichLeaveTheValueAlone) {
-    for (const Type type : {1, 2, 3, 4, 5, 6, 22, 4096, 4098}) {
-        EXPECT_EQ(f.Fg_setParameterWithType(handle(), 100, &value, 0, type), -2001);
-        EXPECT_EQ(f.Fg_getParameterWithType(handle(), 100, &value, 0, type), -2001);
-        EXPECT_EQ(f.Fg_freeParameterStringWithType(handle(), 100, &value, 0, type), -2001);
+    for (const FgParamTypes type : {FgTypeInt32, FgTypeUInt32, FgTypeInt64, FgTypeUInt64, FgTypeDouble,
+                                    FgTypeCharBuffer, FgTypeString, FgTypeFieldAccess, FgTypeFieldInt}) {
+        EXPECT_EQ(f.Fg_setParameterWithType(handle(), FG_WIDTH, &value, 0, type), -2001);
+        EXPECT_EQ(f.Fg_getParameterWithType(handle(), FG_WIDTH, &value, 0, type), -2001);
+        EXPECT_EQ(f.Fg_freeParameterStringWithType(handle(), FG_WIDTH, &value, 0, type), -2001);
     }
     EXPECT_EQ(value, -1);
-    EXPECT_EQ(f.Fg_getParameterWithType(handle(), 100, nullptr, 0, ValueType::Int64), -2001);
+    EXPECT_EQ(f.Fg_getParameterWithType(handle(), FG_WIDTH, nullptr, 0, FgTypeInt64), -2001);
 }
 
 TEST_P(InvalidHandle, IsRefusedByTheTables) {

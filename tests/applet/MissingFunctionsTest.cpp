@@ -27,8 +27,6 @@ using ::testing::Contains;
 using ::testing::EndsWith;
 using ::testing::StartsWith;
 
-constexpr int TimeoutId = 600;
-constexpr int SdkParameters = 2'000'000;
 constexpr int FirstRegister = 1'000'001;
 constexpr int DriverVersionId = 27001;  // a text of the SDK's own
 
@@ -72,12 +70,12 @@ protected:
         const Functions& f = library.functions();
         Answers answers;
         int status = 77;
-        void* location = f.Std_entry(board.device(), &status, 0);
+        QuillonWrapper* location = f.Std_entry(board.device(), &status, 0);
         answers["start"] = status;
         if (location == nullptr) {
             return answers;
         }
-        void** const handle = &location;
+        const QuillonHandle handle = &location;
         useParameters(f, handle, answers);
         useStrings(f, handle, answers);
         useDescription(f, handle, answers);
@@ -114,60 +112,62 @@ private:
         ::dlclose(loaded);
     }
 
-    static std::int64_t readInt(const Functions& f, void** handle, int id) {
+    static std::int64_t readInt(const Functions& f, QuillonHandle handle, int id) {
         std::int64_t value = 0;
-        return f.Fg_getParameterWithType(handle, id, &value, 0, ValueType::Unsigned64);
+        return f.Fg_getParameterWithType(handle, id, &value, 0, FgTypeUInt64);
     }
 
-    static std::int64_t writeInt(const Functions& f, void** handle, int id, std::int64_t value) {
-        return f.Fg_setParameterWithType(handle, id, &value, 0, ValueType::Unsigned);
+    static std::int64_t writeInt(const Functions& f, QuillonHandle handle, int id, std::int64_t value) {
+        return f.Fg_setParameterWithType(handle, id, &value, 0, FgTypeUInt32);
     }
 
-    static void useParameters(const Functions& f, void** handle, Answers& answers) {
+    static void useParameters(const Functions& f, QuillonHandle handle, Answers& answers) {
         answers["write FG_WIDTH"] = writeInt(f, handle, 100, 512);
         answers["read FG_WIDTH"] = readInt(f, handle, 100);
         answers["write FG_PIXELDEPTH"] = writeInt(f, handle, 4000, 8);
         answers["write FG_FORMAT"] = writeInt(f, handle, 700, 6);
         const double gain = 2.0;
-        answers["write FG_PROCESSING_GAIN"] = f.Fg_setParameterWithType(handle, 300002, &gain, 0, ValueType::Double);
+        answers["write FG_PROCESSING_GAIN"] =
+            f.Fg_setParameterWithType(handle, FG_PROCESSING_GAIN, &gain, 0, FgTypeDouble);
         answers["read FG_FILLLEVEL"] = readInt(f, handle, 110086);
         answers["read FG_SYSTEMMONITOR_FPGA_DNA"] = readInt(f, handle, 200349);
         answers["read FG_CAMSTATUS"] = readInt(f, handle, 2000);
         answers["read FG_NR_OF_DMAS"] = readInt(f, handle, 3050);
         answers["read FG_NR_OF_PROCESSES"] = readInt(f, handle, 3070);
         void* place = nullptr;
-        answers["read FG_DMASTATUS"] = f.Fg_getParameterWithType(handle, 24092, &place, 0, ValueType::Unsigned);
-        answers["read an SDK parameter"] = readInt(f, handle, SdkParameters + TimeoutId);
-        answers["write an SDK parameter"] = writeInt(f, handle, SdkParameters + TimeoutId, 5);
+        answers["read FG_DMASTATUS"] = f.Fg_getParameterWithType(handle, FG_DMASTATUS, &place, 0, FgTypeUInt32);
+        answers["read an SDK parameter"] = readInt(f, handle, FG_SDK_IDS + FG_TIMEOUT);
+        answers["write an SDK parameter"] = writeInt(f, handle, FG_SDK_IDS + FG_TIMEOUT, 5);
         answers["read a register"] = readInt(f, handle, FirstRegister);
         answers["write a register"] = writeInt(f, handle, FirstRegister, 1);
-        FieldElement entry{7, 3};
-        answers["write an entry"] = f.Fg_setParameterWithType(handle, 300009, &entry, 0, ValueType::Element);
-        answers["read an entry"] = f.Fg_getParameterWithType(handle, 300009, &entry, 0, ValueType::Element);
+        FieldParameterInt_s entry{7, 3};
+        answers["write an entry"] = f.Fg_setParameterWithType(handle, FG_LUT_VALUE_RED, &entry, 0, FgTypeFieldInt);
+        answers["read an entry"] = f.Fg_getParameterWithType(handle, FG_LUT_VALUE_RED, &entry, 0, FgTypeFieldInt);
         std::uint32_t values[2] = {1, 2};
-        FieldAccess entries{ValueType::Unsigned, 0, 2, values};
-        answers["write entries"] = f.Fg_setParameterWithType(handle, 300010, &entries, 0, ValueType::Field);
-        answers["read entries"] = f.Fg_getParameterWithType(handle, 300010, &entries, 0, ValueType::Field);
+        FieldParameterAccess entries{FgTypeUInt32, 0, 2, values};
+        answers["write entries"] =
+            f.Fg_setParameterWithType(handle, FG_LUT_VALUE_GREEN, &entries, 0, FgTypeFieldAccess);
+        answers["read entries"] = f.Fg_getParameterWithType(handle, FG_LUT_VALUE_GREEN, &entries, 0, FgTypeFieldAccess);
         answers["choose a monitor"] = writeInt(f, handle, 900001, 1);
         answers["inject"] = writeInt(f, handle, 900002, 1);
         answers["read the monitor"] = readInt(f, handle, 900009);
     }
 
-    static void useStrings(const Functions& f, void** handle, Answers& answers) {
+    static void useStrings(const Functions& f, QuillonHandle handle, Answers& answers) {
         for (const auto& [name, id] : {std::pair("FG_APPLET_ID", 24010), std::pair("FG_TAV_FILE", 24108),
-                                       std::pair("an SDK text", SdkParameters + DriverVersionId)}) {
+                                       std::pair("an SDK text", FG_SDK_IDS + DriverVersionId)}) {
             char* text = nullptr;
-            answers[std::string("read ") + name] = f.Fg_getParameterWithType(handle, id, &text, 0, ValueType::String);
+            answers[std::string("read ") + name] = f.Fg_getParameterWithType(handle, id, &text, 0, FgTypeString);
             answers[std::string("release ") + name] =
-                f.Fg_freeParameterStringWithType(handle, id, text, 0, ValueType::String);
+                f.Fg_freeParameterStringWithType(handle, id, text, 0, FgTypeString);
         }
         answers["release FG_NR_OF_DMAS"] =
-            f.Fg_freeParameterStringWithType(handle, 3050, nullptr, 0, ValueType::String);
+            f.Fg_freeParameterStringWithType(handle, FG_NR_OF_DMAS, nullptr, 0, FgTypeString);
         char name[512] = "FG_WIDTH";
-        answers["read FG_PARAM_DESCR"] = f.Fg_getParameterWithType(handle, 24114, name, 0, ValueType::Buffer);
+        answers["read FG_PARAM_DESCR"] = f.Fg_getParameterWithType(handle, FG_PARAM_DESCR, name, 0, FgTypeCharBuffer);
     }
 
-    static void useDescription(const Functions& f, void** handle, Answers& answers) {
+    static void useDescription(const Functions& f, QuillonHandle handle, Answers& answers) {
         answers["names"] = f.Fg_getNrOfParameter(handle);
         for (int index = 0; index < f.Fg_getNrOfParameter(handle); ++index) {
             EXPECT_NE(f.Fg_getParameterName(handle, index), nullptr) << index;
@@ -183,17 +183,18 @@ private:
         answers["shading"] = f.Shad_GetMaxLine(handle, nullptr);
     }
 
-    void useFiles(const Functions& f, void** handle, Answers& answers) {
+    void useFiles(const Functions& f, QuillonHandle handle, Answers& answers) {
         answers["save"] = f.Fg_saveConfig(handle, path("a.mcf").c_str());
         answers["load"] = f.Fg_loadConfig(handle, path("a.mcf").c_str());
         const std::string table = path("a.lut");
-        answers["save tables"] = f.Fg_setParameterWithType(handle, 110021, table.c_str(), 0, ValueType::Buffer);
+        answers["save tables"] =
+            f.Fg_setParameterWithType(handle, FG_LUT_SAVE_FILE, table.c_str(), 0, FgTypeCharBuffer);
         const std::string configuration = path("b.mcf");
         answers["save the SDK's configuration"] =
-            f.Fg_setParameterWithType(handle, 900013, configuration.c_str(), 0, ValueType::Buffer);
+            f.Fg_setParameterWithType(handle, FG_DEBUGSAVECONFIG, configuration.c_str(), 0, FgTypeCharBuffer);
     }
 
-    static void useAcquisition(const Functions& f, void** handle, Answers& answers) {
+    static void useAcquisition(const Functions& f, QuillonHandle handle, Answers& answers) {
         char appletId[256] = "";
         answers["applet id"] = f.Fg_getAppletId(handle, appletId);
         answers["acquire"] = f.Fg_AcquireEx(handle, 0, 10, 0, nullptr);

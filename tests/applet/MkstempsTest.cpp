@@ -86,7 +86,8 @@ TEST_F(Mkstemps, GivesADescriptorForReadingAndWritingToTheOwnerAlone) {
 
 TEST_F(Mkstemps, RefusesANullTemplate) {
     errno = 0;
-    EXPECT_EQ(library.functions().mkstemps(nullptr, 0), -1);
+    char* none = nullptr;
+    EXPECT_EQ(library.functions().mkstemps(none, 0), -1);
     EXPECT_EQ(errno, EINVAL);
 }
 

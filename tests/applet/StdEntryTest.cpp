@@ -45,7 +45,7 @@ protected:
     }
 
     /// Opens a wrapper on the board; null if it fails. The status is in `status`.
-    void* start(int flags = 0) { return location = f.Std_entry(board.device(), &status, flags); }
+    QuillonWrapper* start(int flags = 0) { return location = f.Std_entry(board.device(), &status, flags); }
 
     std::vector<std::string> loaderCalls() {
         std::vector<std::string> lines;
@@ -64,7 +64,7 @@ protected:
     SoftBoard board = SoftBoard(builtStandIns());
     SoftBoardLibrary boards = board.library();
     int status = 77;
-    void* location = nullptr;
+    QuillonWrapper* location = nullptr;
 };
 
 TEST_F(StdEntry, GivesAWrapperAndStatusZero) {
@@ -316,15 +316,15 @@ TEST_F(StdEntry, DirectRegisterAccessStaysOffWithAnyOtherValue) {
 TEST_F(StdEntry, WrappersAreIndependent) {
     BuiltApplet first;
     BuiltApplet second;
-    EXPECT_EQ(first.applet.setInt(100, 2048), 0);
-    EXPECT_EQ(second.applet.setInt(100, 4096), 0);
-    EXPECT_EQ(second.applet.setInt(4000, 1), -12);
-    EXPECT_EQ(first.applet.readInt(100), 2048);
-    EXPECT_EQ(second.applet.readInt(100), 4096);
+    EXPECT_EQ(first.applet.setInt(FG_WIDTH, 2048), 0);
+    EXPECT_EQ(second.applet.setInt(FG_WIDTH, 4096), 0);
+    EXPECT_EQ(second.applet.setInt(FG_PIXELDEPTH, 1), -12);
+    EXPECT_EQ(first.applet.readInt(FG_WIDTH), 2048);
+    EXPECT_EQ(second.applet.readInt(FG_WIDTH), 4096);
     EXPECT_EQ(first.board.integer("Device1_Process0_Buffer_0_XLength"), 2048);
     EXPECT_EQ(second.board.integer("Device1_Process0_Buffer_0_XLength"), 4096);
     EXPECT_EQ(first.applet.close(), 0);
-    EXPECT_EQ(second.applet.readInt(100), 4096);
+    EXPECT_EQ(second.applet.readInt(FG_WIDTH), 4096);
 }
 
 TEST_F(StdEntry, TwoWrappersOnOneBoardEachHaveADesignOfTheirOwn) {

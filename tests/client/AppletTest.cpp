@@ -22,12 +22,6 @@ using testing::KnownLeak;
 using ::testing::Pair;
 using ::testing::StartsWith;
 
-constexpr int WidthId = 100;
-constexpr int LinePeriodId = 96;
-constexpr int PixelDepthId = 4000;
-constexpr int TavFileId = 24108;
-constexpr int RedTableId = 300009;
-
 TEST(Applet, ItOpensAndGivesEverythingBack) {
     SoftBoardLibrary boards(builtStandIns());
     {
@@ -56,7 +50,7 @@ TEST(Applet, AClosedAppletAnswersInvalidHandle) {
     BuiltApplet built;
     EXPECT_EQ(built.applet.close(), 0);
     EXPECT_EQ(built.applet.close(), -2001);
-    EXPECT_EQ(built.applet.setInt(WidthId, 2048), -2001);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), -2001);
 }
 
 TEST(Applet, AMovedAppletWorksOn) {
@@ -64,36 +58,35 @@ TEST(Applet, AMovedAppletWorksOn) {
     SoftBoard board(builtStandIns());
     Applet first(library, board);
     Applet second(std::move(first));
-    EXPECT_EQ(second.readInt(WidthId), 1024);
+    EXPECT_EQ(second.readInt(FG_WIDTH), 1024);
 }
 
 TEST(Applet, TheLibraryStaysLoadedAsLongAsAnApplet) {
     SoftBoard board(builtStandIns());
     Applet applet(Library::open(builtLibrary(), builtStandIns()), board);
-    EXPECT_EQ(applet.readInt(WidthId), 1024);
+    EXPECT_EQ(applet.readInt(FG_WIDTH), 1024);
 }
 
 TEST(Applet, AWrittenNumberReadsBack) {
     BuiltApplet built;
-    EXPECT_EQ(built.applet.setInt(WidthId, 2048), 0);
-    EXPECT_EQ(built.applet.readInt(WidthId), 2048);
-    EXPECT_EQ(built.applet.setDouble(LinePeriodId, 100.0), 0);
-    EXPECT_EQ(built.applet.readDouble(LinePeriodId), 100.0);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), 0);
+    EXPECT_EQ(built.applet.readInt(FG_WIDTH), 2048);
+    EXPECT_EQ(built.applet.setDouble(FG_LINEPERIODE, 100.0), 0);
+    EXPECT_EQ(built.applet.readDouble(FG_LINEPERIODE), 100.0);
 }
 
 TEST(Applet, AParameterOf64BitsFitsThe32BitForms) {
     BuiltApplet built;
-    constexpr int DebugWritePixelId = 900010;
-    EXPECT_EQ(built.applet.setInt(DebugWritePixelId, 7), 0);
-    EXPECT_EQ(built.applet.readInt(DebugWritePixelId), 7);
-    EXPECT_EQ(built.applet.readUnsigned64(DebugWritePixelId), 7U);
+    EXPECT_EQ(built.applet.setInt(FG_DEBUGWRITEPIXEL, 7), 0);
+    EXPECT_EQ(built.applet.readInt(FG_DEBUGWRITEPIXEL), 7);
+    EXPECT_EQ(built.applet.readUnsigned64(FG_DEBUGWRITEPIXEL), 7U);
 }
 
 TEST(Applet, ARefusedWriteIsACodeAndTheLastError) {
     BuiltApplet built;
-    EXPECT_EQ(built.applet.setInt(WidthId, 6), -7080);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 6), -7080);
     EXPECT_EQ(built.applet.lastError(), -7080);
-    EXPECT_EQ(built.applet.readInt(WidthId), 1024);
+    EXPECT_EQ(built.applet.readInt(FG_WIDTH), 1024);
     EXPECT_EQ(built.applet.lastError(), 0);
 }
 
@@ -112,13 +105,13 @@ TEST(Applet, AFailedReadIsACodeWhereOneIsAskedFor) {
     BuiltApplet built;
     std::int32_t value = 0;
     EXPECT_EQ(built.applet.getInt(999999, value), -2070);
-    EXPECT_EQ(built.applet.getInt(PixelDepthId, value), 0);
+    EXPECT_EQ(built.applet.getInt(FG_PIXELDEPTH, value), 0);
     EXPECT_EQ(value, 16);
 }
 
 TEST(Applet, ATextIsCopiedAndReleased) {
     BuiltApplet built;
-    EXPECT_EQ(built.applet.readText(TavFileId), "Quillon.tav");
+    EXPECT_EQ(built.applet.readText(FG_TAV_FILE), "Quillon.tav");
 }
 
 TEST(Applet, ADescriptionIsAskedForByName) {
@@ -141,20 +134,19 @@ TEST(Applet, NamesIdsAndPositionsBelongTogether) {
 
 TEST(Applet, TableEntriesAreWrittenAndReadInRuns) {
     BuiltApplet built;
-    constexpr int TypeId = 110017;
-    ASSERT_EQ(built.applet.setInt(TypeId, 0), 0);
+    ASSERT_EQ(built.applet.setInt(FG_LUT_TYPE, 0), 0);
     const std::array<std::uint32_t, 3> entries{10, 20, 30};
-    EXPECT_EQ(built.applet.setField(RedTableId, entries, 100), 0);
+    EXPECT_EQ(built.applet.setField(FG_LUT_VALUE_RED, entries, 100), 0);
     std::array<std::uint32_t, 3> read{};
-    EXPECT_EQ(built.applet.getField(RedTableId, read, 100), 0);
+    EXPECT_EQ(built.applet.getField(FG_LUT_VALUE_RED, read, 100), 0);
     EXPECT_THAT(read, ElementsAre(10, 20, 30));
 }
 
 TEST(Applet, ATableEntryIsWrittenAndReadAlone) {
     BuiltApplet built;
-    EXPECT_EQ(built.applet.setElement(RedTableId, 5, 4711), 0);
+    EXPECT_EQ(built.applet.setElement(FG_LUT_VALUE_RED, 5, 4711), 0);
     std::uint32_t value = 0;
-    EXPECT_EQ(built.applet.getElement(RedTableId, 5, value), 0);
+    EXPECT_EQ(built.applet.getElement(FG_LUT_VALUE_RED, 5, value), 0);
     EXPECT_EQ(value, 4711U);
 }
 
@@ -174,7 +166,7 @@ TEST(Applet, RecordsComeAsTreesWithTheNewestGroupFirst) {
     ASSERT_EQ(trees.size(), 15U);
     EXPECT_EQ(trees.front().label, "Miscellaneous");
     EXPECT_EQ(trees.back().label, "Camera Link HS");
-    const ParameterRecord* width = findRecord(trees, WidthId);
+    const ParameterRecord* width = findRecord(trees, FG_WIDTH);
     ASSERT_NE(width, nullptr);
     EXPECT_EQ(std::get<Range<std::uint64_t>>(width->range), (Range<std::uint64_t>{4, 16384, 4}));
 }
@@ -201,11 +193,11 @@ TEST(Applet, ASavedConfigurationLoadsIntoAnother) {
     const std::filesystem::path file =
         std::filesystem::temp_directory_path() / ("quillon-client-" + std::to_string(getpid()) + ".mcf");
     BuiltApplet first;
-    ASSERT_EQ(first.applet.setInt(WidthId, 2048), 0);
+    ASSERT_EQ(first.applet.setInt(FG_WIDTH, 2048), 0);
     EXPECT_EQ(first.applet.saveConfig(file), 0);
     BuiltApplet second;
     EXPECT_EQ(second.applet.loadConfig(file), 0);
-    EXPECT_EQ(second.applet.readInt(WidthId), 2048);
+    EXPECT_EQ(second.applet.readInt(FG_WIDTH), 2048);
     std::filesystem::remove(file);
     EXPECT_EQ(second.applet.loadConfig(file), -2076);
     EXPECT_EQ(second.applet.lastError(), -5000);

@@ -46,8 +46,8 @@ TEST(Library, ALibraryThatIsNoAppletIsToldByTheFunctionThatItLacks) {
 }
 
 TEST(Library, ItsTextsComeByKey) {
-    EXPECT_EQ(built().infoText(4176), "Quillon");
-    EXPECT_EQ(built().infoText(4192), "2.1.2.4");
+    EXPECT_EQ(built().infoText(QuillonInfoName), "Quillon");
+    EXPECT_EQ(built().infoText(QuillonInfoVersion), "2.1.2.4");
 }
 
 TEST(Library, AKeyWithoutATextIsThrown) {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "client/Errors.h"
-#include "info/RegisterInfo.h"
+#include "quillon/RegisterInfo.h"
 
 namespace quillon::client {
 namespace {
@@ -76,9 +76,9 @@ TEST(ParameterRecord, AGroupHoldsItsChildrenAndAParameterIsFoundInside) {
     group.as.group = {1, children.data(), 1};
     const std::vector<ParameterRecord> trees{copyRecord(group)};
     ASSERT_EQ(trees[0].children.size(), 1U);
-    ASSERT_NE(findRecord(trees, 100), nullptr);
-    EXPECT_EQ(findRecord(trees, 100)->symbol, "FG_WIDTH");
-    EXPECT_EQ(findRecord(trees, 200), nullptr);
+    ASSERT_NE(findRecord(trees, FG_WIDTH), nullptr);
+    EXPECT_EQ(findRecord(trees, FG_WIDTH)->symbol, "FG_WIDTH");
+    EXPECT_EQ(findRecord(trees, FG_HEIGHT), nullptr);
 }
 
 TEST(ParameterRecord, AFieldTellsItsSizeAndTheRangeOfItsElements) {

@@ -14,8 +14,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr int TimeoutId = 600;
-
 TEST(SoftBoard, AFolderWithoutTheStandInsIsToldByItsPath) {
     try {
         SoftBoard board("/no/such/folder");
@@ -34,7 +32,7 @@ TEST(SoftBoard, ANewBoardHasAnEmptyTranscript) {
 TEST(SoftBoard, AWriteIsALineWithNameAndValue) {
     BuiltApplet built;
     built.board.clearTranscript();
-    ASSERT_EQ(built.applet.setInt(TimeoutId, 77), 0);
+    ASSERT_EQ(built.applet.setInt(FG_TIMEOUT, 77), 0);
     EXPECT_THAT(built.board.writes(), ElementsAre("FG_TIMEOUT = 77"));
     EXPECT_THAT(built.board.reads(), IsEmpty());
 }
@@ -42,7 +40,7 @@ TEST(SoftBoard, AWriteIsALineWithNameAndValue) {
 TEST(SoftBoard, AnEntryCarriesAllThatTheBoardKnows) {
     BuiltApplet built;
     built.board.clearTranscript();
-    ASSERT_EQ(built.applet.setInt(TimeoutId, 77), 0);
+    ASSERT_EQ(built.applet.setInt(FG_TIMEOUT, 77), 0);
     const std::vector<Access> transcript = built.board.transcript();
     ASSERT_EQ(transcript.size(), 1U);
     EXPECT_GT(transcript[0].sequence, 1U);
@@ -57,7 +55,7 @@ TEST(SoftBoard, APlannedFaultShowsInTheLineAndInTheAnswer) {
     BuiltApplet built;
     built.board.clearTranscript();
     built.board.planFault("FG_TIMEOUT", Direction::Write, 1, -77);
-    EXPECT_EQ(built.applet.setInt(TimeoutId, 77), -77);
+    EXPECT_EQ(built.applet.setInt(FG_TIMEOUT, 77), -77);
     EXPECT_THAT(built.board.writes(), ElementsAre("FG_TIMEOUT = 77 ! -77"));
 }
 
@@ -65,7 +63,7 @@ TEST(SoftBoard, ForgottenFaultsDoNotHappen) {
     BuiltApplet built;
     built.board.planFaultAt(1, -77);
     built.board.clearFaults();
-    EXPECT_EQ(built.applet.setInt(TimeoutId, 77), 0);
+    EXPECT_EQ(built.applet.setInt(FG_TIMEOUT, 77), 0);
 }
 
 TEST(SoftBoard, TheHardwareSideChangesAValueWithoutATrace) {
@@ -91,7 +89,7 @@ TEST(SoftBoard, NothingIsRecordedWhileRecordingIsOff) {
     BuiltApplet built;
     built.board.clearTranscript();
     built.board.record(false);
-    ASSERT_EQ(built.applet.setInt(TimeoutId, 77), 0);
+    ASSERT_EQ(built.applet.setInt(FG_TIMEOUT, 77), 0);
     EXPECT_THAT(built.board.transcript(), IsEmpty());
 }
 

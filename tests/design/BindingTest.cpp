@@ -19,8 +19,6 @@ using testing::BuiltApplet;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr int WidthId = 100;
-
 TEST(Binding, AsksForEveryNameOnceInOrder) {
     BuiltApplet built(1);
     std::vector<std::string> expected;
@@ -47,16 +45,16 @@ TEST(Binding, LogsEveryNameThatTheDesignLacksAndGoesOn) {
     ASSERT_GE(lines.size(), 139U);
     lines.resize(139);  // what follows are reads that fail for want of an id
     EXPECT_EQ(lines, expected);
-    EXPECT_EQ(built.applet.readInt(WidthId), 1024);
+    EXPECT_EQ(built.applet.readInt(FG_WIDTH), 1024);
 }
 
 TEST(Binding, AMissingNameFailsAtItsFirstWriteWithTheSdksCode) {
     const CapturedLog log;
     const Variable hide("SOFTBOARD_HIDE", "Device1_Process0_Buffer_0_SensorWidth");
     BuiltApplet built(1);
-    EXPECT_EQ(built.applet.setInt(WidthId, 2048), -9002);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), -9002);
     EXPECT_EQ(built.applet.lastError(), -9002);
-    EXPECT_EQ(built.applet.readInt(WidthId), 1024);
+    EXPECT_EQ(built.applet.readInt(FG_WIDTH), 1024);
     EXPECT_THAT(log.lines(),
                 ElementsAre("4 orlo.wrapper.Quillon cannot retrieve IX id for IX parameter: "
                             "'Device1_Process0_Buffer_0_SensorWidth'",
@@ -78,7 +76,7 @@ TEST(Binding, AFailedWriteIsLoggedWithItsIdAndResult) {
     const CapturedLog log;
     BuiltApplet built;
     built.board.planFault("Device1_Process0_Buffer_0_XOffset", Direction::Write, 1, -321);
-    EXPECT_EQ(built.applet.setInt(WidthId, 2048), -321);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), -321);
     EXPECT_THAT(log.lines(), ElementsAre("5 orlo.wrapper.Quillon Setting IX parameter "
                                          "'Device1_Process0_Buffer_0_XOffset' (ID: 10006) failed: result = -321"));
 }
@@ -88,7 +86,7 @@ TEST(Binding, AFailedReadIsLoggedWithItsIdAndResult) {
     BuiltApplet built;
     built.board.planFault("Device1_Process0_BoardStatus_FpgaTemperature", Direction::Read, 1, -321);
     double temperature = 0.0;
-    EXPECT_EQ(built.applet.getDouble(200341, temperature), -321);
+    EXPECT_EQ(built.applet.getDouble(FG_SYSTEMMONITOR_FPGA_TEMPERATURE, temperature), -321);
     EXPECT_THAT(
         log.lines(),
         ElementsAre("5 orlo.wrapper.Quillon Getting IX parameter 'Device1_Process0_BoardStatus_FpgaTemperature' "
@@ -111,14 +109,14 @@ TEST(Binding, NothingIsLoggedAboveItsLevel) {
     const CapturedLog log(6);
     const Variable hide("SOFTBOARD_HIDE", "Device1_Process0_Buffer_0_SensorWidth");
     BuiltApplet built;
-    EXPECT_EQ(built.applet.setInt(WidthId, 2048), -9002);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), -9002);
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
 TEST(Binding, ProcessOneOfTheHierarchyIsReachedThroughProcessZero) {
     BuiltApplet built;
     built.board.clearTranscript();
-    EXPECT_EQ(built.applet.setInt(200438, 1), 0);
+    EXPECT_EQ(built.applet.setInt(FG_SIGNAL_ANALYZER_CLEAR, 1), 0);
     ASSERT_FALSE(built.board.transcript().empty());
     for (const Access& access : built.board.transcript()) {
         EXPECT_EQ(access.name, "Device1_Process1_Trigger_Analyzer_Clear_Value");

@@ -49,8 +49,8 @@ TEST_F(Primitives, EveryParameterHasItsOwnMessages) {
     DesignParameters unbound(*wrapper);  // all ids are 0, which the SDK does not know
     for (std::size_t i = 0; i < IxParameterCount; ++i) {
         std::uint64_t value = 0;
-        unbound.set(static_cast<Ix>(i), &value, 0, TypeUInt32, false);
-        unbound.get(static_cast<Ix>(i), &value, 0, TypeUInt32, false);
+        unbound.set(static_cast<Ix>(i), &value, 0, FgTypeUInt32, false);
+        unbound.get(static_cast<Ix>(i), &value, 0, FgTypeUInt32, false);
     }
     std::vector<std::string> expected;
     for (const char* name : DesignNames) {
@@ -64,30 +64,30 @@ TEST_F(Primitives, EveryParameterHasItsOwnMessages) {
 
 TEST_F(Primitives, HandValueProcessAndTypeOn) {
     std::uint32_t value = 512;
-    design.set(Ix::Buffer_0_SensorWidth, &value, 0, TypeUInt32, true);
+    design.set(Ix::Buffer_0_SensorWidth, &value, 0, FgTypeUInt32, true);
     EXPECT_STREQ(lastAccess().name, "Device1_Process0_Buffer_0_SensorWidth");
     EXPECT_STREQ(lastAccess().value, "512");
     EXPECT_EQ(lastAccess().type, 2);
-    design.set(Ix::Buffer_0_SensorWidth, &value, 3, TypeDouble, false);
+    design.set(Ix::Buffer_0_SensorWidth, &value, 3, FgTypeDouble, false);
     EXPECT_EQ(lastAccess().dma, 3);
     EXPECT_EQ(lastAccess().type, 5);
 }
 
 TEST_F(Primitives, ANullValueIsThrownOrPassedOverAndTheDesignLeftAlone) {
     try {
-        design.set(Ix::Buffer_0_SensorWidth, nullptr, 0, TypeUInt32, true);
+        design.set(Ix::Buffer_0_SensorWidth, nullptr, 0, FgTypeUInt32, true);
         FAIL() << "nothing was thrown";
     } catch (int code) {
         EXPECT_EQ(code, -2070);
     }
     try {
-        design.get(Ix::BoardStatus_FpgaTemperature, nullptr, 0, TypeDouble, true);
+        design.get(Ix::BoardStatus_FpgaTemperature, nullptr, 0, FgTypeDouble, true);
         FAIL() << "nothing was thrown";
     } catch (int code) {
         EXPECT_EQ(code, -2070);
     }
-    design.set(Ix::Buffer_0_SensorWidth, nullptr, 0, TypeUInt32, false);
-    design.get(Ix::BoardStatus_FpgaTemperature, nullptr, 0, TypeDouble, false);
+    design.set(Ix::Buffer_0_SensorWidth, nullptr, 0, FgTypeUInt32, false);
+    design.get(Ix::BoardStatus_FpgaTemperature, nullptr, 0, FgTypeDouble, false);
     EXPECT_EQ(accessCount(), 0U);
     EXPECT_THAT(dispatcher.texts(), IsEmpty());
 }
@@ -109,7 +109,7 @@ TEST_F(Primitives, ARefusalIsThrownWithTheSdksCode) {
 TEST_F(Primitives, ARefusalThatIsNotReportedIsLoggedAllTheSame) {
     softboard_plan_fault(board, "Device1_Process0_Buffer_0_SensorWidth", SOFTBOARD_WRITE, 1, -321);
     const std::uint32_t value = 512;
-    design.set(Ix::Buffer_0_SensorWidth, &value, 0, TypeUInt32, false);
+    design.set(Ix::Buffer_0_SensorWidth, &value, 0, FgTypeUInt32, false);
     EXPECT_EQ(dispatcher.texts().size(), 1U);
 }
 
@@ -121,7 +121,7 @@ TEST_F(Primitives, AreTypedForTheHandlers) {
     EXPECT_STREQ(lastAccess().value, "150.5");
     EXPECT_EQ(design.readUnsigned(Ix::Buffer_0_DRAM_DRAM_A_0_RamDataWidth), 512U);
     EXPECT_EQ(lastAccess().type, 2);
-    EXPECT_EQ(design.readUnsigned64(Ix::BoardStatus_FpgaDNA, TypeUInt64), 81985529216486895U);
+    EXPECT_EQ(design.readUnsigned64(Ix::BoardStatus_FpgaDNA, FgTypeUInt64), 81985529216486895U);
     EXPECT_EQ(lastAccess().type, 4);
     EXPECT_EQ(design.readDouble(Ix::BoardStatus_FpgaTemperature), 45.2);
     EXPECT_EQ(lastAccess().type, 5);

@@ -38,10 +38,10 @@ TEST(Threads, SetAndReadOneWrapper) {
     onEightThreads([&](int number) {
         for (int i = 1; i <= 50; ++i) {
             const int width = 4 * (1 + number * 50 + i);
-            failures += built.applet.setInt(100, width) == 0 ? 0 : 1;
+            failures += built.applet.setInt(FG_WIDTH, width) == 0 ? 0 : 1;
             std::int32_t read = 0;
-            failures += built.applet.getInt(100, read) == 0 && read % 4 == 0 ? 0 : 1;
-            failures += built.applet.setDouble(96, 100.0 + number) == 0 ? 0 : 1;
+            failures += built.applet.getInt(FG_WIDTH, read) == 0 && read % 4 == 0 ? 0 : 1;
+            failures += built.applet.setDouble(FG_LINEPERIODE, 100.0 + number) == 0 ? 0 : 1;
             failures += built.applet.parameterId("FG_WIDTH") == 100 ? 0 : 1;
             failures += built.applet.eventMask("FG_OVERFLOW_CAM0") == 1 ? 0 : 1;
             failures += built.applet.status(0, 0, 0, nullptr) == 0 ? 0 : 1;
@@ -50,7 +50,7 @@ TEST(Threads, SetAndReadOneWrapper) {
     });
     EXPECT_EQ(failures, 0);
     // The writes of one set stay together: what the design holds is the last width that was remembered.
-    EXPECT_EQ(built.board.integer("Device1_Process0_Buffer_0_XLength"), built.applet.readInt(100));
+    EXPECT_EQ(built.board.integer("Device1_Process0_Buffer_0_XLength"), built.applet.readInt(FG_WIDTH));
 }
 
 TEST(Threads, ReadAndReleaseStringsOfOneWrapper) {
@@ -60,14 +60,14 @@ TEST(Threads, ReadAndReleaseStringsOfOneWrapper) {
     onEightThreads([&](int) {
         for (int i = 0; i < 500; ++i) {
             char* texts[2] = {};
-            failures += built.applet.get(24108, &texts[0], 0, ValueType::String) == 0 ? 0 : 1;
-            failures += built.applet.get(300000, &texts[1], 0, ValueType::String) == 0 ? 0 : 1;
+            failures += built.applet.get(FG_TAV_FILE, &texts[0], 0, FgTypeString) == 0 ? 0 : 1;
+            failures += built.applet.get(FG_LUT_CUSTOM_FILE, &texts[1], 0, FgTypeString) == 0 ? 0 : 1;
             failures += std::string(texts[0]) == "Quillon.tav" && std::string(texts[1]).empty() ? 0 : 1;
             for (char* const text : texts) {
-                failures += built.applet.freeText(24108, text, 0, ValueType::String) == 0 ? 0 : 1;
+                failures += built.applet.freeText(24108, text, 0, FgTypeString) == 0 ? 0 : 1;
             }
-            failures += built.applet.freeText(24108, texts, 0, ValueType::String) == -2070 ? 0 : 1;
-            failures += built.applet.readText(24108) == "Quillon.tav" ? 0 : 1;
+            failures += built.applet.freeText(24108, texts, 0, FgTypeString) == -2070 ? 0 : 1;
+            failures += built.applet.readText(FG_TAV_FILE) == "Quillon.tav" ? 0 : 1;
         }
     });
     EXPECT_EQ(failures, 0);
@@ -78,14 +78,14 @@ TEST(Threads, AreRefusedAndLogOnOneWrapper) {
     BuiltApplet built;
     onEightThreads([&](int) {
         for (int i = 0; i < 20; ++i) {
-            built.applet.setInt(4000, 1);
-            built.applet.setInt(100, 3);
+            built.applet.setInt(FG_PIXELDEPTH, 1);
+            built.applet.setInt(FG_WIDTH, 3);
         }
     });
     EXPECT_EQ(log.lines().size(), 160U);
     EXPECT_THAT(log.lines(),
                 Each("4 orlo.wrapper.Quillon trying to set read-only SDK parameter 'FG_PIXELDEPTH' on process 0!"));
-    EXPECT_EQ(built.applet.readInt(100), 1024);
+    EXPECT_EQ(built.applet.readInt(FG_WIDTH), 1024);
 }
 
 TEST(Threads, OpenUseAndCloseWrappersOfTheirOwn) {
@@ -93,7 +93,7 @@ TEST(Threads, OpenUseAndCloseWrappersOfTheirOwn) {
     onEightThreads([&](int number) {
         BuiltApplet built;
         const int width = 1024 + 4 * number;
-        failures += built.applet.setInt(100, width) == 0 && built.applet.readInt(100) == width ? 0 : 1;
+        failures += built.applet.setInt(FG_WIDTH, width) == 0 && built.applet.readInt(FG_WIDTH) == width ? 0 : 1;
         failures += built.board.integer("Device1_Process0_Buffer_0_XLength") == width ? 0 : 1;
     });
     EXPECT_EQ(failures, 0);
@@ -106,14 +106,14 @@ protected:
     template <class Inside>
     void whileHeld(Inside inside) {
         log.atEveryMessage(inside);
-        EXPECT_EQ(built.applet.setInt(4000, 1), -12);
+        EXPECT_EQ(built.applet.setInt(FG_PIXELDEPTH, 1), -12);
         log.atEveryMessage(nullptr);
     }
 
     test::CapturedLog log;
     BuiltApplet built;
     const Functions& f = built.applet.functions();
-    Handle handle = built.applet.handle();
+    QuillonHandle handle = built.applet.handle();
 };
 
 TEST_F(HeldLock, KeepsAParameterCallWaiting) {
@@ -129,7 +129,7 @@ TEST_F(HeldLock, KeepsAParameterCallWaiting) {
         other = std::thread([&] {
             begun = true;
             std::int32_t width = 0;
-            EXPECT_EQ(built.applet.getInt(100, width), 0);
+            EXPECT_EQ(built.applet.getInt(FG_WIDTH, width), 0);
             note("second call");
         });
         while (!begun) {
@@ -154,7 +154,7 @@ TEST_F(HeldLock, KeepsNeitherTablesNorForwardersNorTheLastErrorWaiting) {
             results.push_back(f.Fg_getParameterIdByName(handle, "FG_WIDTH"));
             results.push_back(f.Fg_getLastErrorNumber(handle));
             results.push_back(static_cast<int>(f.Fg_getEventMask(handle, "FG_OVERFLOW_CAM0")));
-            results.push_back(f.Fg_freeParameterStringWithType(handle, 24108, nullptr, 0, 22));
+            results.push_back(f.Fg_freeParameterStringWithType(handle, FG_TAV_FILE, nullptr, 0, FgTypeString));
         }).join();
     });
     EXPECT_EQ(results, (std::vector<int>{1874, 163, 100, 0, 1, -2070}));
@@ -162,14 +162,14 @@ TEST_F(HeldLock, KeepsNeitherTablesNorForwardersNorTheLastErrorWaiting) {
 
 TEST_F(HeldLock, KeepsANullValueFromWaiting) {
     int result = 0;
-    whileHeld([&] { std::thread([&] { result = built.applet.get(100, nullptr, 0, ValueType::Int); }).join(); });
+    whileHeld([&] { std::thread([&] { result = built.applet.get(FG_WIDTH, nullptr, 0, FgTypeInt32); }).join(); });
     EXPECT_EQ(result, -2070);
 }
 
 TEST_F(HeldLock, KeepsNoOtherWrapperWaiting) {
     BuiltApplet other;
     int result = 1;
-    whileHeld([&] { std::thread([&] { result = other.applet.setInt(100, 2048); }).join(); });
+    whileHeld([&] { std::thread([&] { result = other.applet.setInt(FG_WIDTH, 2048); }).join(); });
     EXPECT_EQ(result, 0);
 }
 
@@ -177,7 +177,7 @@ TEST_F(HeldLock, IsFreeAfterARefusal) {
     whileHeld([] {});
     std::int32_t width = 0;
     int result = 1;
-    std::thread([&] { result = built.applet.getInt(100, width); }).join();
+    std::thread([&] { result = built.applet.getInt(FG_WIDTH, width); }).join();
     EXPECT_EQ(result, 0);
 }
 

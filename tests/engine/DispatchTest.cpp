@@ -21,17 +21,14 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-constexpr int WidthId = 100;
-constexpr int LinePeriodId = 96;
-
 class Dispatch : public ::testing::Test {
 protected:
     void SetUp() override { built.board.clearTranscript(); }
 
-    int set(int id, unsigned dma = 0, Type type = ValueType::Int) {
+    int set(int id, unsigned dma = 0, FgParamTypes type = FgTypeInt32) {
         return built.applet.set(id, buffer.data(), dma, type);
     }
-    int get(int id, unsigned dma = 0, Type type = ValueType::Int) {
+    int get(int id, unsigned dma = 0, FgParamTypes type = FgTypeInt32) {
         return built.applet.get(id, buffer.data(), dma, type);
     }
     int lastError() { return built.applet.lastError(); }
@@ -125,25 +122,25 @@ TEST_F(Dispatch, ARefusalIsTheSameWithoutALog) {
 
 TEST_F(Dispatch, AReadOnlyParameterKeepsItsValue) {
     buffer[0] = 8;
-    EXPECT_EQ(set(4000), -12);
-    EXPECT_EQ(built.applet.readInt(4000), 16);
+    EXPECT_EQ(set(FG_PIXELDEPTH), -12);
+    EXPECT_EQ(built.applet.readInt(FG_PIXELDEPTH), 16);
 }
 
 TEST_F(Dispatch, AReadOnlyParameterOfAnUnknownProcessIsAnUnknownProcess) {
-    EXPECT_EQ(set(4000, 1), -2070);
+    EXPECT_EQ(set(FG_PIXELDEPTH, 1), -2070);
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
 // Constants ----------------------------------------------------------------------------------------------------------
 
 TEST_F(Dispatch, TheConstantsAreAnsweredWithoutTheDesign) {
-    EXPECT_EQ(built.applet.readInt(24020), 2);
-    EXPECT_EQ(built.applet.readInt(24030), 1);
-    EXPECT_EQ(built.applet.readInt(4000), 16);
-    EXPECT_EQ(built.applet.readInt(300007), 14);
-    EXPECT_EQ(built.applet.readInt(300008), 16);
-    EXPECT_EQ(built.applet.readInt(300006), 0);
-    EXPECT_EQ(built.applet.readInt(3070), 1);
+    EXPECT_EQ(built.applet.readInt(FG_APPLET_VERSION), 2);
+    EXPECT_EQ(built.applet.readInt(FG_APPLET_REVISION), 1);
+    EXPECT_EQ(built.applet.readInt(FG_PIXELDEPTH), 16);
+    EXPECT_EQ(built.applet.readInt(FG_LUT_IN_BITS), 14);
+    EXPECT_EQ(built.applet.readInt(FG_LUT_OUT_BITS), 16);
+    EXPECT_EQ(built.applet.readInt(FG_LUT_IMPLEMENTATION_TYPE), 0);
+    EXPECT_EQ(built.applet.readInt(FG_NR_OF_PROCESSES), 1);
     EXPECT_THAT(built.board.transcript(), IsEmpty());
 }
 
@@ -169,10 +166,10 @@ TEST_F(Dispatch, BothDirectionsKnowAll164Parameters) {
     for (int position = 0; position < 163; ++position) {
         const int id = built.applet.parameterIdAt(position);
         std::array<char, 4096> place{};
-        built.applet.get(id, place.data(), 0, ValueType::Buffer);
+        built.applet.get(id, place.data(), 0, FgTypeCharBuffer);
     }
     std::array<char, 4096> name{};
-    built.applet.get(24114, name.data(), 0, ValueType::Buffer);
+    built.applet.get(FG_PARAM_DESCR, name.data(), 0, FgTypeCharBuffer);
     EXPECT_THAT(log.lines(), Not(Contains(HasSubstr("unknown SDK parameter"))));
 }
 
@@ -196,14 +193,14 @@ TEST_F(Dispatch, UnwrappedCodesAreTheSdksAndAreRecorded) {
 
 TEST_F(Dispatch, UnwrappedCallsHandProcessAndTypeOn) {
     EXPECT_EQ(get(2000601, 3), -9001);
-    EXPECT_EQ(get(2000601, 0, ValueType::Double), -9003);
+    EXPECT_EQ(get(2000601, 0, FgTypeDouble), -9003);
     EXPECT_EQ(built.board.transcript()[0].dma, 3);
     EXPECT_EQ(built.board.transcript()[1].type, 5);
 }
 
 TEST_F(Dispatch, UnwrappedNullValuesStopBeforeTheSdk) {
-    EXPECT_EQ(built.applet.get(2000601, nullptr, 0, ValueType::Int), -2070);
-    EXPECT_EQ(built.applet.set(2000601, nullptr, 0, ValueType::Int), -2070);
+    EXPECT_EQ(built.applet.get(2000601, nullptr, 0, FgTypeInt32), -2070);
+    EXPECT_EQ(built.applet.set(2000601, nullptr, 0, FgTypeInt32), -2070);
     EXPECT_EQ(lastError(), -2070);
     EXPECT_THAT(built.board.transcript(), IsEmpty());
 }
@@ -212,9 +209,9 @@ TEST_F(Dispatch, UnwrappedNullValuesStopBeforeTheSdk) {
 
 TEST_F(Dispatch, EveryProcessButZeroIsRefusedInSilence) {
     for (const unsigned dma : {1U, 7U, 0x80000000U, 0xFFFFFFFFU}) {
-        EXPECT_EQ(get(WidthId, dma), -2070);
+        EXPECT_EQ(get(FG_WIDTH, dma), -2070);
         EXPECT_EQ(lastError(), -2070);
-        EXPECT_EQ(set(WidthId, dma), -2070);
+        EXPECT_EQ(set(FG_WIDTH, dma), -2070);
         EXPECT_EQ(get(5, dma), -2070);
         EXPECT_EQ(set(5, dma), -2070);
     }
@@ -223,55 +220,55 @@ TEST_F(Dispatch, EveryProcessButZeroIsRefusedInSilence) {
 
 TEST_F(Dispatch, TheNumberOfProcessesIsAnsweredForAnyProcess) {
     buffer[0] = 0xFFFFFFFFFFFFFFFF;
-    EXPECT_EQ(get(3070, 7), 0);
+    EXPECT_EQ(get(FG_NR_OF_PROCESSES, 7), 0);
     EXPECT_EQ(buffer[0], 0xFFFFFFFF00000001);
-    EXPECT_EQ(set(3070, 7), -2070);
-    EXPECT_EQ(set(3070), -12);
+    EXPECT_EQ(set(FG_NR_OF_PROCESSES, 7), -2070);
+    EXPECT_EQ(set(FG_NR_OF_PROCESSES), -12);
 }
 
 // Values -------------------------------------------------------------------------------------------------------------
 
 TEST_F(Dispatch, TheTypeIsNoConversion) {
-    for (const Type type : {0, 1, 2, 3, 4, 5, 6, 22, 4096, 4098, -5}) {
+    for (const int type : {0, 1, 2, 3, 4, 5, 6, 22, 4096, 4098, -5}) {
         buffer[0] = 0x7777777700000800;
-        EXPECT_EQ(set(WidthId, 0, type), 0) << type;
-        EXPECT_EQ(built.applet.readInt(WidthId), 2048) << type;
+        EXPECT_EQ(set(FG_WIDTH, 0, FgParamTypes{type}), 0) << type;
+        EXPECT_EQ(built.applet.readInt(FG_WIDTH), 2048) << type;
         const double period = 100.0;
-        EXPECT_EQ(built.applet.set(LinePeriodId, &period, 0, type), 0) << type;
+        EXPECT_EQ(built.applet.set(FG_LINEPERIODE, &period, 0, FgParamTypes{type}), 0) << type;
         double answer = 0.0;
-        EXPECT_EQ(built.applet.get(LinePeriodId, &answer, 0, type), 0) << type;
+        EXPECT_EQ(built.applet.get(FG_LINEPERIODE, &answer, 0, FgParamTypes{type}), 0) << type;
         EXPECT_EQ(answer, 100.0);
     }
 }
 
 TEST_F(Dispatch, ASuccessRecordsSuccess) {
-    EXPECT_EQ(set(4000), -12);
-    EXPECT_EQ(get(WidthId), 0);
+    EXPECT_EQ(set(FG_PIXELDEPTH), -12);
+    EXPECT_EQ(get(FG_WIDTH), 0);
     EXPECT_EQ(lastError(), 0);
-    EXPECT_EQ(set(4000), -12);
-    EXPECT_EQ(built.applet.setInt(WidthId, 2048), 0);
+    EXPECT_EQ(set(FG_PIXELDEPTH), -12);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), 0);
     EXPECT_EQ(lastError(), 0);
 }
 
 TEST_F(Dispatch, ARememberedReadTouchesNoHardware) {
-    EXPECT_EQ(get(WidthId), 0);
+    EXPECT_EQ(get(FG_WIDTH), 0);
     EXPECT_EQ(buffer[0], 1024U);
     EXPECT_THAT(built.board.transcript(), IsEmpty());
 }
 
 TEST_F(Dispatch, AWriteThatFailsInTheDesignReturnsTheDesignsCodeAndKeepsTheOldValue) {
     built.board.planFault("Device1_Process0_Buffer_0_XLength", Direction::Write, 1, -321);
-    EXPECT_EQ(built.applet.setInt(WidthId, 2048), -321);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), -321);
     EXPECT_EQ(lastError(), -321);
-    EXPECT_EQ(built.applet.readInt(WidthId), 1024);
+    EXPECT_EQ(built.applet.readInt(FG_WIDTH), 1024);
 }
 
 TEST_F(Dispatch, AReadThatFailsInTheDesignReturnsTheDesignsCode) {
     built.board.planFault("Device1_Process0_BoardStatus_FpgaTemperature", Direction::Read, 1, -321);
     double temperature = 0.0;
-    EXPECT_EQ(built.applet.getDouble(200341, temperature), -321);
+    EXPECT_EQ(built.applet.getDouble(FG_SYSTEMMONITOR_FPGA_TEMPERATURE, temperature), -321);
     EXPECT_EQ(lastError(), -321);
-    EXPECT_EQ(built.applet.getDouble(200341, temperature), 0);
+    EXPECT_EQ(built.applet.getDouble(FG_SYSTEMMONITOR_FPGA_TEMPERATURE, temperature), 0);
     EXPECT_EQ(temperature, 45.2);
 }
 
@@ -279,53 +276,53 @@ TEST_F(Dispatch, AReadThatFailsInTheDesignReturnsTheDesignsCode) {
 
 TEST_F(Dispatch, SixParametersAreTheSdksUnderTheirOwnIds) {
     built.board.setInteger("FG_TRANSFER_LEN", 4711);
-    EXPECT_EQ(built.applet.readInt(601), 1000);
-    EXPECT_EQ(built.applet.readInt(3050), 1);
-    EXPECT_EQ(built.applet.readInt(3060), 1);
-    EXPECT_EQ(built.applet.readInt(3080), 0);
-    EXPECT_EQ(built.applet.readInt(3090), 0);
-    EXPECT_EQ(built.applet.readInt(5210), 4711);
+    EXPECT_EQ(built.applet.readInt(FG_APC_STOP_TIMEOUT), 1000);
+    EXPECT_EQ(built.applet.readInt(FG_NR_OF_DMAS), 1);
+    EXPECT_EQ(built.applet.readInt(FG_NR_OF_CAMS), 1);
+    EXPECT_EQ(built.applet.readInt(FG_DMA_PORT), 0);
+    EXPECT_EQ(built.applet.readInt(FG_CAM_PORT), 0);
+    EXPECT_EQ(built.applet.readInt(FG_TRANSFER_LEN), 4711);
     EXPECT_THAT(built.board.accesses(),
                 ElementsAre("FG_APC_STOP_TIMEOUT ? 1000", "FG_NR_OF_DMAS ? 1", "FG_NR_OF_CAMS ? 1", "FG_DMA_PORT ? 0",
                             "FG_CAM_PORT ? 0", "FG_TRANSFER_LEN ? 4711"));
 }
 
 TEST_F(Dispatch, AForwardedParametersTypeAndFailureAreTheSdks) {
-    EXPECT_EQ(get(601, 0, ValueType::Double), -9003);
+    EXPECT_EQ(get(FG_APC_STOP_TIMEOUT, 0, FgTypeDouble), -9003);
     built.board.planFault("FG_NR_OF_DMAS", Direction::Read, 1, -44);
-    EXPECT_EQ(get(3050), -44);
+    EXPECT_EQ(get(FG_NR_OF_DMAS), -44);
     EXPECT_EQ(lastError(), -44);
-    EXPECT_EQ(get(3050, 1), -2070);  // the process is the applet's to refuse
+    EXPECT_EQ(get(FG_NR_OF_DMAS, 1), -2070);  // the process is the applet's to refuse
 }
 
 TEST_F(Dispatch, TheDmaStatusIsFilledBesideTheCallersValue) {
     buffer[0] = 0x5555555555555555;
-    EXPECT_EQ(get(24092, 0, ValueType::Double), 0);
+    EXPECT_EQ(get(FG_DMASTATUS, 0, FgTypeDouble), 0);
     EXPECT_EQ(buffer[0], 0x5555555555555555U);
     ASSERT_EQ(built.board.transcript().size(), 1U);
     EXPECT_EQ(built.board.transcript()[0].name, "FG_DMASTATUS");
     EXPECT_EQ(built.board.transcript()[0].dma, 0);
     EXPECT_EQ(built.board.transcript()[0].type, 2);
     built.board.planFault("FG_DMASTATUS", Direction::Read, 1, -45);
-    EXPECT_EQ(get(24092), -45);
+    EXPECT_EQ(get(FG_DMASTATUS), -45);
 }
 
 // Lookup tables ------------------------------------------------------------------------------------------------------
 
 TEST_F(Dispatch, AnElementOfATableMustLieInIt) {
     std::uint32_t value = 0;
-    EXPECT_EQ(built.applet.getElement(300009, 16383, value), 0);
-    EXPECT_EQ(built.applet.getElement(300009, 16384, value), -2070);
-    EXPECT_EQ(built.applet.getElement(300010, 0xFFFFFFFF, value), -2070);
-    EXPECT_EQ(built.applet.getElement(300011, 16384, value), -2070);
+    EXPECT_EQ(built.applet.getElement(FG_LUT_VALUE_RED, 16383, value), 0);
+    EXPECT_EQ(built.applet.getElement(FG_LUT_VALUE_RED, 16384, value), -2070);
+    EXPECT_EQ(built.applet.getElement(FG_LUT_VALUE_GREEN, 0xFFFFFFFF, value), -2070);
+    EXPECT_EQ(built.applet.getElement(FG_LUT_VALUE_BLUE, 16384, value), -2070);
     EXPECT_EQ(lastError(), -2070);
 }
 
 TEST_F(Dispatch, ARunOfATableMustLieInIt) {
     std::vector<std::uint32_t> values(16385);
     const auto getRun = [&](std::uint32_t index, std::uint32_t count) {
-        FieldAccess access{ValueType::Unsigned, index, count, values.data()};
-        return built.applet.get(300009, &access, 0, ValueType::Field);
+        FieldParameterAccess access{FgTypeUInt32, index, count, values.data()};
+        return built.applet.get(FG_LUT_VALUE_RED, &access, 0, FgTypeFieldAccess);
     };
     EXPECT_EQ(getRun(0, 16384), 0);
     EXPECT_EQ(getRun(16380, 4), 0);

@@ -134,7 +134,7 @@ TEST(MissingEvents, AreNoFailureOfTheStart) {
     const Variable hide("SOFTBOARD_HIDE", "Device1_Process0_Overflow_Overflow");
     BuiltApplet built;
     EXPECT_EQ(built.applet.lastError(), 0);
-    EXPECT_EQ(built.applet.setInt(100, 2048), 0);
+    EXPECT_EQ(built.applet.setInt(FG_WIDTH, 2048), 0);
 }
 
 /// The maintained design with other events.

@@ -205,10 +205,10 @@ TEST(Names, APositionOutsideIsRefusedAndRecorded) {
     BuiltApplet built(1);
     for (const int position : {163, -1, 1000000}) {
         std::int32_t width = 0;
-        ASSERT_EQ(built.applet.getInt(100, width), 0);
+        ASSERT_EQ(built.applet.getInt(FG_WIDTH, width), 0);
         EXPECT_EQ(built.applet.parameterNameAt(position), std::nullopt);
         EXPECT_EQ(built.applet.lastError(), -2070);
-        ASSERT_EQ(built.applet.getInt(100, width), 0);
+        ASSERT_EQ(built.applet.getInt(FG_WIDTH, width), 0);
         EXPECT_EQ(built.applet.parameterIdAt(position), -2070);
         EXPECT_EQ(built.applet.lastError(), -2070);
     }

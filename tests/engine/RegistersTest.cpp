@@ -30,11 +30,11 @@ class Registers : public ::testing::Test {
 protected:
     void SetUp() override { built.board.clearTranscript(); }
 
-    int set(int id, std::uint64_t value, unsigned dma = 0, Type type = ValueType::Unsigned) {
+    int set(int id, std::uint64_t value, unsigned dma = 0, FgParamTypes type = FgTypeUInt32) {
         return built.applet.set(id, &value, dma, type);
     }
     /// Reads into a place that is filled with fives before.
-    int get(int id, unsigned dma = 0, Type type = ValueType::Unsigned) {
+    int get(int id, unsigned dma = 0, FgParamTypes type = FgTypeUInt32) {
         place = 0x5555555555555555;
         return built.applet.get(id, &place, dma, type);
     }
@@ -67,7 +67,7 @@ TEST_F(Registers, OfMoreThan32BitsStore64) {
 
 TEST_F(Registers, AreReadWithTheHalfThatATypeClears) {
     built.board.setRegister("Scratch", 0xFEDCBA98);
-    EXPECT_EQ(get(ScratchId, 0, ValueType::Unsigned64), 0);
+    EXPECT_EQ(get(ScratchId, 0, FgTypeUInt64), 0);
     EXPECT_EQ(place, 0xFEDCBA98U);
 }
 
@@ -85,8 +85,8 @@ TEST_F(Registers, OfMoreThan32BitsTake64) {
 }
 
 TEST_F(Registers, LookAtNeitherProcessNorType) {
-    EXPECT_EQ(set(ScratchId, 7, 99, ValueType::Double), 0);
-    EXPECT_EQ(get(ScratchId, 0xFFFFFFFF, ValueType::Double), 0);
+    EXPECT_EQ(set(ScratchId, 7, 99, FgTypeDouble), 0);
+    EXPECT_EQ(get(ScratchId, 0xFFFFFFFF, FgTypeDouble), 0);
     EXPECT_EQ(place, 0x5555555500000007U);
 }
 
@@ -123,8 +123,8 @@ TEST_F(Registers, EndWhereTheSdksParametersBegin) {
 }
 
 TEST_F(Registers, TakeNoNullValue) {
-    EXPECT_EQ(built.applet.get(ScratchId, nullptr, 0, ValueType::Unsigned), -2070);
-    EXPECT_EQ(built.applet.set(ScratchId, nullptr, 0, ValueType::Unsigned), -2070);
+    EXPECT_EQ(built.applet.get(ScratchId, nullptr, 0, FgTypeUInt32), -2070);
+    EXPECT_EQ(built.applet.set(ScratchId, nullptr, 0, FgTypeUInt32), -2070);
     EXPECT_THAT(built.board.accesses(), IsEmpty());
 }
 
@@ -133,8 +133,8 @@ TEST(RegistersWithoutTheSwitch, AreUnknownParameters) {
     BuiltApplet built(1);
     built.board.clearTranscript();
     std::uint64_t value = 5;
-    EXPECT_EQ(built.applet.get(1000001, &value, 0, ValueType::Unsigned), -2070);
-    EXPECT_EQ(built.applet.set(1000005, &value, 0, ValueType::Unsigned), -2070);
+    EXPECT_EQ(built.applet.get(1000001, &value, 0, FgTypeUInt32), -2070);
+    EXPECT_EQ(built.applet.set(1000005, &value, 0, FgTypeUInt32), -2070);
     EXPECT_THAT(log.lines(),
                 ElementsAre("4 orlo.wrapper.Quillon trying to get unknown SDK parameter '1000001' on process 0!",
                             "4 orlo.wrapper.Quillon trying to set unknown SDK parameter '1000005' on process 0!"));
@@ -186,8 +186,8 @@ TEST_F(NoRegisters, LeaveTheirGroupInTheCatalogueEmpty) {
 TEST_F(NoRegisters, AreStillBoardAccesssToRefuse) {
     open();
     std::uint32_t value = 5;
-    EXPECT_EQ(built->applet.get(1000001, &value, 0, ValueType::Unsigned), -9002);
-    EXPECT_EQ(built->applet.set(1000001, &value, 0, ValueType::Unsigned), -9002);
+    EXPECT_EQ(built->applet.get(1000001, &value, 0, FgTypeUInt32), -9002);
+    EXPECT_EQ(built->applet.set(1000001, &value, 0, FgTypeUInt32), -9002);
     EXPECT_EQ(value, 5U);
 }
 

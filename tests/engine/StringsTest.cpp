@@ -17,13 +17,6 @@ using testing::BuiltApplet;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr int AppletUidId = 24010;
-constexpr int BuildTimeId = 24011;
-constexpr int TavFileId = 24108;
-constexpr int DescriptionId = 24114;
-constexpr int CustomFileId = 300000;
-constexpr int SaveFileId = 110021;
-
 class Strings : public ::testing::Test {
 protected:
     void SetUp() override { built.board.clearTranscript(); }
@@ -31,11 +24,11 @@ protected:
     /// A text as it is handed out.
     char* handedOut(int id) {
         char* text = nullptr;
-        EXPECT_EQ(built.applet.get(id, &text, 0, ValueType::String), 0);
+        EXPECT_EQ(built.applet.get(id, &text, 0, FgTypeString), 0);
         return text;
     }
-    int release(void* text, int id = TavFileId, unsigned dma = 0) {
-        return built.applet.freeText(id, text, dma, ValueType::String);
+    int release(void* text, int id = FG_TAV_FILE, unsigned dma = 0) {
+        return built.applet.freeText(id, text, dma, FgTypeString);
     }
     int lastError() { return built.applet.lastError(); }
 
@@ -43,22 +36,22 @@ protected:
 };
 
 TEST_F(Strings, AreCopiedIntoACallersBufferByAnyOtherType) {
-    for (const Type type : {0, 1, 2, 5, 6, 4096}) {
+    for (const int type : {0, 1, 2, 5, 6, 4096}) {
         std::array<char, 64> buffer{};
-        EXPECT_EQ(built.applet.get(TavFileId, buffer.data(), 0, type), 0);
+        EXPECT_EQ(built.applet.get(FG_TAV_FILE, buffer.data(), 0, FgParamTypes{type}), 0);
         EXPECT_STREQ(buffer.data(), "Quillon.tav");
     }
 }
 
 TEST_F(Strings, AreHandedOutByTheTextType) {
-    char* const text = handedOut(TavFileId);
+    char* const text = handedOut(FG_TAV_FILE);
     EXPECT_STREQ(text, "Quillon.tav");
     EXPECT_EQ(release(text), 0);
 }
 
 TEST_F(Strings, OfTheDesignAreReadAsTexts) {
-    EXPECT_EQ(built.applet.readText(AppletUidId), "5525b60f-1373-9674-c4da-fd24a026a8af");
-    EXPECT_EQ(built.applet.readText(BuildTimeId), "2019-09-11 09:41:58");
+    EXPECT_EQ(built.applet.readText(FG_APPLET_ID), "5525b60f-1373-9674-c4da-fd24a026a8af");
+    EXPECT_EQ(built.applet.readText(FG_APPLET_BUILD_TIME), "2019-09-11 09:41:58");
     EXPECT_THAT(built.board.accesses(),
                 ElementsAre("Device1_Process0_AppletProperties_AppletUid ? 5525b60f-1373-9674-c4da-fd24a026a8af",
                             "Device1_Process0_AppletProperties_BuildTime ? 2019-09-11 09:41:58"));
@@ -69,7 +62,7 @@ TEST_F(Strings, OfTheDesignAreReadAsTexts) {
 TEST_F(Strings, ThatTheDesignRefusesAreNotHandedOut) {
     built.board.planFault("Device1_Process0_AppletProperties_AppletUid", Direction::Read, 1, -44);
     char* text = nullptr;
-    EXPECT_EQ(built.applet.get(AppletUidId, &text, 0, ValueType::String), -44);
+    EXPECT_EQ(built.applet.get(FG_APPLET_ID, &text, 0, FgTypeString), -44);
     EXPECT_EQ(text, nullptr);
     EXPECT_EQ(lastError(), -44);
 }
@@ -77,38 +70,38 @@ TEST_F(Strings, ThatTheDesignRefusesAreNotHandedOut) {
 TEST_F(Strings, OfTheDesignMayBeAMegabyteLong) {
     const std::string megabyte(1 << 20, 'x');
     built.board.setText("Device1_Process0_AppletProperties_AppletUid", megabyte);
-    char* const text = handedOut(AppletUidId);
+    char* const text = handedOut(FG_APPLET_ID);
     EXPECT_EQ(std::strlen(text), 655'360U);  // as much as the applet hands out
     EXPECT_EQ(release(text), 0);
     std::vector<char> buffer(megabyte.size() + 1);
-    EXPECT_EQ(built.applet.get(AppletUidId, buffer.data(), 0, ValueType::Buffer), 0);
+    EXPECT_EQ(built.applet.get(FG_APPLET_ID, buffer.data(), 0, FgTypeCharBuffer), 0);
     EXPECT_EQ(buffer.data(), megabyte);
 }
 
 TEST_F(Strings, AreAllowedToBeEmpty) {
-    EXPECT_EQ(built.applet.readText(CustomFileId), "");
-    EXPECT_EQ(built.applet.readText(SaveFileId), "");
+    EXPECT_EQ(built.applet.readText(FG_LUT_CUSTOM_FILE), "");
+    EXPECT_EQ(built.applet.readText(FG_LUT_SAVE_FILE), "");
 }
 
 // Release ------------------------------------------------------------------------------------------------------------
 
 TEST_F(Strings, AreReleasedOnce) {
-    char* const text = handedOut(TavFileId);
+    char* const text = handedOut(FG_TAV_FILE);
     EXPECT_EQ(release(text), 0);
     EXPECT_EQ(release(text), -2070);
     EXPECT_EQ(lastError(), -2070);
 }
 
 TEST_F(Strings, AreReleasedUnderAnyId) {
-    EXPECT_EQ(release(handedOut(TavFileId), AppletUidId), 0);
-    EXPECT_EQ(release(handedOut(TavFileId), 100), 0);
-    EXPECT_EQ(release(handedOut(TavFileId), -7), 0);
-    EXPECT_EQ(release(handedOut(TavFileId), 2000000), 0);
+    EXPECT_EQ(release(handedOut(FG_TAV_FILE), FG_APPLET_ID), 0);
+    EXPECT_EQ(release(handedOut(FG_TAV_FILE), 100), 0);
+    EXPECT_EQ(release(handedOut(FG_TAV_FILE), -7), 0);
+    EXPECT_EQ(release(handedOut(FG_TAV_FILE), 2000000), 0);
 }
 
 TEST_F(Strings, AreNotReleasedByTheirPlace) {
     char* text = nullptr;
-    ASSERT_EQ(built.applet.get(TavFileId, &text, 0, ValueType::String), 0);
+    ASSERT_EQ(built.applet.get(FG_TAV_FILE, &text, 0, FgTypeString), 0);
     EXPECT_EQ(release(&text), -2070);
     EXPECT_EQ(lastError(), -2070);
     EXPECT_STREQ(text, "Quillon.tav");
@@ -118,7 +111,7 @@ TEST_F(Strings, AreNotReleasedByTheirPlace) {
 TEST_F(Strings, AreReleasedInAnyOrder) {
     std::vector<char*> texts;
     for (int i = 0; i < 1000; ++i) {
-        texts.push_back(handedOut(TavFileId));
+        texts.push_back(handedOut(FG_TAV_FILE));
     }
     for (std::size_t i = 0; i < texts.size(); i += 2) {
         EXPECT_EQ(release(texts[i]), 0) << i;
@@ -137,17 +130,17 @@ TEST_F(Strings, ThatNobodyHandedOutAreRefused) {
 }
 
 TEST_F(Strings, ASuccessfulReleaseLeavesTheLastErrorAsItWas) {
-    char* const text = handedOut(TavFileId);
-    ASSERT_EQ(built.applet.setInt(4000, 1), -12);
+    char* const text = handedOut(FG_TAV_FILE);
+    ASSERT_EQ(built.applet.setInt(FG_PIXELDEPTH, 1), -12);
     EXPECT_EQ(release(text), 0);
     EXPECT_EQ(lastError(), -12);
 }
 
 TEST_F(Strings, AnUnknownProcessIsThrownThroughTheExportedFunction) {
-    char* const text = handedOut(TavFileId);
+    char* const text = handedOut(FG_TAV_FILE);
     for (const unsigned dma : {1U, 7U, 0xFFFFFFFFU}) {
         try {
-            release(text, TavFileId, dma);
+            release(text, FG_TAV_FILE, dma);
             FAIL() << "nothing was thrown";
         } catch (int code) {
             EXPECT_EQ(code, -2070);
@@ -158,10 +151,10 @@ TEST_F(Strings, AnUnknownProcessIsThrownThroughTheExportedFunction) {
 }
 
 TEST_F(Strings, OfTheSdkGoBackToTheSdkAndRecordNothing) {
-    ASSERT_EQ(built.applet.setInt(4000, 1), -12);
+    ASSERT_EQ(built.applet.setInt(FG_PIXELDEPTH, 1), -12);
     built.board.clearTranscript();
-    char* text = handedOut(TavFileId);
-    ASSERT_EQ(built.applet.setInt(4000, 1), -12);
+    char* text = handedOut(FG_TAV_FILE);
+    ASSERT_EQ(built.applet.setInt(FG_PIXELDEPTH, 1), -12);
     for (const int id : {601, 3050, 3060, 3070, 3080, 3090, 5210}) {
         EXPECT_EQ(release(text, id), -9001) << id;  // the SDK did not hand it out
     }
@@ -178,7 +171,7 @@ TEST_F(Strings, OfTheSdkGoBackToTheSdkAndRecordNothing) {
 
 TEST_F(Strings, ReadUnwrappedGoBackUnwrappedAndRecordTheResult) {
     char* text = nullptr;
-    ASSERT_EQ(built.applet.get(2027001, &text, 0, ValueType::String), 0);
+    ASSERT_EQ(built.applet.get(2027001, &text, 0, FgTypeString), 0);
     EXPECT_STREQ(text, "5.7.0 (software board)");
     EXPECT_EQ(release(text), -2070);  // not the applet's own
     EXPECT_EQ(release(text, 2027001), 0);
@@ -190,7 +183,7 @@ TEST_F(Strings, ReadUnwrappedGoBackUnwrappedAndRecordTheResult) {
 
 TEST_F(Strings, ThatAreNeverReleasedGoWithTheWrapper) {
     for (int i = 0; i < 20; ++i) {
-        EXPECT_STREQ(handedOut(TavFileId), "Quillon.tav");
+        EXPECT_STREQ(handedOut(FG_TAV_FILE), "Quillon.tav");
     }
     EXPECT_EQ(built.applet.close(), 0);  // the leak checker sees what stays behind
 }
@@ -200,7 +193,7 @@ TEST_F(Strings, ThatAreNeverReleasedGoWithTheWrapper) {
 TEST_F(Strings, ADescriptionReplacesTheNameInPlace) {
     std::array<char, 512> buffer{};
     std::strcpy(buffer.data(), "FG_TAV_FILE");
-    EXPECT_EQ(built.applet.get(DescriptionId, buffer.data(), 0, ValueType::Buffer), 0);
+    EXPECT_EQ(built.applet.get(FG_PARAM_DESCR, buffer.data(), 0, FgTypeCharBuffer), 0);
     EXPECT_STREQ(buffer.data(), "The name of the Hardware-Applet (TAV) file on which this Marlets is based.");
 }
 
@@ -209,9 +202,9 @@ TEST_F(Strings, ADescriptionIsHandedOutOverTheName) {
         char name[16];
         char* text;
     } slot = {"FG_LINEORDER"};
-    EXPECT_EQ(built.applet.get(DescriptionId, &slot, 0, ValueType::String), 0);
+    EXPECT_EQ(built.applet.get(FG_PARAM_DESCR, &slot, 0, FgTypeString), 0);
     EXPECT_STREQ(slot.text, "Order of lines of type R, G and B");
-    EXPECT_EQ(release(slot.text, DescriptionId), 0);
+    EXPECT_EQ(release(slot.text, FG_PARAM_DESCR), 0);
 }
 
 TEST_F(Strings, AnUnknownNameIsDescribedByAHyphen) {
@@ -220,7 +213,7 @@ TEST_F(Strings, AnUnknownNameIsDescribedByAHyphen) {
     EXPECT_EQ(built.applet.readDescription("FG_PARAM_DESCR"), "-");
     EXPECT_EQ(lastError(), 0);
     std::array<char, 16> buffer{"FG_NOTHING"};
-    EXPECT_EQ(built.applet.get(DescriptionId, buffer.data(), 0, ValueType::Buffer), 0);
+    EXPECT_EQ(built.applet.get(FG_PARAM_DESCR, buffer.data(), 0, FgTypeCharBuffer), 0);
     EXPECT_STREQ(buffer.data(), "-");
 }
 
@@ -250,7 +243,7 @@ TEST_F(Strings, TheToldDescriptions) {
 
 TEST_F(Strings, ADescriptionOfAnUnknownProcessIsRefused) {
     std::array<char, 512> buffer{"FG_TAV_FILE"};
-    EXPECT_EQ(built.applet.get(DescriptionId, buffer.data(), 1, ValueType::Buffer), -2070);
+    EXPECT_EQ(built.applet.get(FG_PARAM_DESCR, buffer.data(), 1, FgTypeCharBuffer), -2070);
     EXPECT_STREQ(buffer.data(), "FG_TAV_FILE");
 }
 

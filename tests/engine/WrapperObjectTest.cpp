@@ -49,7 +49,7 @@ TEST(WrapperObject, HasEmptyTablesUntilTheyAreBuilt) {
     EXPECT_EQ(wrapper->Fg_getParameterIdByName("FG_WIDTH"), -2070);
     EXPECT_EQ(wrapper->Fg_getEventMask("FG_OVERFLOW_CAM0"), 0U);
     int width = 0;
-    EXPECT_EQ(wrapper->getParameter(100, &width, 0, TypeInt32), -2070);  // there is no process yet
+    EXPECT_EQ(wrapper->getParameter(100, &width, 0, FgTypeInt32), -2070);  // there is no process yet
 }
 
 TEST(WrapperObject, CanBeDestroyedBeforeItIsLinked) {

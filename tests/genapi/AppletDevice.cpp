@@ -5,13 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "client/PublicParameters.h"
+#include "quillon/PublicParameters.h"
 
 namespace quillon::genapi {
 
 namespace {
-
-using client::ParameterKind;
 
 /// GObject allocates it filled with zeros, and calls no constructors.
 struct AppletDevice {
@@ -46,13 +44,15 @@ std::string registerText(guint64 address, guint32 size) {
     return "register " + std::to_string(address) + " of " + std::to_string(size) + " bytes";
 }
 
-/// The type to pass the value of a number with; 0 if a register of this length can't hold it.
-client::Type numberType(const client::PublicParameter& parameter, guint32 size) {
+constexpr FgParamTypes NoType{0};
+
+/// The type to pass the value of a number with; NoType if a register of this length can't hold it.
+FgParamTypes numberType(const PublicParameter& parameter, guint32 size) {
     if (parameter.kind == ParameterKind::Double) {
-        return size == sizeof(double) ? client::ValueType::Double : 0;
+        return size == sizeof(double) ? FgTypeDouble : NoType;
     }
-    const bool isInteger = parameter.kind == ParameterKind::Int || parameter.kind == ParameterKind::Sdk;
-    return isInteger && size == sizeof(std::uint32_t) ? client::ValueType::Unsigned : 0;
+    const bool isInteger = parameter.kind == ParameterKind::Int || parameter.kind == ParameterKind::Forwarded;
+    return isInteger && size == sizeof(std::uint32_t) ? FgTypeUInt32 : NoType;
 }
 
 bool readText(client::Applet& applet, int id, guint32 size, void* buffer, GError** error) {
@@ -67,12 +67,12 @@ bool readText(client::Applet& applet, int id, guint32 size, void* buffer, GError
 gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error) {
     client::Applet& applet = *self(device).applet;
     const int id = static_cast<int>(address);
-    const client::PublicParameter* parameter = client::findPublicParameter(id);
+    const PublicParameter* parameter = findPublicParameter(id);
     std::memset(buffer, 0, size);
     if (parameter != nullptr && parameter->kind == ParameterKind::String) {
         return readText(applet, id, size, buffer, error);
     }
-    const client::Type type = parameter != nullptr ? numberType(*parameter, size) : 0;
+    const FgParamTypes type = parameter != nullptr ? numberType(*parameter, size) : NoType;
     if (type == 0) {
         return mistake(error, "no " + registerText(address, size));
     }
@@ -83,13 +83,13 @@ gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buff
 gboolean writeMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error) {
     client::Applet& applet = *self(device).applet;
     const int id = static_cast<int>(address);
-    const client::PublicParameter* parameter = client::findPublicParameter(id);
+    const PublicParameter* parameter = findPublicParameter(id);
     int code = 0;
     if (parameter != nullptr && parameter->kind == ParameterKind::String) {
         const char* text = static_cast<const char*>(buffer);
         code = applet.setText(id, std::string(text, ::strnlen(text, size)));  // a full register has no terminating zero
     } else {
-        const client::Type type = parameter != nullptr ? numberType(*parameter, size) : 0;
+        const FgParamTypes type = parameter != nullptr ? numberType(*parameter, size) : NoType;
         if (type == 0) {
             return mistake(error, "no " + registerText(address, size));
         }

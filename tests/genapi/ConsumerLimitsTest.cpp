@@ -42,12 +42,12 @@ TEST_F(ConsumerLimits, ACountAboveTwoToThe31ReadsNegativeBecauseTheRegisterIsSig
     std::int64_t count = 0;
     EXPECT_EQ(consumer.readInteger("FG_SIGNAL_ANALYZER_0_PULSE_COUNT", count), Done);
     EXPECT_EQ(count, -1);
-    EXPECT_EQ(built.applet.readUnsigned(200425), 4294967295U);
+    EXPECT_EQ(built.applet.readUnsigned(FG_SIGNAL_ANALYZER_0_PULSE_COUNT), 4294967295U);
 }
 
 TEST_F(ConsumerLimits, TheEntryMinusOneIsWrittenButReadsAsNoEntry) {
     EXPECT_EQ(consumer.writeEntry("FG_IMGTRIGGERINSRC", "TRGINSOFTWARE"), Done);
-    EXPECT_EQ(built.applet.readInt(8113), -1);
+    EXPECT_EQ(built.applet.readInt(FG_IMGTRIGGERINSRC), -1);
     std::int64_t value = 0;
     EXPECT_EQ(consumer.readEnumeration("FG_IMGTRIGGERINSRC", value), Done);
     EXPECT_EQ(value, 4294967295);
@@ -69,7 +69,7 @@ TEST_F(ConsumerLimits, StepsAreToldButNotChecked) {
 
 TEST_F(ConsumerLimits, ANumberOfMoreThan32BitsLosesItsUpperHalfWithoutTheCheck) {
     EXPECT_EQ(consumer.writeInteger("FG_TIMEOUT", 99999999999), Done);
-    EXPECT_EQ(built.applet.readInt(600), 1215752191);
+    EXPECT_EQ(built.applet.readInt(FG_TIMEOUT), 1215752191);
 }
 
 }  // namespace

@@ -187,7 +187,7 @@ TEST(FeatureWrite, AnEntryIsWrittenAndReadByItsName) {
     BuiltApplet built;
     Consumer consumer(built.applet);
     EXPECT_EQ(consumer.writeEntry("FG_FORMAT", "FG_COL48"), Done);
-    EXPECT_EQ(built.applet.readInt(700), 6);
+    EXPECT_EQ(built.applet.readInt(FG_FORMAT), 6);
     std::optional<std::string> entry;
     EXPECT_EQ(consumer.readEntry("FG_FORMAT", entry), Done);
     EXPECT_EQ(entry, "FG_COL48");
@@ -198,7 +198,7 @@ TEST(FeatureWrite, ATextFillsItsRegisterToTheLastByte) {
     Consumer consumer(built.applet);
     const std::string longest(4096, 'p');
     EXPECT_EQ(consumer.writeString("FG_LUT_CUSTOM_FILE", longest), Done);
-    EXPECT_EQ(built.applet.readText(300000), longest);
+    EXPECT_EQ(built.applet.readText(FG_LUT_CUSTOM_FILE), longest);
     std::string seen;
     EXPECT_EQ(consumer.readString("FG_LUT_CUSTOM_FILE", seen), Done);
     EXPECT_EQ(seen, longest);

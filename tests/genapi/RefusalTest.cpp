@@ -23,7 +23,7 @@ TEST_F(Refusal, AValueOutOfRangeArrivesAsMinus6000AndChangesNothing) {
     built.board.clearTranscript();
     EXPECT_EQ(consumer.writeInteger("FG_WIDTH", 16388), refusedByApplet(-6000));
     EXPECT_THAT(built.board.accesses(), IsEmpty());
-    EXPECT_EQ(built.applet.readInt(100), 1024);
+    EXPECT_EQ(built.applet.readInt(FG_WIDTH), 1024);
 }
 
 TEST_F(Refusal, AValueBetweenTheStepsArrivesAsMinus7080) {
@@ -48,7 +48,7 @@ TEST_F(Refusal, AMissingFileArrivesAsMinus2076) {
 TEST_F(Refusal, AWriteThatFailsInTheDesignArrivesWithTheCodeOfTheDesign) {
     built.board.planFault("Device1_Process0_Buffer_0_XLength", Direction::Write, 1, -4711);
     EXPECT_EQ(consumer.writeInteger("FG_WIDTH", 2048), refusedByApplet(-4711));
-    EXPECT_EQ(built.applet.readInt(100), 1024);
+    EXPECT_EQ(built.applet.readInt(FG_WIDTH), 1024);
 }
 
 TEST_F(Refusal, AReadThatFailsInTheDesignArrivesWithTheCodeOfTheDesign) {

@@ -93,13 +93,13 @@ TEST_F(Schema, TheDocumentOfAnUntouchedCatalogueIsValid) {
 
 TEST_F(Schema, TheDocumentStaysValidWhenEveryLimitMoves) {
     BuiltApplet built;
-    EXPECT_EQ(built.applet.setInt(300, 4096), 0);       // FG_XOFFSET
-    EXPECT_EQ(built.applet.setInt(300112, 2), 0);       // FG_VANTAGEPOINT, bottom left
-    EXPECT_EQ(built.applet.setInt(700, 6), 0);          // FG_FORMAT
-    EXPECT_EQ(built.applet.setInt(8102, 2), 0);         // FG_LINETRIGGERMODE
-    EXPECT_EQ(built.applet.setDouble(96, 0.512), 0);    // FG_LINEPERIODE
-    EXPECT_EQ(built.applet.setInt(200328, 2), 0);       // FG_CAMERASIMULATOR_SELECT_MODE
-    EXPECT_EQ(built.applet.setDouble(200352, 0.1), 0);  // FG_CAMERASIMULATOR_FRAMERATE
+    EXPECT_EQ(built.applet.setInt(FG_XOFFSET, 4096), 0);                      // FG_XOFFSET
+    EXPECT_EQ(built.applet.setInt(FG_VANTAGEPOINT, 2), 0);                    // FG_VANTAGEPOINT, bottom left
+    EXPECT_EQ(built.applet.setInt(FG_FORMAT, 6), 0);                          // FG_FORMAT
+    EXPECT_EQ(built.applet.setInt(FG_LINETRIGGERMODE, 2), 0);                 // FG_LINETRIGGERMODE
+    EXPECT_EQ(built.applet.setDouble(FG_LINEPERIODE, 0.512), 0);              // FG_LINEPERIODE
+    EXPECT_EQ(built.applet.setInt(FG_CAMERASIMULATOR_SELECT_MODE, 2), 0);     // FG_CAMERASIMULATOR_SELECT_MODE
+    EXPECT_EQ(built.applet.setDouble(FG_CAMERASIMULATOR_FRAMERATE, 0.1), 0);  // FG_CAMERASIMULATOR_FRAMERATE
     expectValid(built.applet.xml());
 }
 

@@ -7,8 +7,6 @@
 namespace quillon::image_test {
 namespace {
 
-using client::FieldAccess;
-using client::FieldElement;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -18,12 +16,12 @@ struct LookupTableValue : ::testing::Test, LookupTables {
     int setElement(int id, std::uint32_t index, std::uint32_t value) { return applet.setElement(id, index, value); }
     /// Writes `count` of `values`, taken to be of a type.
     int setField(int id, int elementType, std::uint32_t index, std::uint32_t count, const void* values) {
-        const FieldAccess record{elementType, index, count, const_cast<void*>(values)};
-        return applet.set(id, &record, 0, client::ValueType::Field);
+        const FieldParameterAccess record{FgParamTypes{elementType}, index, count, const_cast<void*>(values)};
+        return applet.set(id, &record, 0, FgTypeFieldAccess);
     }
     int getField(int id, int elementType, std::uint32_t index, std::uint32_t count, void* values) {
-        FieldAccess record{elementType, index, count, values};
-        return applet.get(id, &record, 0, client::ValueType::Field);
+        FieldParameterAccess record{FgParamTypes{elementType}, index, count, values};
+        return applet.get(id, &record, 0, FgTypeFieldAccess);
     }
 };
 
@@ -62,18 +60,18 @@ TEST_F(LookupTableValue, AnEntryOutsideIsRefusedByAWriteAsRange) {
 
 TEST_F(LookupTableValue, AnEntryOutsideIsRefusedByAReadAsParameter) {
     for (const std::uint32_t index : {16384U, 4294967295U}) {
-        FieldElement record{77, index};
-        EXPECT_EQ(applet.get(Red, &record, 0, client::ValueType::Element), -2070);
+        FieldParameterInt_s record{77, index};
+        EXPECT_EQ(applet.get(Red, &record, 0, FgTypeFieldInt), -2070);
         EXPECT_EQ(record.value, 77U);
     }
 }
 
 TEST_F(LookupTableValue, AnyTypeButARunMeansAnEntry) {
-    const FieldElement written{4321, 9};
-    EXPECT_EQ(applet.set(Blue, &written, 0, client::ValueType::Int), 0);
+    const FieldParameterInt_s written{4321, 9};
+    EXPECT_EQ(applet.set(Blue, &written, 0, FgTypeInt32), 0);
     EXPECT_THAT(accesses(), ElementsAre("LookupTable_B_LUTcontent = [9]=4321"));
-    FieldElement read{0, 9};
-    EXPECT_EQ(applet.get(Blue, &read, 0, client::ValueType::Unsigned), 0);
+    FieldParameterInt_s read{0, 9};
+    EXPECT_EQ(applet.get(Blue, &read, 0, FgTypeUInt32), 0);
     EXPECT_EQ(read.value, 4321U);
 }
 

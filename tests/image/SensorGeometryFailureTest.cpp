@@ -3,7 +3,7 @@
 
 #include <ostream>
 
-#include "client/PublicParameters.h"
+#include "quillon/PublicParameters.h"
 #include "tests/image/ImagePath.h"
 
 namespace quillon::image_test {
@@ -102,7 +102,7 @@ struct Refreshes {
 };
 
 std::string nameOf(const Refreshes& row) {
-    return std::string(client::findPublicParameter(row.id)->name);
+    return std::string(findPublicParameter(row.id)->name);
 }
 
 void PrintTo(const Refreshes& row, std::ostream* stream) {

@@ -69,7 +69,7 @@ private:
              << quoted(record.label) << " access " << record.accessFlags << " level " << record.displayLevel << " unit "
              << quoted(record.unit) << values(record) << "\n";
         if (record.type == RegisterTypeEnum) {
-            const RegisterInfo::Enum& entries = record.as.enumeration;
+            const RegisterInfoEnum& entries = record.as.enumeration;
             for (int entry = 0; entry < entries.entryCount; ++entry) {
                 text << indent << "  " << entries.entryValues[entry] << " " << entries.entryNames[entry] << " "
                      << quoted(entries.entryLabels[entry]) << "\n";

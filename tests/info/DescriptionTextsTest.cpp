@@ -1,4 +1,4 @@
-// The texts that FG_PARAM_DESCR answers, as they stand in design/SdkParameters.def.
+// The texts that FG_PARAM_DESCR answers, as they stand in quillon/Parameters.def.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,9 +23,9 @@ struct Described {
 
 const std::vector<Described>& descriptions() {
     static const std::vector<Described> texts{
-#define SDK_PARAMETER(name, id, access, kind, description) {#name, description},
-#include "design/SdkParameters.def"
-#undef SDK_PARAMETER
+#define PUBLIC_PARAMETER(name, id, access, kind, description) {#name, description},
+#include "quillon/Parameters.def"
+#undef PUBLIC_PARAMETER
     };
     return texts;
 }

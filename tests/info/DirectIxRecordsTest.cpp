@@ -111,10 +111,10 @@ TEST_F(DirectIxRecords, OfOneDesignGroupShareItsCopy) {
     const RegisterInfo* top = repeat({{"A", 2000001}, {"B", 2000002}, {"C", 2000003}});
 
     ASSERT_EQ(top->as.group.childCount, 1);
-    const RegisterInfo::Group& outerCopy = top->as.group.children[0]->as.group;
+    const RegisterInfoGroup& outerCopy = top->as.group.children[0]->as.group;
     ASSERT_EQ(outerCopy.childCount, 2);
     EXPECT_STREQ(outerCopy.children[1]->symbol, "DIXA_B");
-    const RegisterInfo::Group& innerCopy = outerCopy.children[0]->as.group;
+    const RegisterInfoGroup& innerCopy = outerCopy.children[0]->as.group;
     ASSERT_EQ(innerCopy.childCount, 2);
     EXPECT_STREQ(innerCopy.children[0]->symbol, "DIXA_A");
     EXPECT_STREQ(innerCopy.children[1]->symbol, "DIXA_C");
@@ -136,7 +136,7 @@ TEST_F(DirectIxRecords, ComeInTheOrderOfTheNames) {
     design.addInfoUInt(outer, "Second", "Second", 0, 1, 1, 7, 1, 1, "", 2, 0);
     const RegisterInfo* top = repeat({{"DIXA_Z", 2000001}, {"DIXA_A", 2000002}});
 
-    const RegisterInfo::Group& copy = top->as.group.children[0]->as.group;
+    const RegisterInfoGroup& copy = top->as.group.children[0]->as.group;
     ASSERT_EQ(copy.childCount, 2);
     EXPECT_STREQ(copy.children[0]->symbol, "DIXA_Second");
     EXPECT_STREQ(copy.children[1]->symbol, "DIXA_First");

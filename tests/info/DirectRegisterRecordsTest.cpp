@@ -72,7 +72,7 @@ TEST_F(DirectRegisterRecords, WiderOnesAreUInt64Records) {
 TEST_F(DirectRegisterRecords, StandInTheOrderOfTheRegisters) {
     addDirectRegisterRecords(info, recordsById, {{"B", 9, 1, 0}, {"A", 3, 1, 0}});
 
-    const RegisterInfo::Group& group = info.getRegisterInfo(0)->as.group;
+    const RegisterInfoGroup& group = info.getRegisterInfo(0)->as.group;
     ASSERT_EQ(group.childCount, 2);
     EXPECT_STREQ(group.children[0]->symbol, "DRA_B");
     EXPECT_STREQ(group.children[1]->symbol, "DRA_A");

@@ -1,4 +1,4 @@
-#include "info/RegisterInfo.h"
+#include "quillon/RegisterInfo.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <thread>
 
+#include "quillon/Vocabulary.h"
 #include "tests/softboard/OpenBoard.h"
 
 namespace {
@@ -58,13 +59,13 @@ TEST_F(AcquisitionCalls, TellTheStatus) {
 
 TEST_F(AcquisitionCalls, ShowInTheDmaStatus) {
     std::uint32_t status = 9;
-    Fg_getParameterWithType(fg, 24092, &status, 0, 2);
+    Fg_getParameterWithType(fg, FG_DMASTATUS, &status, 0, 2);
     EXPECT_EQ(status, 0U);
     Fg_AcquireEx(fg, 0, 1, 0, nullptr);
-    Fg_getParameterWithType(fg, 24092, &status, 0, 2);
+    Fg_getParameterWithType(fg, FG_DMASTATUS, &status, 0, 2);
     EXPECT_EQ(status, 1U);
     Fg_stopAcquireEx(fg, 0, nullptr, 0);
-    Fg_getParameterWithType(fg, 24092, &status, 0, 2);
+    Fg_getParameterWithType(fg, FG_DMASTATUS, &status, 0, 2);
     EXPECT_EQ(status, 0U);
 }
 

@@ -13,24 +13,6 @@ using quillon::client::CallError;
 using quillon::client::Signal;
 using quillon::client::testing::BuiltApplet;
 
-constexpr int FG_LINEPERIODE = 96;
-constexpr int FG_HEIGHT = 200;
-constexpr int FG_LINETRIGGERMODE = 8102;
-constexpr int FG_IMGTRIGGERMODE = 8104;
-constexpr int FG_IMGTRIGGERINSRC = 8113;
-constexpr int FG_FLASH_POLARITY = 24060;
-constexpr int FG_SENDSOFTWARETRIGGER = 8800;
-constexpr int FG_DIGIO_INPUT = 14010;
-constexpr int FG_IMGTRIGGER_IS_BUSY = 110066;
-constexpr int FG_SYSTEMMONITOR_FPGA_TEMPERATURE = 200341;
-constexpr int FG_TRIGGEROUT_GPO_0_SOURCE = 200384;
-constexpr int FG_TRIGGEROUT_GPO_0_POLARITY = 200410;
-constexpr int FG_SIGNAL_ANALYZER_0_PERIOD_CURRENT = 200422;
-constexpr int FG_SIGNAL_ANALYZER_0_PULSE_COUNT = 200425;
-constexpr int FG_SIGNAL_ANALYZER_1_SOURCE = 200430;
-constexpr int FG_SIGNAL_ANALYZER_CLEAR = 200438;
-constexpr int FG_SIGNAL_ANALYZER_PULSE_COUNT_DIFFERENCE = 200439;
-
 constexpr const char* Custom0 = "Device1_Process1_Trigger_Events_Events_LVAL_FVAL_CustomSignalEvent0";
 constexpr unsigned CameraTrigger = 0;
 constexpr unsigned Gpo0 = 1;

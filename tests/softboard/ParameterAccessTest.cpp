@@ -3,6 +3,7 @@
 #include <numeric>
 #include <string>
 
+#include "quillon/Vocabulary.h"
 #include "tests/softboard/OpenBoard.h"
 
 namespace {
@@ -149,13 +150,13 @@ TEST_F(ParameterAccess, RefusesNullValues) {
 TEST_F(ParameterAccess, ServesTheSdksOwnParametersWithAnyIntegerType) {
     std::uint32_t narrow = 0;
     std::uint64_t wide = 0;
-    EXPECT_EQ(Fg_getParameterWithType(fg, 601, &narrow, 0, 1), 0);
+    EXPECT_EQ(Fg_getParameterWithType(fg, FG_APC_STOP_TIMEOUT, &narrow, 0, 1), 0);
     EXPECT_EQ(narrow, 1000U);
-    EXPECT_EQ(Fg_getParameterWithType(fg, 3050, &narrow, 0, 2), 0);
+    EXPECT_EQ(Fg_getParameterWithType(fg, FG_NR_OF_DMAS, &narrow, 0, 2), 0);
     EXPECT_EQ(narrow, 1U);
-    EXPECT_EQ(Fg_getParameterWithType(fg, 3060, &wide, 0, 4), 0);
+    EXPECT_EQ(Fg_getParameterWithType(fg, FG_NR_OF_CAMS, &wide, 0, 4), 0);
     EXPECT_EQ(wide, 1U);
-    EXPECT_EQ(Fg_getParameterWithType(fg, 3050, &narrow, 0, 5), SOFTBOARD_E_TYPE);
+    EXPECT_EQ(Fg_getParameterWithType(fg, FG_NR_OF_DMAS, &narrow, 0, 5), SOFTBOARD_E_TYPE);
 }
 
 TEST_F(ParameterAccess, KnowsTheSdksOwnParametersByName) {
@@ -185,8 +186,8 @@ TEST_F(ParameterAccess, WithoutATypeTakesTheParametersOwn) {
 
 TEST_F(ParameterAccess, OfANullHandleIsRefused) {
     std::uint32_t value = 0;
-    EXPECT_EQ(Fg_setParameterWithType(nullptr, 600, &value, 0, 2), SOFTBOARD_E_ARGUMENT);
-    EXPECT_EQ(Fg_getParameterWithType(nullptr, 600, &value, 0, 2), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(Fg_setParameterWithType(nullptr, FG_TIMEOUT, &value, 0, 2), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(Fg_getParameterWithType(nullptr, FG_TIMEOUT, &value, 0, 2), SOFTBOARD_E_ARGUMENT);
     EXPECT_EQ(Fg_getParameterIdByName(nullptr, "FG_TIMEOUT"), SOFTBOARD_E_ARGUMENT);
     EXPECT_EQ(Fg_getParameterInfo(nullptr, 0), nullptr);
 }

@@ -54,7 +54,7 @@ TEST_F(Examples, ShaftEncoderConveyorWaitsForTheEncoderAndTheLightBarrier) {
 
 TEST_F(Examples, CameraSimulatorMakesFiftyFramesASecond) {
     loadExample("camera_simulator_50_frames.mcf");
-    EXPECT_DOUBLE_EQ(built.applet.readDouble(200352), 50.0);
+    EXPECT_DOUBLE_EQ(built.applet.readDouble(FG_CAMERASIMULATOR_FRAMERATE), 50.0);
     EXPECT_THAT(built.board.writes(), IsSupersetOf({"Device1_Process0_CameraSimulator_Enable_SelectSource = 1",
                                                     "Device1_Process0_CameraSimulator_FrameGap_Number = 1000",
                                                     "Device1_Process0_Buffer_0_YLength = 1000"}));
@@ -75,12 +75,12 @@ TEST_P(EachExample, HoldsNoValueThatAWriteWouldRefuse) {
         if (key.load != Load::Applied) {
             continue;
         }
-        const client::PublicParameter* parameter = client::findPublicParameter(key.name);
+        const PublicParameter* parameter = findPublicParameter(key.name);
         ASSERT_NE(parameter, nullptr) << key.name;
         const int id = parameter->id;
-        if (parameter->kind == client::ParameterKind::Double) {
+        if (parameter->kind == ParameterKind::Double) {
             EXPECT_EQ(built.applet.setDouble(id, built.applet.readDouble(id)), 0) << key.name;
-        } else if (parameter->kind == client::ParameterKind::Int) {
+        } else if (parameter->kind == ParameterKind::Int) {
             EXPECT_EQ(built.applet.setInt(id, built.applet.readInt(id)), 0) << key.name;
         }
     }

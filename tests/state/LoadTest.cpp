@@ -52,9 +52,9 @@ TEST_F(Load, LoadedValuesAreRead) {
 TEST_F(Load, ALoadPublishesTheLimitsOfTheNewState) {
     EXPECT_EQ(load(withValue(start, "FG_LINETRIGGERMODE", "2")), 0);
     const auto records = built.applet.parameterInfo();
-    const auto* exposure = client::findRecord(records, client::findPublicParameter("FG_LINEEXPOSURE")->id);
+    const auto* exposure = client::findRecord(records, findPublicParameter("FG_LINEEXPOSURE")->id);
     EXPECT_EQ(std::get<client::Range<double>>(exposure->range).max, 1048.568);
-    EXPECT_EQ(client::findRecord(records, client::findPublicParameter("FG_LINETRIGGERINSRC")->id)->accessFlags, 7);
+    EXPECT_EQ(client::findRecord(records, findPublicParameter("FG_LINETRIGGERINSRC")->id)->accessFlags, 7);
 }
 
 TEST_F(Load, ASlaveCanLoad) {
@@ -113,7 +113,7 @@ TEST_F(Load, ARouteWithoutItsPolarityIsRequestedAndNotRead) {
 
 TEST_F(Load, FieldsAndDesignAgreeAgainAtTheNextWrite) {
     EXPECT_EQ(load(withoutLine(other, "FG_CUSTOM_SIGNAL_EVENT_1_POLARITY")), Unreadable);
-    EXPECT_EQ(built.applet.setInt(200, 512), 0);
+    EXPECT_EQ(built.applet.setInt(FG_HEIGHT, 512), 0);
     EXPECT_THAT(built.board.writes(), Contains("Device1_Process0_Buffer_0_XLength = 4096"));
 }
 

@@ -32,7 +32,7 @@ TEST_F(LoadedValues, ABitShiftFromAFileIsAddedWithItsSign) {
 }
 
 TEST_F(LoadedValues, ABadValueStaysInItsFieldWhileTheDesignKeepsItsOwn) {
-    built.applet.setInt(24040, 4);
+    built.applet.setInt(FG_LINE_DOWNSCALE, 4);
     built.board.clearTranscript();
     EXPECT_EQ(load(withValue(start, "FG_LINE_DOWNSCALE", "0")), 0);
     EXPECT_EQ(built.applet.lastError(), 0);
@@ -87,8 +87,8 @@ TEST_F(LoadedValues, ABadFormatKeepsAlignmentAndShiftFromTheDesign) {
     EXPECT_EQ(readAsText(built.applet, "FG_FORMAT"), "3");
     EXPECT_THAT(built.board.writes(), Not(Contains(StartsWith("Device1_Process0_OutputFormat_"))));
     built.board.clearTranscript();
-    EXPECT_EQ(built.applet.setUnsigned(4010, 0), -6000);
-    EXPECT_EQ(built.applet.readUnsigned(4010), 1U);
+    EXPECT_EQ(built.applet.setUnsigned(FG_BITALIGNMENT, 0), -6000);
+    EXPECT_EQ(built.applet.readUnsigned(FG_BITALIGNMENT), 1U);
     EXPECT_THAT(built.board.writes(), IsEmpty());
 }
 
@@ -171,7 +171,7 @@ TEST_F(LoadedValues, TheSimulatorsWidthWaitsForItsNextWrite) {
 TEST_F(LoadedValues, AChangeIntoTheFrameRateModeKeepsTheRateThatRanBefore) {
     std::string text = withValue(start, "FG_CAMERASIMULATOR_SELECT_MODE", "2");
     EXPECT_EQ(load(withValue(text, "FG_CAMERASIMULATOR_FRAMERATE", "25")), 0);
-    EXPECT_NEAR(built.applet.readDouble(200352), 10.0, 0.001);
+    EXPECT_NEAR(built.applet.readDouble(FG_CAMERASIMULATOR_FRAMERATE), 10.0, 0.001);
 }
 
 TEST_F(LoadedValues, LiveValuesOfTheFileHaveNoEffect) {

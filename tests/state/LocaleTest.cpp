@@ -41,16 +41,16 @@ TEST_F(HostLocale, NumbersOfASavedFileFollowIt) {
 }
 
 TEST_F(HostLocale, ItsOwnFilesComeBack) {
-    EXPECT_EQ(built.applet.setDouble(96, 512.25), 0);
+    EXPECT_EQ(built.applet.setDouble(FG_LINEPERIODE, 512.25), 0);
     const std::string text = save();
-    EXPECT_EQ(built.applet.setDouble(96, 200.0), 0);
+    EXPECT_EQ(built.applet.setDouble(FG_LINEPERIODE, 200.0), 0);
     EXPECT_EQ(load(text), 0);
-    EXPECT_EQ(built.applet.readDouble(96), 512.25);
+    EXPECT_EQ(built.applet.readDouble(FG_LINEPERIODE), 512.25);
 }
 
 TEST_F(HostLocale, ADecimalPointEndsANumberOfALoadedFile) {
     EXPECT_EQ(load(withValue(start, "FG_LINEPERIODE", "300.75")), 0);
-    EXPECT_EQ(built.applet.readDouble(96), 300.0);
+    EXPECT_EQ(built.applet.readDouble(FG_LINEPERIODE), 300.0);
 }
 
 TEST_F(HostLocale, IsKeptWhereNoLocaleIsCalledEnglish) {

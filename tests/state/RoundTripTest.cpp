@@ -12,10 +12,10 @@ public:
     explicit RandomUser(unsigned seed) : random_(seed) {}
 
     void writeSomething(client::Applet& applet) {
-        const auto parameters = client::publicParameters();
-        const client::PublicParameter& parameter = parameters[below(parameters.size())];
+        const auto parameters = PublicParameters;
+        const PublicParameter& parameter = parameters[below(parameters.size())];
         const bool isPath = parameter.name == "FG_LUT_SAVE_FILE" || parameter.name == "FG_DEBUGSAVECONFIG";
-        if (parameter.access == client::ParameterAccess::ReadOnly || isPath || is64Bit(parameter)) {
+        if (parameter.access == ParameterAccess::ReadOnly || isPath || is64Bit(parameter)) {
             return;
         }
         const auto records = applet.parameterInfo();
@@ -27,11 +27,9 @@ public:
             return;
         }
         switch (parameter.kind) {
-            case client::ParameterKind::Int: applet.setInt(parameter.id, integerFor(*record)); break;
-            case client::ParameterKind::Double: applet.setDouble(parameter.id, doubleFor(*record)); break;
-            case client::ParameterKind::String:
-                applet.setText(parameter.id, below(2) == 0 ? "" : "/no/such/file.lut");
-                break;
+            case ParameterKind::Int: applet.setInt(parameter.id, integerFor(*record)); break;
+            case ParameterKind::Double: applet.setDouble(parameter.id, doubleFor(*record)); break;
+            case ParameterKind::String: applet.setText(parameter.id, below(2) == 0 ? "" : "/no/such/file.lut"); break;
             default: break;
         }
     }
@@ -108,7 +106,7 @@ TEST_F(RoundTrip, AnyReachableStateComesBackInAFreshApplet) {
             user.writeSomething(built.applet);
         }
         if (i % 2 == 0) {
-            built.applet.setInt(30102, 1024);
+            built.applet.setInt(FG_CAMERASIMULATOR_WIDTH, 1024);
         }
         const std::string first = save();
         const std::string second = loadedAndSavedByAnother(path("saved.mcf"));
@@ -128,10 +126,10 @@ TEST_F(RoundTrip, AStateThatWasLoadedOnceComesBackToTheByte) {
     for (int i = 0; i < 400; ++i) {
         user.writeSomething(built.applet);
     }
-    EXPECT_EQ(built.applet.setInt(200328, 1), 0);
-    EXPECT_EQ(built.applet.setInt(900001, 0), 0);
-    EXPECT_EQ(built.applet.setInt(900002, 0), 0);
-    EXPECT_EQ(built.applet.setInt(900004, 0), 0);
+    EXPECT_EQ(built.applet.setInt(FG_CAMERASIMULATOR_SELECT_MODE, 1), 0);
+    EXPECT_EQ(built.applet.setInt(FG_DEBUGSOURCE, 0), 0);
+    EXPECT_EQ(built.applet.setInt(FG_DEBUGINENABLE, 0), 0);
+    EXPECT_EQ(built.applet.setInt(FG_DEBUGOUTENABLE, 0), 0);
     save();
     const std::string once = loadedAndSavedByAnother(path("saved.mcf"));
     EXPECT_EQ(loadedAndSavedByAnother(write("once.mcf", once)), once);

@@ -49,9 +49,9 @@ TEST_F(Save, TheDesignIsReadForTheseKeysInTheOrderOfTheFile) {
 }
 
 TEST_F(Save, DoublesKeepTwelveDigitsAndLoseTrailingZeros) {
-    EXPECT_EQ(built.applet.setDouble(96, 512.5), 0);
-    EXPECT_EQ(built.applet.setDouble(13000, 1.0 / 3.0), 0);
-    EXPECT_EQ(built.applet.setDouble(300004, 0.00001), 0);
+    EXPECT_EQ(built.applet.setDouble(FG_LINEPERIODE, 512.5), 0);
+    EXPECT_EQ(built.applet.setDouble(FG_SCALINGFACTOR_RED, 1.0 / 3.0), 0);
+    EXPECT_EQ(built.applet.setDouble(FG_PROCESSING_OFFSET, 0.00001), 0);
     const std::string text = save();
     EXPECT_EQ(lineOf(text, "FG_LINEPERIODE"), "FG_LINEPERIODE=512.5;");
     EXPECT_EQ(lineOf(text, "FG_SCALINGFACTOR_RED"), "FG_SCALINGFACTOR_RED=0.333333333333;");
@@ -59,13 +59,13 @@ TEST_F(Save, DoublesKeepTwelveDigitsAndLoseTrailingZeros) {
 }
 
 TEST_F(Save, TextsStandInQuotesAsTheyAre) {
-    EXPECT_EQ(built.applet.setText(300000, "/tables/it's 50%.lut"), 0);
+    EXPECT_EQ(built.applet.setText(FG_LUT_CUSTOM_FILE, "/tables/it's 50%.lut"), 0);
     EXPECT_EQ(lineOf(save(), "FG_LUT_CUSTOM_FILE"), "FG_LUT_CUSTOM_FILE='/tables/it's 50%.lut';");
 }
 
 TEST_F(Save, NegativeNumbersHaveASign) {
-    EXPECT_EQ(built.applet.setInt(8113, -1), 0);
-    EXPECT_EQ(built.applet.setInt(200387, 1001), 0);
+    EXPECT_EQ(built.applet.setInt(FG_IMGTRIGGERINSRC, -1), 0);
+    EXPECT_EQ(built.applet.setInt(FG_TRIGGEROUT_GPO_3_SOURCE, 1001), 0);
     const std::string text = save();
     EXPECT_EQ(lineOf(text, "FG_IMGTRIGGERINSRC"), "FG_IMGTRIGGERINSRC=-1;");
     EXPECT_EQ(lineOf(text, "FG_DIGIO_OUTPUT"), "FG_DIGIO_OUTPUT=-1;");
@@ -95,10 +95,10 @@ TEST_F(Save, ThePulseCountDifferenceHas33BitsWithASign) {
 }
 
 TEST_F(Save, SimulatorSizesAreThoseAskedForAndRatesThoseOfTheDesign) {
-    EXPECT_EQ(built.applet.setInt(200328, 0), 0);
-    EXPECT_EQ(built.applet.setInt(30102, 33), 0);
-    EXPECT_EQ(built.applet.setInt(30105, 1), 0);
-    EXPECT_EQ(built.applet.setDouble(30106, 41.0), 0);
+    EXPECT_EQ(built.applet.setInt(FG_CAMERASIMULATOR_SELECT_MODE, 0), 0);
+    EXPECT_EQ(built.applet.setInt(FG_CAMERASIMULATOR_WIDTH, 33), 0);
+    EXPECT_EQ(built.applet.setInt(FG_CAMERASIMULATOR_LINE_GAP, 1), 0);
+    EXPECT_EQ(built.applet.setDouble(FG_CAMERASIMULATOR_PIXEL_FREQUENCY, 41.0), 0);
     const std::string text = save();
     EXPECT_EQ(lineOf(text, "FG_CAMERASIMULATOR_WIDTH"), "FG_CAMERASIMULATOR_WIDTH=33;");
     EXPECT_EQ(lineOf(text, "FG_CAMERASIMULATOR_LINE_GAP"), "FG_CAMERASIMULATOR_LINE_GAP=1;");
@@ -159,7 +159,7 @@ TEST_F(Save, TheExtensionMayStandAnywhereInTheName) {
 TEST_F(Save, WhatCanNotBeCreatedIsRefused) {
     std::filesystem::create_directory(path("folder.mcf"));
     for (const std::string& name : {path("no/such/folder/state.mcf"), path("folder.mcf"), std::string()}) {
-        built.applet.setInt(100, 1024);
+        built.applet.setInt(FG_WIDTH, 1024);
         EXPECT_EQ(built.applet.saveConfig(name), NotWritten) << name;
         EXPECT_EQ(built.applet.lastError(), NotWritten) << name;
     }

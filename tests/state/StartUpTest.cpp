@@ -23,7 +23,7 @@ public:
 
     client::Library library = client::Library::open(client::testing::builtLibrary(), client::testing::builtStandIns());
     client::SoftBoard board{client::testing::builtStandIns()};
-    void* location = nullptr;
+    QuillonWrapper* location = nullptr;
 };
 
 /// The accesses that read the design's texts, before the push.
@@ -73,7 +73,7 @@ TEST(StartUp, ThePushPublishesTheLimitsOfTheState) {
     const BuiltApplet built;
     const auto records = built.applet.parameterInfo();
     const auto maximum = [&](const char* name) {
-        const auto* record = client::findRecord(records, client::findPublicParameter(name)->id);
+        const auto* record = client::findRecord(records, findPublicParameter(name)->id);
         return std::visit(
             [](const auto& range) {
                 if constexpr (std::is_same_v<std::decay_t<decltype(range)>, std::monostate>) {
@@ -96,7 +96,7 @@ TEST(StartUp, ThePushPublishesWhatCanBeWritten) {
     const BuiltApplet built;
     const auto records = built.applet.parameterInfo();
     const auto flags = [&](const char* name) {
-        return client::findRecord(records, client::findPublicParameter(name)->id)->accessFlags;
+        return client::findRecord(records, findPublicParameter(name)->id)->accessFlags;
     };
     EXPECT_EQ(flags("FG_CAMERASIMULATOR_LINERATE"), 7);
     EXPECT_EQ(flags("FG_CAMERASIMULATOR_FRAMERATE"), 1);
@@ -134,10 +134,13 @@ TEST(StartUp, DesignThatRefusesEverythingIsNoFailureAndLeavesTheDefaults) {
     EXPECT_EQ(opening.open(), 0);
     opening.board.clearFaults();
     std::int32_t width = 0;
-    EXPECT_EQ(opening.library.functions().Fg_getParameterWithType(&opening.location, 100, &width, 0, 2), 0);
+    EXPECT_EQ(opening.library.functions().Fg_getParameterWithType(&opening.location, FG_WIDTH, &width, 0, FgTypeUInt32),
+              0);
     EXPECT_EQ(width, 1024);
     std::int32_t polarity = 0;
-    EXPECT_EQ(opening.library.functions().Fg_getParameterWithType(&opening.location, 200443, &polarity, 0, 2), 0);
+    EXPECT_EQ(opening.library.functions().Fg_getParameterWithType(&opening.location, FG_CUSTOM_SIGNAL_EVENT_1_POLARITY,
+                                                                  &polarity, 0, FgTypeUInt32),
+              0);
     EXPECT_EQ(polarity, 1);
 }
 

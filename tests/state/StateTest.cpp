@@ -114,12 +114,12 @@ std::vector<std::string> shownAccesses(const client::SoftBoard& board) {
     return lines;
 }
 
-bool is64Bit(const client::PublicParameter& parameter) {
-    return parameter.kind == client::ParameterKind::Int64;
+bool is64Bit(const PublicParameter& parameter) {
+    return parameter.kind == ParameterKind::Int64;
 }
 
 std::string readAsText(client::Applet& applet, const std::string& name) {
-    const client::PublicParameter* parameter = client::findPublicParameter(name);
+    const PublicParameter* parameter = findPublicParameter(name);
     if (parameter == nullptr) {
         throw std::runtime_error("no parameter " + name);
     }
@@ -127,8 +127,8 @@ std::string readAsText(client::Applet& applet, const std::string& name) {
         return std::to_string(applet.readInt64(parameter->id));
     }
     switch (parameter->kind) {
-        case client::ParameterKind::String: return applet.readText(parameter->id);
-        case client::ParameterKind::Double: {
+        case ParameterKind::String: return applet.readText(parameter->id);
+        case ParameterKind::Double: {
             char text[32];
             std::snprintf(text, sizeof text, "%.12g", applet.readDouble(parameter->id));
             return text;

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "client/PublicParameters.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/PublicParameters.h"
 #include "tests/files/TemporaryFolder.h"
 #include "tests/state/ConfigurationKeys.h"
 
@@ -39,7 +39,7 @@ std::vector<std::string> linesWithFault(const std::vector<ListedAccess>& list, s
 std::vector<std::string> shownAccesses(const client::SoftBoard& board);
 
 /// Whether the parameter's value has 64 bits. The pixel to inject does, although it is listed with the integers.
-bool is64Bit(const client::PublicParameter& parameter);
+bool is64Bit(const PublicParameter& parameter);
 /// The value of a public parameter as a configuration file shows it, without quotes.
 std::string readAsText(client::Applet& applet, const std::string& name);
 /// "NAME VALUE", or "NAME" for an empty text, for each of the named lines of a golden list of such lines.

@@ -123,8 +123,8 @@ TEST_F(LineTimes, TheMaximaAreThePeriodAfterStartUp) {
 TEST_F(LineTimes, AnAppletThatLeftTheDesignAloneShowsTheCataloguesMaxima) {
     client::testing::BuiltApplet slave(1);
     const auto trees = slave.applet.parameterInfo();
-    EXPECT_EQ(std::get<client::Range<double>>(client::findRecord(trees, 10030)->range).max, 1048.0);
-    EXPECT_EQ(std::get<client::Range<double>>(client::findRecord(trees, 8900)->range).max, 1048.568);
+    EXPECT_EQ(std::get<client::Range<double>>(client::findRecord(trees, FG_LINEEXPOSURE)->range).max, 1048.0);
+    EXPECT_EQ(std::get<client::Range<double>>(client::findRecord(trees, FG_LINETRIGGERDELAY)->range).max, 1048.568);
 }
 
 TEST_F(LineTimes, TheMaximaFollowThePeriod) {

@@ -78,10 +78,10 @@ TEST_F(TriggerMessages, TellWhichDesignParameterFailed) {
 
 TEST_F(TriggerMessages, AreNotWrittenForARefusedValue) {
     Messages::forget();
-    EXPECT_EQ(applet.setInt(8102, 0), -6000);
-    EXPECT_EQ(applet.setInt(8104, 1), -6000);
-    EXPECT_EQ(applet.setInt(200384, 1), -2075);
-    EXPECT_EQ(applet.setInt(900003, 0), -6000);
+    EXPECT_EQ(applet.setInt(FG_LINETRIGGERMODE, 0), -6000);
+    EXPECT_EQ(applet.setInt(FG_IMGTRIGGERMODE, 1), -6000);
+    EXPECT_EQ(applet.setInt(FG_TRIGGEROUT_GPO_0_SOURCE, 1), -2075);
+    EXPECT_EQ(applet.setInt(FG_DEBUGINSERT, 0), -6000);
     EXPECT_THAT(Messages::lines(), IsEmpty());
 }
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "client/testing/BuiltApplet.h"
-#include "design/PublicValues.h"
+#include "quillon/Vocabulary.h"
 
 namespace quillon {
 

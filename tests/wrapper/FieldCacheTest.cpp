@@ -32,7 +32,7 @@ TEST(FieldCache, MovesOneDoubleByItsIndex) {
 }
 
 TEST(FieldCache, MovesARunOf32BitElements) {
-    for (const FgParamTypes type : {TypeInt32, TypeUInt32}) {
+    for (const FgParamTypes type : {FgTypeInt32, FgTypeUInt32}) {
         std::array<std::uint32_t, 5> cache = {10, 11, 12, 13, 14};
         std::array<std::uint32_t, 2> values = {98, 99};
         const FieldParameterAccess access = {type, 1, 2, values.data()};
@@ -46,7 +46,7 @@ TEST(FieldCache, MovesARunOf32BitElements) {
 }
 
 TEST(FieldCache, MovesARunOf64BitElements) {
-    for (const FgParamTypes type : {TypeInt64, TypeUInt64, TypeDouble}) {
+    for (const FgParamTypes type : {FgTypeInt64, FgTypeUInt64, FgTypeDouble}) {
         std::array<std::uint64_t, 4> cache = {10, 11, 12, 13};
         std::array<std::uint64_t, 2> values = {98, 99};
         const FieldParameterAccess access = {type, 2, 2, values.data()};
@@ -73,7 +73,7 @@ TEST(FieldCache, MovesNothingOfAnyOtherType) {
 
 TEST(FieldCache, MovesNothingForACountOfZero) {
     std::array<std::uint32_t, 2> cache = {10, 11};
-    const FieldParameterAccess access = {TypeUInt32, 1, 0, nullptr};
+    const FieldParameterAccess access = {FgTypeUInt32, 1, 0, nullptr};
     FgIxWrapper::setFieldCache(cache.data(), &access);
     FgIxWrapper::getFieldCache(cache.data(), &access);
     EXPECT_THAT(cache, ElementsAre(10, 11));

@@ -39,16 +39,16 @@ TEST_F(Wrapper, FindsItsLoggerOnceByTheBasesName) {
 TEST_F(Wrapper, ForwardsReadsAndWritesOfTheSdksParameters) {
     link();
     std::uint32_t value = 500;
-    EXPECT_EQ(wrapper->setUnwrappedParameterWithType(601, &value, 0, TypeUInt32), 0);
+    EXPECT_EQ(wrapper->setUnwrappedParameterWithType(601, &value, 0, FgTypeUInt32), 0);
     value = 0;
-    EXPECT_EQ(wrapper->getUnwrappedParameterWithType(601, &value, 0, TypeUInt32), 0);
+    EXPECT_EQ(wrapper->getUnwrappedParameterWithType(601, &value, 0, FgTypeUInt32), 0);
     EXPECT_EQ(value, 500U);
     value = 700;
     EXPECT_EQ(wrapper->setUnwrappedParameter(601, &value, 0), 0);
     value = 0;
     EXPECT_EQ(wrapper->getUnwrappedParameter(601, &value, 0), 0);
     EXPECT_EQ(value, 700U);
-    EXPECT_EQ(wrapper->getUnwrappedParameterWithType(601, &value, 3, TypeUInt32), -9001);
+    EXPECT_EQ(wrapper->getUnwrappedParameterWithType(601, &value, 3, FgTypeUInt32), -9001);
     EXPECT_EQ(wrapper->getParameterIdByName("FG_APC_STOP_TIMEOUT"), 601);
     EXPECT_EQ(wrapper->getParameterIdByName("FG_NOTHING"), -9002);
 }
@@ -56,10 +56,10 @@ TEST_F(Wrapper, ForwardsReadsAndWritesOfTheSdksParameters) {
 TEST_F(Wrapper, ForwardsTheReleaseOfTheSdksTexts) {
     link();
     char* text = nullptr;
-    ASSERT_EQ(wrapper->getUnwrappedParameterWithType(27001, &text, 0, TypeString), 0);
+    ASSERT_EQ(wrapper->getUnwrappedParameterWithType(27001, &text, 0, FgTypeString), 0);
     EXPECT_STREQ(text, "5.7.0 (software board)");
-    EXPECT_EQ(wrapper->freeUnwrappedParameterString(27001, text, 0, TypeString), 0);
-    EXPECT_NE(wrapper->freeUnwrappedParameterString(27001, text, 0, TypeString), 0);
+    EXPECT_EQ(wrapper->freeUnwrappedParameterString(27001, text, 0, FgTypeString), 0);
+    EXPECT_NE(wrapper->freeUnwrappedParameterString(27001, text, 0, FgTypeString), 0);
 }
 
 TEST_F(Wrapper, AsksTheSdkForTheDescriptionOfPortZero) {

@@ -46,7 +46,7 @@ TEST_F(MissingSdk, LogsNothingAboveLevelSix) {
 }
 
 TEST_F(MissingSdk, InfoAnswersAllTheSame) {
-    EXPECT_EQ(library.infoText(4176), "Quillon");
+    EXPECT_EQ(library.infoText(QuillonInfoName), "Quillon");
 }
 
 }  // namespace

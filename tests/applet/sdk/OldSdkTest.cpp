@@ -43,7 +43,7 @@ TEST_F(OldSdk, AFunctionThatItLacksIsNotAvailableAndThatIsTheLastError) {
     EXPECT_EQ(f.Fg_getLastPicNumberEx(&location, 0, nullptr), -12);
     EXPECT_EQ(f.Fg_getLastPicNumberBlockingEx(&location, 1, 0, 0, nullptr), -12);
     std::int32_t width = 0;
-    EXPECT_EQ(f.Fg_getParameterWithType(&location, 100, &width, 0, ValueType::Int), 0);
+    EXPECT_EQ(f.Fg_getParameterWithType(&location, FG_WIDTH, &width, 0, FgTypeInt32), 0);
     EXPECT_EQ(lastError(), 0);
     EXPECT_EQ(f.Fg_stopAcquireEx(&location, 0, nullptr, 0), -9008);  // this one it has
     EXPECT_EQ(lastError(), -9008);

@@ -14,7 +14,7 @@ class VariantStart : public ::testing::Test {
 protected:
     ~VariantStart() override { f.Fg_FreeGrabber(&location); }
 
-    void* start(int flags = 0) { return location = f.Std_entry(board.device(), &status, flags); }
+    QuillonWrapper* start(int flags = 0) { return location = f.Std_entry(board.device(), &status, flags); }
     int lastError() { return f.Fg_getLastErrorNumber(&location); }
 
     test::CapturedLog log;
@@ -23,7 +23,7 @@ protected:
     SoftBoard board = SoftBoard(SDK_FOLDER);
     SoftBoardLibrary boards = board.library();
     int status = 77;
-    void* location = nullptr;
+    QuillonWrapper* location = nullptr;
 };
 
 }  // namespace quillon::client

@@ -13,14 +13,10 @@
 
 namespace quillon {
 
-/// Offsets between the ids of the public parameters, of the design's registers and of the SDK's own parameters.
-inline constexpr int DirectRegisterBase = 1'000'000;
-inline constexpr int UnwrappedBase = 2'000'000;
-
 /// Filled once at start-up; constant afterwards, and so free of locks.
-class SdkParameterTables {
+class NameTables {
 public:
-    explicit SdkParameterTables(FgIxWrapper& wrapper) : wrapper_(wrapper) {}
+    explicit NameTables(FgIxWrapper& wrapper) : wrapper_(wrapper) {}
 
     /// Enters the public names, with ORLO_ENABLE_DRA the design's registers, with ORLO_ENABLE_DIXA the SDK's
     /// parameters, and the events.
@@ -28,7 +24,7 @@ public:
 
     /// Public and `DRA_` names only: a `DIXA_` name has a position but no id here.
     const std::map<std::string, int>& parameterIdByName() const { return parameterIdByName_; }
-    /// `DIXA_` names to the SDK's id plus UnwrappedBase.
+    /// `DIXA_` names to the SDK's id plus FG_SDK_IDS.
     const std::map<std::string, int>& unwrappedIdByName() const { return unwrappedIdByName_; }
     const std::map<int, std::string>& parameterNameByIndex() const { return parameterNameByIndex_; }
     const std::map<std::string, std::string>& parameterDescriptionByName() const { return parameterDescriptionByName_; }

@@ -1,11 +1,12 @@
-#include "engine/SdkParameterTables.h"
+#include "engine/NameTables.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <deque>
 
-#include "design/PublicParameters.h"
+#include "quillon/PublicParameters.h"
+#include "quillon/Vocabulary.h"
 #include "support/EnvironmentSwitch.h"
 #include "wrapper/DesignLoader.h"
 
@@ -32,7 +33,7 @@ bool isPlainParameter(const RegisterInfo& record) {
 
 }  // namespace
 
-void SdkParameterTables::fill() {
+void NameTables::fill() {
     if (environmentSwitch("ORLO_ENABLE_DIXA")) {
         collectSdkNames();
     }
@@ -41,13 +42,13 @@ void SdkParameterTables::fill() {
     enterSdkNames();
     enterPositions();
     for (std::size_t i = 0; i < PositionCount; ++i) {
-        parameterDescriptionByName_[PublicParameters[i].name] = PublicParameters[i].description;
+        parameterDescriptionByName_.emplace(PublicParameters[i].name, PublicParameters[i].description);
     }
     enterEvents();
 }
 
 /// Walks the SDK's own description, group by group, and switches every plain parameter on.
-void SdkParameterTables::collectSdkNames() {
+void NameTables::collectSdkNames() {
     std::deque<const RegisterInfo*> groups;
     if (const RegisterInfo* head = wrapper_.getUnwrappedParameterInfo()) {
         groups.push_back(head);
@@ -72,39 +73,39 @@ void SdkParameterTables::collectSdkNames() {
     }
 }
 
-void SdkParameterTables::enterPublicNames() {
+void NameTables::enterPublicNames() {
     for (std::size_t i = 0; i < PositionCount; ++i) {
-        parameterIdByName_[PublicParameters[i].name] = PublicParameters[i].id;
+        parameterIdByName_.emplace(PublicParameters[i].name, PublicParameters[i].id);
     }
 }
 
 template <class Enter>
-void SdkParameterTables::forEachRegister(Enter&& enter) const {
+void NameTables::forEachRegister(Enter&& enter) const {
     if (wrapper_.directRegisterAccess) {
         quillon::forEachRegister(wrapper_.designHandle(), enter);
     }
 }
 
-void SdkParameterTables::enterRegisters() {
+void NameTables::enterRegisters() {
     forEachRegister([this](const char* name) {
         parameterIdByName_[std::string("DRA_") + name] =
-            TavGetRegisterByName(wrapper_.designHandle(), name) + DirectRegisterBase;
+            TavGetRegisterByName(wrapper_.designHandle(), name) + FG_REGISTER_IDS;
     });
 }
 
-int SdkParameterTables::unwrappedId(const std::string& name) const {
+int NameTables::unwrappedId(const std::string& name) const {
     return isSwitchedOn(properties_.value(propertySection, name)) ? wrapper_.getParameterIdByName(name.c_str()) : 0;
 }
 
-void SdkParameterTables::enterSdkNames() {
+void NameTables::enterSdkNames() {
     for (const std::string& name : properties_.names(propertySection)) {
         if (const int id = unwrappedId(name); id != 0) {
-            unwrappedIdByName_["DIXA_" + name] = id + UnwrappedBase;
+            unwrappedIdByName_["DIXA_" + name] = id + FG_SDK_IDS;
         }
     }
 }
 
-void SdkParameterTables::enterPositions() {
+void NameTables::enterPositions() {
     for (std::size_t i = 0; i < PositionCount; ++i) {
         parameterNameByIndex_[static_cast<int>(i)] = PublicParameters[i].name;
     }
@@ -117,7 +118,7 @@ void SdkParameterTables::enterPositions() {
     }
 }
 
-void SdkParameterTables::enterEvents() {
+void NameTables::enterEvents() {
     int count = 0;
     // A mask has 64 bits: events behind the 64th have none.
     while (count < MaskCount && designEvent(wrapper_.designHandle(), count) != nullptr) {
@@ -137,7 +138,7 @@ void SdkParameterTables::enterEvents() {
 }
 
 /// The design's name stays beside the public one, if it was entered; the mask reports the public one.
-void SdkParameterTables::enterPublicEvent(int count, const char* designName, const char* publicName) {
+void NameTables::enterPublicEvent(int count, const char* designName, const char* publicName) {
     for (int i = 0; i < count; ++i) {
         const TavEvent* event = designEvent(wrapper_.designHandle(), i);
         if (hasName(event, designName)) {
