@@ -1,16 +1,15 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <variant>
 
 #include "info/Enumerations.h"
+#include "quillon/PublicParameters.h"
+#include "quillon/Vocabulary.h"
 
 namespace quillon {
-
-inline constexpr std::size_t CatalogueGroupCount = 31;
-inline constexpr std::size_t CatalogueParameterCount = 156;
 
 /// The groups of the catalogue, as positions in catalogueGroups().
 enum class CatalogueGroup : std::size_t {
@@ -45,8 +44,9 @@ enum class CatalogueGroup : std::size_t {
     Debug,
     DebugInput,
     DebugOutput,
-    None = CatalogueGroupCount  ///< the parent of a top-level group
+    None  ///< the parent of a top-level group
 };
+inline constexpr auto CatalogueGroupCount = static_cast<std::size_t>(CatalogueGroup::None);
 
 struct CatalogueGroupRow {
     const char* label;
@@ -88,6 +88,18 @@ using CatalogueValues =
 
 /// What users are shown of a public parameter. It enforces nothing, and may differ from what the applet accepts.
 struct CatalogueParameter {
+    /// A row; a parameter that there is not does not compile.
+    consteval CatalogueParameter(CatalogueGroup parent, const char* words, FgParameterId parameter,
+                                 CatalogueValues held, int flags, int level, const char* unitText)
+        : group(parent),
+          label(words),
+          symbol(findPublicParameter(parameter)->name.data()),
+          id(parameter),
+          values(held),
+          accessFlags(flags),
+          displayLevel(level),
+          unit(unitText) {}
+
     CatalogueGroup group;
     const char* label;
     const char* symbol;
@@ -99,9 +111,9 @@ struct CatalogueParameter {
 };
 
 /// The groups; a parent stands in front of its children.
-const std::array<CatalogueGroupRow, CatalogueGroupCount>& catalogueGroups();
+std::span<const CatalogueGroupRow> catalogueGroups();
 
 /// The public parameters that are described, in the order of their records.
-const std::array<CatalogueParameter, CatalogueParameterCount>& catalogueParameters();
+std::span<const CatalogueParameter> catalogueParameters();
 
 }  // namespace quillon

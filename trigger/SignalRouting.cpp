@@ -4,55 +4,42 @@
 #include <array>
 
 #include "design/HandlerFrame.h"
+#include "info/Enumerations.h"
 
 namespace quillon {
 
 namespace {
 
-/// The two lists of sources: what may feed the camera trigger, a GPO or a front GPO; and an analyzer or a custom event.
-enum SourceList : std::uint8_t { SignalSourceOutput, SignalSourceFull };
+/// What may feed the camera trigger, a GPO or a front GPO; and an analyzer or a custom event.
+constexpr Enumeration SignalSourceOutput = EnumSignalSource;
+constexpr Enumeration SignalSourceFull = EnumSignalSourceFull;
 
-/// Where a source may be used, and the number under which the design selects it.
-struct SourceRow {
+/// The number under which the design selects a source.
+struct SelectRow {
     std::uint32_t source;
-    std::int32_t select;  ///< NoSelect if the design has none
-    bool inOutput;        ///< in SignalSourceOutput
-    bool inFull;          ///< in SignalSourceFull
+    std::uint32_t select;
 };
-constexpr std::int32_t NoSelect = -1;
 
-constexpr std::array<SourceRow, 24> Sources = {{
-    {GND, 0, true, true},
-    {VCC, 0, true, true},
-    {FG_SIGNAL_CAM0_EXSYNC, 1, true, true},
-    {FG_SIGNAL_CAM0_EXSYNC2, 2, true, true},
-    {FG_SIGNAL_CAM0_FLASH, 3, true, true},
-    {FG_SIGNAL_CAM0_LVAL, 4, true, true},
-    {FG_SIGNAL_CAM0_FVAL, 5, true, true},
-    {FG_SIGNAL_CAM0_LINE_START, 33, false, true},
-    {FG_SIGNAL_CAM0_LINE_END, 34, false, true},
-    {FG_SIGNAL_CAM0_FRAME_START, 35, false, true},
-    {FG_SIGNAL_CAM0_FRAME_END, 36, false, true},
-    {FG_SIGNAL_GPI_0, 21, true, true},
-    {FG_SIGNAL_GPI_1, 22, true, true},
-    {FG_SIGNAL_GPI_2, 23, true, true},
-    {FG_SIGNAL_GPI_3, 24, true, true},
-    {FG_SIGNAL_GPI_4, 25, true, true},
-    {FG_SIGNAL_GPI_5, 26, true, true},
-    {FG_SIGNAL_GPI_6, 27, true, true},
-    {FG_SIGNAL_GPI_7, 28, true, true},
-    {FG_SIGNAL_FRONT_GPI_0, 29, true, true},
-    {FG_SIGNAL_FRONT_GPI_1, 30, true, true},
-    {FG_SIGNAL_FRONT_GPI_2, 31, true, true},
-    {FG_SIGNAL_FRONT_GPI_3, 32, true, true},
-    // On offer for outputs, but no output of this design takes it: a write ends in ValueNotInList.
-    {FG_SIGNAL_CAM0_INTERVAL_MODE, NoSelect, true, false},
-}};
+// The fixed levels are missing, since sendRoute() makes them of select 0; and so is FG_SIGNAL_CAM0_INTERVAL_MODE, which
+// is on offer for outputs, but no output of this design takes it: a write ends in ValueNotInList.
+constexpr auto Selects = std::to_array<SelectRow>({
+    {FG_SIGNAL_CAM0_EXSYNC, 1},     {FG_SIGNAL_CAM0_EXSYNC2, 2},
+    {FG_SIGNAL_CAM0_FLASH, 3},      {FG_SIGNAL_CAM0_LVAL, 4},
+    {FG_SIGNAL_CAM0_FVAL, 5},       {FG_SIGNAL_CAM0_LINE_START, 33},
+    {FG_SIGNAL_CAM0_LINE_END, 34},  {FG_SIGNAL_CAM0_FRAME_START, 35},
+    {FG_SIGNAL_CAM0_FRAME_END, 36}, {FG_SIGNAL_GPI_0, 21},
+    {FG_SIGNAL_GPI_1, 22},          {FG_SIGNAL_GPI_2, 23},
+    {FG_SIGNAL_GPI_3, 24},          {FG_SIGNAL_GPI_4, 25},
+    {FG_SIGNAL_GPI_5, 26},          {FG_SIGNAL_GPI_6, 27},
+    {FG_SIGNAL_GPI_7, 28},          {FG_SIGNAL_FRONT_GPI_0, 29},
+    {FG_SIGNAL_FRONT_GPI_1, 30},    {FG_SIGNAL_FRONT_GPI_2, 31},
+    {FG_SIGNAL_FRONT_GPI_3, 32},
+});
 
 /// The two design parameters of a route.
 struct RouteRow {
     Ix select, invert;
-    SourceList sources;
+    Enumeration sources;
 };
 
 constexpr std::array<RouteRow, RouteCount> Routes = {{
@@ -93,17 +80,14 @@ const RouteRow& rowOf(Route route) {
 }
 
 bool isOffered(Route route, std::uint32_t source) {
-    return std::any_of(Sources.begin(), Sources.end(), [&](const SourceRow& row) {
-        return row.source == source && (rowOf(route).sources == SignalSourceOutput ? row.inOutput : row.inFull);
-    });
+    return holds(rowOf(route).sources, static_cast<int>(source));
 }
 
 /// The select of a source other than a fixed level.
 std::uint32_t selectOf(std::uint32_t source) {
-    const auto* const row =
-        std::find_if(Sources.begin(), Sources.end(), [source](const SourceRow& r) { return r.source == source; });
-    require(row != Sources.end() && row->select != NoSelect, ValueNotInList);
-    return static_cast<std::uint32_t>(row->select);
+    const auto row = std::ranges::find(Selects, source, &SelectRow::source);
+    require(row != Selects.end(), ValueNotInList);
+    return row->select;
 }
 
 bool isFixedLevel(std::uint32_t source) {
@@ -197,7 +181,7 @@ void SignalRouting::setPulseMessage(std::int32_t value, bool reportErrors) {
 std::int64_t SignalRouting::pulseCountDifference() {
     constexpr std::uint64_t signBit = std::uint64_t{1} << 32U;
     constexpr std::uint64_t upperHalf = 0xFFFFFFFF00000000U;
-    const std::uint64_t difference = design_.readUnsigned64(Ix::Trigger_Analyzer_Difference_Status, TypeInt64);
+    const std::uint64_t difference = design_.readUnsigned64(Ix::Trigger_Analyzer_Difference_Status, FgTypeInt64);
     return static_cast<std::int64_t>((difference & signBit) != 0 ? difference | upperHalf : difference);
 }
 
