@@ -23,7 +23,9 @@ class SavedState {
 public:
     SavedState() {
         built_.board.record(false);
-        built_.applet.saveConfig(file_);
+        if (built_.applet.saveConfig(file_) != 0) {
+            throw std::runtime_error("cannot save a configuration to load");
+        }
     }
     SavedState(const SavedState&) = delete;
     SavedState& operator=(const SavedState&) = delete;

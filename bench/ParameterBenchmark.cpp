@@ -69,7 +69,7 @@ void WidthWriteBareSdkCalls(benchmark::State& state) {
     {
         BuiltApplet built;
         built.board.clearTranscript();
-        built.applet.setUnsigned(FG_WIDTH, 2048);
+        built.applet.set(FG_WIDTH, 2048);
         accesses = sdk.accessesOf(built.board.transcript());
     }
     for (auto _ : state) {

@@ -1,4 +1,5 @@
 #include "cli/Chart.h"
+#include "quillon/client/Text.h"
 
 #include <cairo.h>
 
@@ -96,11 +97,11 @@ private:
         cairo_set_line_width(context_.get(), 1);
         for (const double x : ticks(chart_.x, 10)) {
             drawTick(left(x), FrameTop, left(x), FrameBottom);
-            text(shortest(x), left(x), FrameBottom + 20, 0.5);
+            text(client::shortest(x), left(x), FrameBottom + 20, 0.5);
         }
         for (const double y : chart_.yTicks ? ticks(chart_.y, 8) : std::vector<double>()) {
             drawTick(FrameLeft, top(y), FrameRight, top(y));
-            text(shortest(y), FrameLeft - 8, top(y) + 5, 1.0);
+            text(client::shortest(y), FrameLeft - 8, top(y) + 5, 1.0);
         }
         line(FrameLeft, FrameTop, FrameLeft, FrameBottom);
         line(FrameLeft, FrameBottom, FrameRight, FrameBottom);
@@ -150,8 +151,8 @@ std::vector<std::string> asText(const Chart& chart, std::size_t width, std::size
     for (const Curve& curve : chart.curves) {
         drawCurve(chart, curve, canvas);
     }
-    const std::string highest = shortest(chart.y.max);
-    const std::string lowest = shortest(chart.y.min);
+    const std::string highest = client::shortest(chart.y.max);
+    const std::string lowest = client::shortest(chart.y.min);
     const std::size_t margin = std::max(highest.size(), lowest.size());
     std::vector<std::string> lines;
     for (std::size_t row = 0; row < height; ++row) {
@@ -159,8 +160,8 @@ std::vector<std::string> asText(const Chart& chart, std::size_t width, std::size
         lines.push_back(padded(bound, margin) + " |" + canvas[row]);
     }
     lines.push_back(std::string(margin, ' ') + " +" + std::string(width, '-'));
-    const std::string first = shortest(chart.x.min);
-    const std::string last = shortest(chart.x.max) + (chart.x.label.empty() ? "" : " " + chart.x.label);
+    const std::string first = client::shortest(chart.x.min);
+    const std::string last = client::shortest(chart.x.max) + (chart.x.label.empty() ? "" : " " + chart.x.label);
     lines.push_back(std::string(margin + 2, ' ') + first + padded(last, width - std::min(width, first.size())));
     for (std::string& line : lines) {
         line.erase(line.find_last_not_of(' ') + 1);

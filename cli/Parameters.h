@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "client/Applet.h"
 #include "quillon/PublicParameters.h"
+#include "quillon/client/Applet.h"
 
 namespace quillon::cli {
 

@@ -28,7 +28,5 @@ Json toJson(const Refusal& refusal);
 /// What a parameter accepts by its record: "4 to 16384 pixel in steps of 4", "FG_OFF (0), FG_ON (1)". Empty without
 /// one.
 std::string acceptedValues(const Parameter& parameter);
-/// Why the range of a parameter is what it is, for those whose range follows other parameters; empty for all others.
-std::string rangeReason(const std::string& name);
 
 }  // namespace quillon::cli

@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "client/Applet.h"
+#include "quillon/client/Applet.h"
+#include "quillon/client/SoftBoard.h"
 
 namespace quillon::cli {
 

@@ -5,7 +5,7 @@
 
 #include "cli/Terminal.h"
 #include "cli/Values.h"
-#include "client/SoftBoard.h"
+#include "quillon/client/SoftBoard.h"
 
 namespace quillon::cli {
 

@@ -8,7 +8,7 @@
 #include "cli/Arguments.h"
 #include "cli/ExitStatus.h"
 #include "cli/Suggestions.h"
-#include "client/Text.h"
+#include "quillon/client/Text.h"
 
 template class nlohmann::basic_json<nlohmann::ordered_map>;
 
@@ -123,7 +123,7 @@ std::string numberInWords(const Value& value) {
     if (const auto* whole = std::get_if<std::uint64_t>(&value)) {
         return std::to_string(*whole);
     }
-    return shortest(std::get<double>(value));
+    return client::shortest(std::get<double>(value));
 }
 
 }  // namespace
@@ -227,12 +227,6 @@ Json toJson(const Value& value) {
             }
         },
         value);
-}
-
-std::string shortest(double number) {
-    std::array<char, 64> buffer{};
-    const auto [end, failure] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
-    return std::string(buffer.data(), failure == std::errc{} ? end : buffer.data());
 }
 
 }  // namespace quillon::cli

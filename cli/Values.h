@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "cli/Parameters.h"
-#include "client/Applet.h"
+#include "quillon/client/Applet.h"
 
 // Compiled once, in Values.cpp.
 extern template class nlohmann::basic_json<nlohmann::ordered_map>;
@@ -35,8 +35,5 @@ std::string inWords(const Parameter& parameter, const Value& value);
 Json toJson(const Value& value);
 /// The name of the enumerator that the value is, or nothing.
 std::string enumeratorOf(const Parameter& parameter, const Value& value);
-
-/// The shortest decimal form that reads back as the same number.
-std::string shortest(double number);
 
 }  // namespace quillon::cli

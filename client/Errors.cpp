@@ -1,7 +1,8 @@
-#include "client/Errors.h"
+#include "quillon/client/Errors.h"
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 #include "quillon/ErrorCode.h"
 #include "softboard/softboard.h"
@@ -56,5 +57,33 @@ CallError::CallError(const std::string& function, int answeredCode)
 
 ParameterError::ParameterError(const std::string& function, int parameterId, int answeredCode)
     : CallError(function + " of parameter " + std::to_string(parameterId), answeredCode), id(parameterId) {}
+
+ParameterError::ParameterError(const std::string& function, std::string_view name)
+    : CallError(function + " of \"" + std::string(name) + "\", which is no parameter,", InvalidParameter) {}
+
+ParameterError::ParameterError(int parameterId, int answeredCode, const std::string& words)
+    : CallError(words, answeredCode, Whole{}), id(parameterId) {}
+
+namespace {
+
+std::string refusalInWords(const std::string& name, const std::string& value, int code, const std::string& accepted,
+                           const std::string& reason) {
+    return name + " = " + value + " was refused: " + describeCode(code) + ", " + std::string(codeText(code).sentence) +
+           (accepted.empty() ? "" : "\n  accepted: " + accepted) + (reason.empty() ? "" : "\n  because:  " + reason);
+}
+
+}  // namespace
+
+Refused::Refused(int parameterId, std::string parameterName, const std::string& value, int answeredCode,
+                 std::string acceptedValues, std::string rangeReason)
+    : ParameterError(parameterId, answeredCode,
+                     refusalInWords(parameterName, value, answeredCode, acceptedValues, rangeReason)),
+      name(std::move(parameterName)),
+      accepted(std::move(acceptedValues)),
+      reason(std::move(rangeReason)) {}
+
+bool isAboutTheValue(int code) {
+    return code == ValueOutOfRange || code == ValueNotAligned || code == ValueNotInList;
+}
 
 }  // namespace quillon::client

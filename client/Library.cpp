@@ -1,16 +1,18 @@
-#include "client/Library.h"
+#include "quillon/client/Library.h"
 
 #include <array>
 #include <utility>
 #include <vector>
 
-#include "client/Errors.h"
 #include "client/SharedLibrary.h"
 #include "quillon/ErrorCode.h"
+#include "quillon/client/Errors.h"
 
 namespace quillon::client {
 
 namespace {
+
+constexpr const char* AppletFile = "libQuillon.so";
 
 // In this order: each needs those before it. A library that is loaded satisfies every later demand for its SONAME, the
 // applet's own dlopen of the SDK included.
@@ -19,8 +21,8 @@ constexpr std::array standIns{"libsoftboard.so", "libtavrt.so", "liborlo_hw.so",
 }  // namespace
 
 struct Library::Loaded {
-    explicit Loaded(std::vector<SharedLibrary> needed, const std::filesystem::path& file)
-        : standInLibraries(std::move(needed)), applet(file) {
+    Loaded(std::vector<SharedLibrary> needed, SharedLibrary library)
+        : standInLibraries(std::move(needed)), applet(std::move(library)) {
 #define QUILLON_EXPORT(name) applet.resolve(#name, functions.name);
 #include "quillon/Exports.def"
 #undef QUILLON_EXPORT
@@ -34,7 +36,8 @@ struct Library::Loaded {
 Library::Library(std::shared_ptr<const Loaded> loaded) : loaded_(std::move(loaded)) {}
 
 Library Library::open(const std::filesystem::path& file) {
-    return Library(std::make_shared<const Loaded>(std::vector<SharedLibrary>(), std::filesystem::absolute(file)));
+    return Library(
+        std::make_shared<const Loaded>(std::vector<SharedLibrary>(), SharedLibrary(std::filesystem::absolute(file))));
 }
 
 Library Library::open(const std::filesystem::path& file, const std::filesystem::path& standInDirectory) {
@@ -43,7 +46,11 @@ Library Library::open(const std::filesystem::path& file, const std::filesystem::
     for (const char* name : standIns) {
         needed.emplace_back(std::filesystem::absolute(standInDirectory) / name);
     }
-    return Library(std::make_shared<const Loaded>(std::move(needed), std::filesystem::absolute(file)));
+    return Library(std::make_shared<const Loaded>(std::move(needed), SharedLibrary(std::filesystem::absolute(file))));
+}
+
+Library Library::loaded() {
+    return Library(std::make_shared<const Loaded>(std::vector<SharedLibrary>(), SharedLibrary::loaded(AppletFile)));
 }
 
 const Functions& Library::functions() const {

@@ -1,10 +1,10 @@
-#include "client/ParameterRecord.h"
+#include "quillon/client/ParameterRecord.h"
 
 #include <algorithm>
 
-#include "client/Errors.h"
 #include "quillon/LiveField.h"
 #include "quillon/RegisterInfo.h"
+#include "quillon/client/Errors.h"
 
 namespace quillon::client {
 
@@ -90,6 +90,24 @@ ParameterRecord copyRecord(const RegisterInfo& record) {
     copy.depth = record.depth;
     copyValuePart(record, copy);
     return copy;
+}
+
+const RegisterInfo* findRecord(const RegisterInfo* head, std::int32_t id) {
+    for (const RegisterInfo* record = head; record != nullptr; record = record->next) {
+        if (record->type != RegisterTypeGroup) {
+            if (record->parameterId == id) {
+                return record;
+            }
+            continue;
+        }
+        for (std::int32_t i = 0; i < record->as.group.childCount; ++i) {
+            // A record below the top has no next, so that each child is a list of its own.
+            if (const RegisterInfo* found = findRecord(record->as.group.children[i], id)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
 }
 
 const ParameterRecord* findRecord(const std::vector<ParameterRecord>& trees, std::int32_t id) {

@@ -1,11 +1,12 @@
 #include "client/SharedLibrary.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <string>
 #include <utility>
 
-#include "client/Errors.h"
+#include "quillon/client/Errors.h"
 
 namespace quillon::client {
 
@@ -20,6 +21,18 @@ SharedLibrary::SharedLibrary(const std::filesystem::path& file)
         }
         throw LibraryError("cannot load " + file.string() + ": " + reason);
     }
+}
+
+SharedLibrary::SharedLibrary(std::filesystem::path file, void* handle) : file_(std::move(file)), handle_(handle) {}
+
+SharedLibrary SharedLibrary::loaded(const char* name) {
+    void* const handle = dlopen(name, RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
+    if (handle == nullptr) {
+        throw LibraryError(std::string("this process has not loaded ") + name);
+    }
+    struct link_map* map = nullptr;
+    const bool located = dlinfo(handle, RTLD_DI_LINKMAP, &map) == 0;
+    return SharedLibrary(located ? map->l_name : name, handle);
 }
 
 SharedLibrary::SharedLibrary(SharedLibrary&& other) noexcept

@@ -10,6 +10,8 @@ public:
     /// Loads `file` with all its symbols bound and none of them offered to other libraries.
     /// Throws LibraryError with the loader's own words.
     explicit SharedLibrary(const std::filesystem::path& file);
+    /// The library of this SONAME that the process has loaded already. Throws LibraryError if there is none.
+    static SharedLibrary loaded(const char* name);
     SharedLibrary(SharedLibrary&& other) noexcept;
     SharedLibrary& operator=(SharedLibrary&& other) noexcept;
     ~SharedLibrary();
@@ -26,6 +28,8 @@ public:
     const std::filesystem::path& file() const { return file_; }
 
 private:
+    SharedLibrary(std::filesystem::path file, void* handle);
+
     std::filesystem::path file_;
     void* handle_ = nullptr;
 };

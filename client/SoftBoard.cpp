@@ -1,10 +1,10 @@
-#include "client/SoftBoard.h"
+#include "quillon/client/SoftBoard.h"
 
 #include <array>
 #include <utility>
 
-#include "client/Errors.h"
 #include "client/SharedLibrary.h"
+#include "quillon/client/Errors.h"
 #include "softboard/softboard.h"
 
 namespace quillon::client {

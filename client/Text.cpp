@@ -1,4 +1,8 @@
-#include "client/Text.h"
+#include "quillon/client/Text.h"
+
+#include <array>
+#include <charconv>
+#include <system_error>
 
 namespace quillon::client {
 
@@ -15,6 +19,12 @@ std::string utf8(std::string_view latin1) {
         }
     }
     return text;
+}
+
+std::string shortest(double number) {
+    std::array<char, 64> buffer{};
+    const auto [end, failure] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+    return std::string(buffer.data(), failure == std::errc{} ? end : buffer.data());
 }
 
 }  // namespace quillon::client

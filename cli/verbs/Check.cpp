@@ -8,6 +8,7 @@
 #include "cli/Refusals.h"
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
+#include "quillon/client/Text.h"
 
 namespace quillon::cli {
 
@@ -217,8 +218,8 @@ private:
             const std::string range =
                 bounds.most == AnyRate
                     ? "more than 0"
-                    : shortest(bounds.least) + " to " +
-                          inWords(parsed->first, parseValue(applet_, parsed->first, shortest(bounds.most)));
+                    : client::shortest(bounds.least) + " to " +
+                          inWords(parsed->first, parseValue(applet_, parsed->first, client::shortest(bounds.most)));
             complain(line.number, line.key,
                      inWords(parsed->first, parsed->second) + " is accepted in no speed mode\n  accepted: " + range);
         }

@@ -3,7 +3,8 @@
 #include "cli/Refusals.h"
 #include "cli/Trace.h"
 #include "cli/Verb.h"
-#include "client/Text.h"
+#include "quillon/client/Accepted.h"
+#include "quillon/client/Text.h"
 
 namespace quillon::cli {
 
@@ -49,7 +50,7 @@ Description describe(Session& session, const Parameter& parameter) {
     description.label = parameter.record ? client::utf8(parameter.record->label) : "";
     description.access = accessText(parameter);
     description.accepted = acceptedValues(parameter);
-    description.reason = rangeReason(parameter.name);
+    description.reason = client::rangeReason(parameter.name);
     Value value;
     int code = 0;
     description.readFrom =

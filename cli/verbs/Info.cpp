@@ -2,8 +2,8 @@
 
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
-#include "client/Errors.h"
 #include "quillon/Enumerators.h"
+#include "quillon/client/Errors.h"
 
 namespace quillon::cli {
 

@@ -3,7 +3,7 @@
 #include "cli/Refusals.h"
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
-#include "client/Text.h"
+#include "quillon/client/Text.h"
 
 namespace quillon::cli {
 

@@ -1,6 +1,7 @@
 #include "cli/Refusals.h"
 #include "cli/Verb.h"
-#include "client/Text.h"
+#include "quillon/client/Accepted.h"
+#include "quillon/client/Text.h"
 
 namespace quillon::cli {
 
@@ -59,7 +60,7 @@ private:
         const std::string access = std::string(record.readable ? "r" : "-") + (record.writable ? "w" : "-");
         const std::string text = client::utf8(applet_.readDescription(record.symbol));
         const std::string meaning = client::utf8(record.label) + (text.empty() ? "" : ". " + text);
-        const std::string reason = rangeReason(record.symbol);
+        const std::string reason(client::rangeReason(record.symbol));
         out_ << "| `" << record.symbol << "` | " << record.id << " | " << access << " | "
              << cell(acceptedValues(parameter)) << (reason.empty() ? "" : "; " + cell(reason)) << " | "
              << cell(startValue(parameter)) << " | " << cell(meaning) << " |\n";

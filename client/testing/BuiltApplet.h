@@ -5,9 +5,9 @@
 
 #include <filesystem>
 
-#include "client/Applet.h"
-#include "client/Library.h"
-#include "client/SoftBoard.h"
+#include "quillon/client/Applet.h"
+#include "quillon/client/Library.h"
+#include "quillon/client/SoftBoard.h"
 
 namespace quillon::client::testing {
 

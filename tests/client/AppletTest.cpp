@@ -1,4 +1,4 @@
-#include "client/Applet.h"
+#include "quillon/client/Applet.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>

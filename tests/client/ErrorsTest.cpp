@@ -1,4 +1,4 @@
-#include "client/Errors.h"
+#include "quillon/client/Errors.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "client/Library.h"
+#include "quillon/client/Library.h"
 
 #include <gmock/gmock.h>
 
 #include <cstring>
 
-#include "client/Errors.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/client/Errors.h"
 
 namespace quillon::client {
 namespace {

@@ -1,12 +1,12 @@
-#include "client/ParameterRecord.h"
+#include "quillon/client/ParameterRecord.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <string>
 
-#include "client/Errors.h"
 #include "quillon/RegisterInfo.h"
+#include "quillon/client/Errors.h"
 
 namespace quillon::client {
 namespace {

@@ -1,9 +1,9 @@
-#include "client/SoftBoard.h"
+#include "quillon/client/SoftBoard.h"
 
 #include <gmock/gmock.h>
 
-#include "client/Errors.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/client/Errors.h"
 
 namespace quillon::client {
 namespace {

@@ -1,4 +1,4 @@
-#include "client/Text.h"
+#include "quillon/client/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -256,8 +256,8 @@ TEST_F(DebugInjection, HasTheSdkSaveItsConfigurationAndIgnoresItsAnswer) {
 
 TEST_F(DebugInjection, RefusesANullText) {
     open();
-    EXPECT_EQ(applet->set(FG_DEBUGFILE, nullptr, 0, FgTypeString), -2070);
-    EXPECT_EQ(applet->set(FG_DEBUGSAVECONFIG, nullptr, 0, FgTypeString), -2070);
+    EXPECT_EQ(applet->setWithType(FG_DEBUGFILE, nullptr, 0, FgTypeString), -2070);
+    EXPECT_EQ(applet->setWithType(FG_DEBUGSAVECONFIG, nullptr, 0, FgTypeString), -2070);
     EXPECT_THAT(board.calls(), testing::Not(Contains(testing::HasSubstr("Fg_saveConfig"))));
 }
 

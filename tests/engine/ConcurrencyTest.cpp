@@ -60,8 +60,8 @@ TEST(Threads, ReadAndReleaseStringsOfOneWrapper) {
     onEightThreads([&](int) {
         for (int i = 0; i < 500; ++i) {
             char* texts[2] = {};
-            failures += built.applet.get(FG_TAV_FILE, &texts[0], 0, FgTypeString) == 0 ? 0 : 1;
-            failures += built.applet.get(FG_LUT_CUSTOM_FILE, &texts[1], 0, FgTypeString) == 0 ? 0 : 1;
+            failures += built.applet.getWithType(FG_TAV_FILE, &texts[0], 0, FgTypeString) == 0 ? 0 : 1;
+            failures += built.applet.getWithType(FG_LUT_CUSTOM_FILE, &texts[1], 0, FgTypeString) == 0 ? 0 : 1;
             failures += std::string(texts[0]) == "Quillon.tav" && std::string(texts[1]).empty() ? 0 : 1;
             for (char* const text : texts) {
                 failures += built.applet.freeText(24108, text, 0, FgTypeString) == 0 ? 0 : 1;
@@ -78,8 +78,8 @@ TEST(Threads, AreRefusedAndLogOnOneWrapper) {
     BuiltApplet built;
     onEightThreads([&](int) {
         for (int i = 0; i < 20; ++i) {
-            built.applet.setInt(FG_PIXELDEPTH, 1);
-            built.applet.setInt(FG_WIDTH, 3);
+            EXPECT_EQ(built.applet.setInt(FG_PIXELDEPTH, 1), -12);
+            EXPECT_EQ(built.applet.setInt(FG_WIDTH, 3), -6000);
         }
     });
     EXPECT_EQ(log.lines().size(), 160U);
@@ -162,7 +162,8 @@ TEST_F(HeldLock, KeepsNeitherTablesNorForwardersNorTheLastErrorWaiting) {
 
 TEST_F(HeldLock, KeepsANullValueFromWaiting) {
     int result = 0;
-    whileHeld([&] { std::thread([&] { result = built.applet.get(FG_WIDTH, nullptr, 0, FgTypeInt32); }).join(); });
+    whileHeld(
+        [&] { std::thread([&] { result = built.applet.getWithType(FG_WIDTH, nullptr, 0, FgTypeInt32); }).join(); });
     EXPECT_EQ(result, -2070);
 }
 

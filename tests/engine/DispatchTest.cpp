@@ -26,10 +26,10 @@ protected:
     void SetUp() override { built.board.clearTranscript(); }
 
     int set(int id, unsigned dma = 0, FgParamTypes type = FgTypeInt32) {
-        return built.applet.set(id, buffer.data(), dma, type);
+        return built.applet.setWithType(id, buffer.data(), dma, type);
     }
     int get(int id, unsigned dma = 0, FgParamTypes type = FgTypeInt32) {
-        return built.applet.get(id, buffer.data(), dma, type);
+        return built.applet.getWithType(id, buffer.data(), dma, type);
     }
     int lastError() { return built.applet.lastError(); }
 
@@ -166,10 +166,10 @@ TEST_F(Dispatch, BothDirectionsKnowAll164Parameters) {
     for (int position = 0; position < 163; ++position) {
         const int id = built.applet.parameterIdAt(position);
         std::array<char, 4096> place{};
-        built.applet.get(id, place.data(), 0, FgTypeCharBuffer);
+        built.applet.getWithType(id, place.data(), 0, FgTypeCharBuffer);
     }
     std::array<char, 4096> name{};
-    built.applet.get(FG_PARAM_DESCR, name.data(), 0, FgTypeCharBuffer);
+    built.applet.getWithType(FG_PARAM_DESCR, name.data(), 0, FgTypeCharBuffer);
     EXPECT_THAT(log.lines(), Not(Contains(HasSubstr("unknown SDK parameter"))));
 }
 
@@ -199,8 +199,8 @@ TEST_F(Dispatch, UnwrappedCallsHandProcessAndTypeOn) {
 }
 
 TEST_F(Dispatch, UnwrappedNullValuesStopBeforeTheSdk) {
-    EXPECT_EQ(built.applet.get(2000601, nullptr, 0, FgTypeInt32), -2070);
-    EXPECT_EQ(built.applet.set(2000601, nullptr, 0, FgTypeInt32), -2070);
+    EXPECT_EQ(built.applet.getWithType(2000601, nullptr, 0, FgTypeInt32), -2070);
+    EXPECT_EQ(built.applet.setWithType(2000601, nullptr, 0, FgTypeInt32), -2070);
     EXPECT_EQ(lastError(), -2070);
     EXPECT_THAT(built.board.transcript(), IsEmpty());
 }
@@ -234,9 +234,9 @@ TEST_F(Dispatch, TheTypeIsNoConversion) {
         EXPECT_EQ(set(FG_WIDTH, 0, FgParamTypes{type}), 0) << type;
         EXPECT_EQ(built.applet.readInt(FG_WIDTH), 2048) << type;
         const double period = 100.0;
-        EXPECT_EQ(built.applet.set(FG_LINEPERIODE, &period, 0, FgParamTypes{type}), 0) << type;
+        EXPECT_EQ(built.applet.setWithType(FG_LINEPERIODE, &period, 0, FgParamTypes{type}), 0) << type;
         double answer = 0.0;
-        EXPECT_EQ(built.applet.get(FG_LINEPERIODE, &answer, 0, FgParamTypes{type}), 0) << type;
+        EXPECT_EQ(built.applet.getWithType(FG_LINEPERIODE, &answer, 0, FgParamTypes{type}), 0) << type;
         EXPECT_EQ(answer, 100.0);
     }
 }
@@ -322,7 +322,7 @@ TEST_F(Dispatch, ARunOfATableMustLieInIt) {
     std::vector<std::uint32_t> values(16385);
     const auto getRun = [&](std::uint32_t index, std::uint32_t count) {
         FieldParameterAccess access{FgTypeUInt32, index, count, values.data()};
-        return built.applet.get(FG_LUT_VALUE_RED, &access, 0, FgTypeFieldAccess);
+        return built.applet.getWithType(FG_LUT_VALUE_RED, &access, 0, FgTypeFieldAccess);
     };
     EXPECT_EQ(getRun(0, 16384), 0);
     EXPECT_EQ(getRun(16380, 4), 0);

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "client/ParameterRecord.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/client/ParameterRecord.h"
 #include "tests/support/CapturedLog.h"
 #include "tests/support/Surroundings.h"
 

@@ -31,12 +31,12 @@ protected:
     void SetUp() override { built.board.clearTranscript(); }
 
     int set(int id, std::uint64_t value, unsigned dma = 0, FgParamTypes type = FgTypeUInt32) {
-        return built.applet.set(id, &value, dma, type);
+        return built.applet.setWithType(id, &value, dma, type);
     }
     /// Reads into a place that is filled with fives before.
     int get(int id, unsigned dma = 0, FgParamTypes type = FgTypeUInt32) {
         place = 0x5555555555555555;
-        return built.applet.get(id, &place, dma, type);
+        return built.applet.getWithType(id, &place, dma, type);
     }
 
     const test::Variable enable{"ORLO_ENABLE_DRA", "on"};
@@ -123,8 +123,8 @@ TEST_F(Registers, EndWhereTheSdksParametersBegin) {
 }
 
 TEST_F(Registers, TakeNoNullValue) {
-    EXPECT_EQ(built.applet.get(ScratchId, nullptr, 0, FgTypeUInt32), -2070);
-    EXPECT_EQ(built.applet.set(ScratchId, nullptr, 0, FgTypeUInt32), -2070);
+    EXPECT_EQ(built.applet.getWithType(ScratchId, nullptr, 0, FgTypeUInt32), -2070);
+    EXPECT_EQ(built.applet.setWithType(ScratchId, nullptr, 0, FgTypeUInt32), -2070);
     EXPECT_THAT(built.board.accesses(), IsEmpty());
 }
 
@@ -133,8 +133,8 @@ TEST(RegistersWithoutTheSwitch, AreUnknownParameters) {
     BuiltApplet built(1);
     built.board.clearTranscript();
     std::uint64_t value = 5;
-    EXPECT_EQ(built.applet.get(1000001, &value, 0, FgTypeUInt32), -2070);
-    EXPECT_EQ(built.applet.set(1000005, &value, 0, FgTypeUInt32), -2070);
+    EXPECT_EQ(built.applet.getWithType(1000001, &value, 0, FgTypeUInt32), -2070);
+    EXPECT_EQ(built.applet.setWithType(1000005, &value, 0, FgTypeUInt32), -2070);
     EXPECT_THAT(log.lines(),
                 ElementsAre("4 orlo.wrapper.Quillon trying to get unknown SDK parameter '1000001' on process 0!",
                             "4 orlo.wrapper.Quillon trying to set unknown SDK parameter '1000005' on process 0!"));
@@ -186,8 +186,8 @@ TEST_F(NoRegisters, LeaveTheirGroupInTheCatalogueEmpty) {
 TEST_F(NoRegisters, AreStillBoardAccesssToRefuse) {
     open();
     std::uint32_t value = 5;
-    EXPECT_EQ(built->applet.get(1000001, &value, 0, FgTypeUInt32), -9002);
-    EXPECT_EQ(built->applet.set(1000001, &value, 0, FgTypeUInt32), -9002);
+    EXPECT_EQ(built->applet.getWithType(1000001, &value, 0, FgTypeUInt32), -9002);
+    EXPECT_EQ(built->applet.setWithType(1000001, &value, 0, FgTypeUInt32), -9002);
     EXPECT_EQ(value, 5U);
 }
 

@@ -24,7 +24,7 @@ protected:
     /// A text as it is handed out.
     char* handedOut(int id) {
         char* text = nullptr;
-        EXPECT_EQ(built.applet.get(id, &text, 0, FgTypeString), 0);
+        EXPECT_EQ(built.applet.getWithType(id, &text, 0, FgTypeString), 0);
         return text;
     }
     int release(void* text, int id = FG_TAV_FILE, unsigned dma = 0) {
@@ -38,7 +38,7 @@ protected:
 TEST_F(Strings, AreCopiedIntoACallersBufferByAnyOtherType) {
     for (const int type : {0, 1, 2, 5, 6, 4096}) {
         std::array<char, 64> buffer{};
-        EXPECT_EQ(built.applet.get(FG_TAV_FILE, buffer.data(), 0, FgParamTypes{type}), 0);
+        EXPECT_EQ(built.applet.getWithType(FG_TAV_FILE, buffer.data(), 0, FgParamTypes{type}), 0);
         EXPECT_STREQ(buffer.data(), "Quillon.tav");
     }
 }
@@ -62,7 +62,7 @@ TEST_F(Strings, OfTheDesignAreReadAsTexts) {
 TEST_F(Strings, ThatTheDesignRefusesAreNotHandedOut) {
     built.board.planFault("Device1_Process0_AppletProperties_AppletUid", Direction::Read, 1, -44);
     char* text = nullptr;
-    EXPECT_EQ(built.applet.get(FG_APPLET_ID, &text, 0, FgTypeString), -44);
+    EXPECT_EQ(built.applet.getWithType(FG_APPLET_ID, &text, 0, FgTypeString), -44);
     EXPECT_EQ(text, nullptr);
     EXPECT_EQ(lastError(), -44);
 }
@@ -74,7 +74,7 @@ TEST_F(Strings, OfTheDesignMayBeAMegabyteLong) {
     EXPECT_EQ(std::strlen(text), 655'360U);  // as much as the applet hands out
     EXPECT_EQ(release(text), 0);
     std::vector<char> buffer(megabyte.size() + 1);
-    EXPECT_EQ(built.applet.get(FG_APPLET_ID, buffer.data(), 0, FgTypeCharBuffer), 0);
+    EXPECT_EQ(built.applet.getWithType(FG_APPLET_ID, buffer.data(), 0, FgTypeCharBuffer), 0);
     EXPECT_EQ(buffer.data(), megabyte);
 }
 
@@ -101,7 +101,7 @@ TEST_F(Strings, AreReleasedUnderAnyId) {
 
 TEST_F(Strings, AreNotReleasedByTheirPlace) {
     char* text = nullptr;
-    ASSERT_EQ(built.applet.get(FG_TAV_FILE, &text, 0, FgTypeString), 0);
+    ASSERT_EQ(built.applet.getWithType(FG_TAV_FILE, &text, 0, FgTypeString), 0);
     EXPECT_EQ(release(&text), -2070);
     EXPECT_EQ(lastError(), -2070);
     EXPECT_STREQ(text, "Quillon.tav");
@@ -171,7 +171,7 @@ TEST_F(Strings, OfTheSdkGoBackToTheSdkAndRecordNothing) {
 
 TEST_F(Strings, ReadUnwrappedGoBackUnwrappedAndRecordTheResult) {
     char* text = nullptr;
-    ASSERT_EQ(built.applet.get(2027001, &text, 0, FgTypeString), 0);
+    ASSERT_EQ(built.applet.getWithType(2027001, &text, 0, FgTypeString), 0);
     EXPECT_STREQ(text, "5.7.0 (software board)");
     EXPECT_EQ(release(text), -2070);  // not the applet's own
     EXPECT_EQ(release(text, 2027001), 0);
@@ -193,7 +193,7 @@ TEST_F(Strings, ThatAreNeverReleasedGoWithTheWrapper) {
 TEST_F(Strings, ADescriptionReplacesTheNameInPlace) {
     std::array<char, 512> buffer{};
     std::strcpy(buffer.data(), "FG_TAV_FILE");
-    EXPECT_EQ(built.applet.get(FG_PARAM_DESCR, buffer.data(), 0, FgTypeCharBuffer), 0);
+    EXPECT_EQ(built.applet.getWithType(FG_PARAM_DESCR, buffer.data(), 0, FgTypeCharBuffer), 0);
     EXPECT_STREQ(buffer.data(), "The name of the Hardware-Applet (TAV) file on which this Marlets is based.");
 }
 
@@ -202,7 +202,7 @@ TEST_F(Strings, ADescriptionIsHandedOutOverTheName) {
         char name[16];
         char* text;
     } slot = {"FG_LINEORDER"};
-    EXPECT_EQ(built.applet.get(FG_PARAM_DESCR, &slot, 0, FgTypeString), 0);
+    EXPECT_EQ(built.applet.getWithType(FG_PARAM_DESCR, &slot, 0, FgTypeString), 0);
     EXPECT_STREQ(slot.text, "Order of lines of type R, G and B");
     EXPECT_EQ(release(slot.text, FG_PARAM_DESCR), 0);
 }
@@ -213,7 +213,7 @@ TEST_F(Strings, AnUnknownNameIsDescribedByAHyphen) {
     EXPECT_EQ(built.applet.readDescription("FG_PARAM_DESCR"), "-");
     EXPECT_EQ(lastError(), 0);
     std::array<char, 16> buffer{"FG_NOTHING"};
-    EXPECT_EQ(built.applet.get(FG_PARAM_DESCR, buffer.data(), 0, FgTypeCharBuffer), 0);
+    EXPECT_EQ(built.applet.getWithType(FG_PARAM_DESCR, buffer.data(), 0, FgTypeCharBuffer), 0);
     EXPECT_STREQ(buffer.data(), "-");
 }
 
@@ -243,7 +243,7 @@ TEST_F(Strings, TheToldDescriptions) {
 
 TEST_F(Strings, ADescriptionOfAnUnknownProcessIsRefused) {
     std::array<char, 512> buffer{"FG_TAV_FILE"};
-    EXPECT_EQ(built.applet.get(FG_PARAM_DESCR, buffer.data(), 1, FgTypeCharBuffer), -2070);
+    EXPECT_EQ(built.applet.getWithType(FG_PARAM_DESCR, buffer.data(), 1, FgTypeCharBuffer), -2070);
     EXPECT_STREQ(buffer.data(), "FG_TAV_FILE");
 }
 

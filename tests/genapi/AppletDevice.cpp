@@ -76,7 +76,7 @@ gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buff
     if (type == 0) {
         return mistake(error, "no " + registerText(address, size));
     }
-    const int code = applet.get(id, buffer, 0, type);
+    const int code = applet.getWithType(id, buffer, 0, type);
     return code == 0 || refuse(error, code, "a get of " + std::to_string(id));
 }
 
@@ -93,7 +93,7 @@ gboolean writeMemory(ArvDevice* device, guint64 address, guint32 size, void* buf
         if (type == 0) {
             return mistake(error, "no " + registerText(address, size));
         }
-        code = applet.set(id, buffer, 0, type);
+        code = applet.setWithType(id, buffer, 0, type);
     }
     return code == 0 || refuse(error, code, "a set of " + std::to_string(id));
 }

@@ -5,7 +5,7 @@
 
 #include <arv.h>
 
-#include "client/Applet.h"
+#include "quillon/client/Applet.h"
 
 namespace quillon::genapi {
 

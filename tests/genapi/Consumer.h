@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "client/Applet.h"
+#include "quillon/client/Applet.h"
 
 namespace quillon::genapi {
 

@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <map>
 
-#include "client/Text.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/client/Text.h"
 #include "tests/genapi/Features.h"
 
 namespace quillon::genapi {

@@ -17,11 +17,11 @@ struct LookupTableValue : ::testing::Test, LookupTables {
     /// Writes `count` of `values`, taken to be of a type.
     int setField(int id, int elementType, std::uint32_t index, std::uint32_t count, const void* values) {
         const FieldParameterAccess record{FgParamTypes{elementType}, index, count, const_cast<void*>(values)};
-        return applet.set(id, &record, 0, FgTypeFieldAccess);
+        return applet.setWithType(id, &record, 0, FgTypeFieldAccess);
     }
     int getField(int id, int elementType, std::uint32_t index, std::uint32_t count, void* values) {
         FieldParameterAccess record{FgParamTypes{elementType}, index, count, values};
-        return applet.get(id, &record, 0, FgTypeFieldAccess);
+        return applet.getWithType(id, &record, 0, FgTypeFieldAccess);
     }
 };
 
@@ -61,17 +61,17 @@ TEST_F(LookupTableValue, AnEntryOutsideIsRefusedByAWriteAsRange) {
 TEST_F(LookupTableValue, AnEntryOutsideIsRefusedByAReadAsParameter) {
     for (const std::uint32_t index : {16384U, 4294967295U}) {
         FieldParameterInt_s record{77, index};
-        EXPECT_EQ(applet.get(Red, &record, 0, FgTypeFieldInt), -2070);
+        EXPECT_EQ(applet.getWithType(Red, &record, 0, FgTypeFieldInt), -2070);
         EXPECT_EQ(record.value, 77U);
     }
 }
 
 TEST_F(LookupTableValue, AnyTypeButARunMeansAnEntry) {
     const FieldParameterInt_s written{4321, 9};
-    EXPECT_EQ(applet.set(Blue, &written, 0, FgTypeInt32), 0);
+    EXPECT_EQ(applet.setWithType(Blue, &written, 0, FgTypeInt32), 0);
     EXPECT_THAT(accesses(), ElementsAre("LookupTable_B_LUTcontent = [9]=4321"));
     FieldParameterInt_s read{0, 9};
-    EXPECT_EQ(applet.get(Blue, &read, 0, FgTypeUInt32), 0);
+    EXPECT_EQ(applet.getWithType(Blue, &read, 0, FgTypeUInt32), 0);
     EXPECT_EQ(read.value, 4321U);
 }
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "client/Errors.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/client/Errors.h"
 
 namespace {
 

@@ -32,7 +32,7 @@ TEST_F(LoadedValues, ABitShiftFromAFileIsAddedWithItsSign) {
 }
 
 TEST_F(LoadedValues, ABadValueStaysInItsFieldWhileTheDesignKeepsItsOwn) {
-    built.applet.setInt(FG_LINE_DOWNSCALE, 4);
+    built.applet.set(FG_LINE_DOWNSCALE, 4);
     built.board.clearTranscript();
     EXPECT_EQ(load(withValue(start, "FG_LINE_DOWNSCALE", "0")), 0);
     EXPECT_EQ(built.applet.lastError(), 0);

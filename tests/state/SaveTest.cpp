@@ -159,7 +159,7 @@ TEST_F(Save, TheExtensionMayStandAnywhereInTheName) {
 TEST_F(Save, WhatCanNotBeCreatedIsRefused) {
     std::filesystem::create_directory(path("folder.mcf"));
     for (const std::string& name : {path("no/such/folder/state.mcf"), path("folder.mcf"), std::string()}) {
-        built.applet.setInt(FG_WIDTH, 1024);
+        built.applet.set(FG_WIDTH, 1024);
         EXPECT_EQ(built.applet.saveConfig(name), NotWritten) << name;
         EXPECT_EQ(built.applet.lastError(), NotWritten) << name;
     }

@@ -4,10 +4,10 @@
 
 #include <memory>
 
-#include "client/Library.h"
 #include "client/SharedLibrary.h"
-#include "client/SoftBoard.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/client/Library.h"
+#include "quillon/client/SoftBoard.h"
 #include "tests/support/CapturedLog.h"
 
 namespace quillon::client {

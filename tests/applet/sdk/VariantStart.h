@@ -4,8 +4,8 @@
 
 #include <gmock/gmock.h>
 
-#include "client/Applet.h"
 #include "client/testing/BuiltApplet.h"
+#include "quillon/client/Applet.h"
 #include "tests/support/CapturedLog.h"
 
 namespace quillon::client {

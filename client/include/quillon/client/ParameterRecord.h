@@ -54,6 +54,9 @@ struct ParameterRecord {
     const EnumEntry* entry(std::int32_t value) const;  ///< null if the value is not enumerated
 };
 
+/// The record of the parameter (no group) with this id in the applet's own tree, or null.
+const RegisterInfo* findRecord(const RegisterInfo* head, std::int32_t id);
+
 /// Copies a record and all that it holds. Throws Error for a type that the interface does not have.
 ParameterRecord copyRecord(const RegisterInfo& record);
 

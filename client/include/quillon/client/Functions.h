@@ -7,7 +7,7 @@
 
 namespace quillon::client {
 
-/// The exported functions, by their names.
+/// The exported functions, by their names; quillon/quillon.h tells what each does.
 struct Functions {
 #define QUILLON_EXPORT(name) decltype(&::name) name = nullptr;
 #include "quillon/Exports.def"

@@ -67,6 +67,8 @@ public:
 
     /// What Std_entry takes.
     IXdevice* device() const { return board_.get(); }
+    /// A board goes wherever a device does: Applet(library, board).
+    operator IXdevice*() const { return device(); }
     SoftBoardLibrary& library() { return library_; }
 
     std::vector<Access> transcript() const;

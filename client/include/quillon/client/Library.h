@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "client/Interface.h"
+#include "quillon/client/Functions.h"
 
 namespace quillon::client {
 
@@ -22,6 +22,10 @@ public:
     /// Loads the stand-ins of the software board from `standInDirectory` first, and then the applet, which finds them
     /// by their names. No search path needs to be set.
     static Library open(const std::filesystem::path& file, const std::filesystem::path& standInDirectory);
+
+    /// The applet that this process has loaded already, as a host has that opened one. Throws LibraryError if there is
+    /// none.
+    static Library loaded();
 
     /// The exported functions; valid as long as the library is loaded.
     const Functions& functions() const;
