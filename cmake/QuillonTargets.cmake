@@ -7,7 +7,6 @@ if(QUILLON_WERROR)
     list(APPEND quillonWarnings -Werror)
 endif()
 target_compile_options(quillon_flags INTERFACE ${quillonWarnings})
-target_include_directories(quillon_flags INTERFACE ${PROJECT_SOURCE_DIR})
 if(QUILLON_SANITIZE)
     target_compile_options(quillon_flags INTERFACE -fsanitize=${QUILLON_SANITIZE} -fno-omit-frame-pointer
                                                    -fno-sanitize-recover=all)
@@ -22,11 +21,33 @@ endif()
 add_library(quillon_vocabulary INTERFACE)
 target_include_directories(quillon_vocabulary INTERFACE ${PROJECT_SOURCE_DIR}/include)
 
-# quillon_library(NAME SOURCES... [LIBRARIES ...]): a folder of the applet as a static library, quillon_NAME.
+# quillon_sees(TARGET SCOPE FOLDER): TARGET finds the headers of FOLDER, as "FOLDER/Header.h", and those of no other folder by it: the
+# include folder holds a link to FOLDER and nothing else.
+function(quillon_sees target scope folder)
+    set(view ${CMAKE_BINARY_DIR}/views/${folder})
+    if(NOT EXISTS ${view}/${folder})
+        file(MAKE_DIRECTORY ${view})
+        file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${view}/${folder} SYMBOLIC)
+    endif()
+    target_include_directories(${target} ${scope} ${view})
+endfunction()
+
+# quillon_library(NAME SOURCES... [LIBRARIES ...]): a folder of the project as a static library, quillon_NAME. It sees its own headers
+# and those of its LIBRARIES, which must stand beneath it.
 function(quillon_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    list(FIND quillonFolders ${name} place)
+    foreach(library IN LISTS arg_LIBRARIES)
+        if(library MATCHES "^quillon_(.+)")
+            list(FIND quillonFolders ${CMAKE_MATCH_1} placeOfLibrary)
+            if(placeOfLibrary GREATER place)
+                message(FATAL_ERROR "${name}/ may not use ${CMAKE_MATCH_1}/: a folder sees only the folders beneath it")
+            endif()
+        endif()
+    endforeach()
     add_library(quillon_${name} STATIC ${arg_SOURCES})
-    target_link_libraries(quillon_${name} PUBLIC quillon_flags ${arg_LIBRARIES})
+    quillon_sees(quillon_${name} PUBLIC ${name})
+    target_link_libraries(quillon_${name} PUBLIC ${arg_LIBRARIES} PRIVATE quillon_flags)
 endfunction()
 
 # What a test's own code is compiled with: fast, and without the three checks of every pointer that it uses, which are half of its
@@ -56,6 +77,7 @@ function(quillon_test name)
         target_precompile_headers(quillon_test_headers PRIVATE ${quillonTestHeaders})
     endif()
     add_executable(${name} ${arg_SOURCES})
+    quillon_sees(${name} PRIVATE tests)
     target_link_libraries(${name} PRIVATE quillon_flags ${arg_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
     target_compile_options(${name} PRIVATE ${quillonTestOptions})
     if(arg_OWN_HEADERS)

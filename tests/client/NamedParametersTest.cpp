@@ -98,10 +98,11 @@ TEST_F(NamedParameters, ARefusalTellsTheCodeTheAcceptedValuesAndTheReason) {
     EXPECT_EQ(refused.name, "FG_WIDTH");
     EXPECT_EQ(refused.accepted, "4 to 16384 pixel in steps of 4");
     EXPECT_EQ(refused.reason, rangeReason("FG_WIDTH"));
-    EXPECT_STREQ(refused.what(),
-                 "FG_WIDTH = 2046 was refused: -7080 (ValueNotAligned), the value is not a multiple of the parameter's step\n"
-                 "  accepted: 4 to 16384 pixel in steps of 4\n"
-                 "  because:  at most 16384 less FG_XOFFSET, a multiple of 4");
+    EXPECT_STREQ(
+        refused.what(),
+        "FG_WIDTH = 2046 was refused: -7080 (ValueNotAligned), the value is not a multiple of the parameter's step\n"
+        "  accepted: 4 to 16384 pixel in steps of 4\n"
+        "  because:  at most 16384 less FG_XOFFSET, a multiple of 4");
 }
 
 TEST_F(NamedParameters, ARefusalThatIsNotAboutTheValueTellsTheCodeAlone) {

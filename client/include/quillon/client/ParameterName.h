@@ -5,8 +5,8 @@
 
 namespace quillon::client {
 
-/// A parameter as a caller names it: by its id, as FG_WIDTH, or by its name, as "FG_WIDTH". Made on the way into a call,
-/// which it must not outlive where it was made of a name.
+/// A parameter as a caller names it: by its id, as FG_WIDTH, or by its name, as "FG_WIDTH". Made on the way into a
+/// call, which it must not outlive where it was made of a name.
 class ParameterName {
 public:
     ParameterName(int id) : id_(id) {}
@@ -15,8 +15,8 @@ public:
     ParameterName(const std::string& name) : name_(name) {}
 
     bool isId() const { return name_.data() == nullptr; }
-    int id() const { return id_; }                     ///< where it is an id
-    std::string_view name() const { return name_; }    ///< where it is a name
+    int id() const { return id_; }                   ///< where it is an id
+    std::string_view name() const { return name_; }  ///< where it is a name
 
 private:
     int id_ = 0;

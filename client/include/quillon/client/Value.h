@@ -24,8 +24,7 @@ public:
     template <std::unsigned_integral Number>
     Value(Number number) : held_(std::uint64_t{number}) {}
     template <typename Enumeration>
-        requires std::is_enum_v<Enumeration>
-    Value(Enumeration number) : held_(std::int64_t{number}) {}
+    requires std::is_enum_v<Enumeration> Value(Enumeration number) : held_(std::int64_t{number}) {}
     template <std::floating_point Number>
     Value(Number number) : held_(static_cast<double>(number)) {}
     Value(const char* text) : held_(std::string(text)) {}
@@ -34,8 +33,8 @@ public:
 
     bool isText() const { return std::holds_alternative<std::string>(held_); }
 
-    /// The value as a bool, a number or a std::string; nothing if the type does not hold it: a text is no number, 70000 no
-    /// std::uint16_t, 0.5 no whole number.
+    /// The value as a bool, a number or a std::string; nothing if the type does not hold it: a text is no number, 70000
+    /// no std::uint16_t, 0.5 no whole number.
     template <typename Type>
     std::optional<Type> asIf() const;
     /// The same; throws ValueError.
