@@ -24,23 +24,39 @@ public:
     /// it got.
     void buildDebugTable();
 
-    void setDebugSource(std::uint32_t value);                        ///< index of a debug point
-    void setDebugInEnable(std::uint32_t value, bool reportErrors);   ///< FG_ON, FG_OFF
-    void setDebugFile(const char* path, bool reportErrors);          ///< the file to inject
-    void setDebugInsert(std::uint32_t value);                        ///< FG_APPLY
-    void setDebugWritePixel(std::uint64_t value);                    ///< 57 bits
-    void setDebugWriteFlag(std::uint32_t value, bool reportErrors);  ///< FG_ENDOFLINE, FG_ENDOFFRAME
-    void setDebugOutEnable(std::uint32_t value);  ///< FG_ON, FG_OFF; sent only where the point shows pixels
-    void setDebugSaveConfig(const char* path);    ///< has the SDK save its own configuration
+    /// FG_DEBUGSOURCE: index of a debug point.
+    void setDebugSource(std::uint32_t value);
+    /// FG_DEBUGINENABLE: FG_ON, FG_OFF.
+    void setDebugInEnable(std::uint32_t value, bool reportErrors);
+    /// FG_DEBUGFILE: the file to inject.
+    void setDebugFile(const char* path, bool reportErrors);
+    /// FG_DEBUGINSERT: FG_APPLY.
+    void setDebugInsert(std::uint32_t value);
+    /// FG_DEBUGWRITEPIXEL: 57 bits.
+    void setDebugWritePixel(std::uint64_t value);
+    /// FG_DEBUGWRITEFLAG: FG_ENDOFLINE, FG_ENDOFFRAME.
+    void setDebugWriteFlag(std::uint32_t value, bool reportErrors);
+    /// FG_DEBUGOUTENABLE: FG_ON, FG_OFF; sent only where the point shows pixels.
+    void setDebugOutEnable(std::uint32_t value);
+    /// FG_DEBUGSAVECONFIG: has the SDK save its own configuration.
+    void setDebugSaveConfig(const char* path);
 
+    /// FG_DEBUGSOURCENAME: of the chosen point, as the design tells it.
     const std::string& sourceName() const { return chosen().name; }
+    /// FG_DEBUGINENABLE: from the design, not as remembered.
     std::uint32_t readInEnable() const;
+    /// FG_DEBUGOUTENABLE: from the design; 0 where the point shows no pixels.
     std::uint32_t readOutEnable() const;
-    std::uint32_t readOutXPosition() const;  ///< 0 where the point shows no pixels, as for the next two
+    /// FG_DEBUGOUTXPOS: 0 where the point shows no pixels, as for the next two.
+    std::uint32_t readOutXPosition() const;
+    /// FG_DEBUGOUTYPOS: lines.
     std::uint32_t readOutYPosition() const;
+    /// FG_DEBUGOUTPIXEL: the value of the pixel there.
     std::uint32_t readOutPixel() const;
+    /// FG_DEBUGREADY: whether the point takes the next pixel.
     std::uint32_t readReady() const;
-    std::string readFile() const;  ///< from the design, not as remembered
+    /// FG_DEBUGFILE: from the design, not as remembered.
+    std::string readFile() const;
 
 private:
     void readEntry(int index);

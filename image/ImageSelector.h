@@ -13,8 +13,10 @@ class ImageSelector {
 public:
     ImageSelector(AppletState& state, DesignParameters& design) : selector_(state.imageSelector), design_(design) {}
 
-    void setImageSelectPeriod(std::int32_t value, bool reportErrors);  ///< 1 to 256, above the selected image
-    void setImageSelect(std::uint32_t value, bool reportErrors);       ///< 0 to 255, below the period
+    /// FG_IMG_SELECT_PERIOD: 1 to 256, above the selected image.
+    void setImageSelectPeriod(std::int32_t value, bool reportErrors);
+    /// FG_IMG_SELECT: 0 to 255, below the period.
+    void setImageSelect(std::uint32_t value, bool reportErrors);
 
 private:
     ImageSelectorState& selector_;

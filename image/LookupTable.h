@@ -24,17 +24,25 @@ public:
     LookupTable(AppletState& state, DesignParameters& design, ParameterRecords& records)
         : lut_(state.lookupTable), design_(design), records_(records) {}
 
-    void setLutEnable(std::uint32_t value, bool reportErrors);  ///< FG_ON, FG_OFF
-    void setLutType(std::uint32_t value, bool reportErrors);    ///< LUT_TYPE_PROCESSING, LUT_TYPE_CUSTOM
-    void setProcessingOffset(double value);                     ///< -1 to 1
-    void setProcessingGain(double value);                       ///< 0 to 16384
-    void setProcessingGamma(double value);                      ///< -1000 to 1000
-    void setProcessingInvert(std::uint32_t value);              ///< FG_ON, FG_OFF
-    void setLutCustomFile(const char* path);                    ///< loads the file where the type is LUT_TYPE_CUSTOM
-    void setLutSaveFile(const char* path);                      ///< saves the tables to the file
+    /// FG_LUT_ENABLE: FG_ON, FG_OFF.
+    void setLutEnable(std::uint32_t value, bool reportErrors);
+    /// FG_LUT_TYPE: LUT_TYPE_PROCESSING, LUT_TYPE_CUSTOM.
+    void setLutType(std::uint32_t value, bool reportErrors);
+    /// FG_PROCESSING_OFFSET: -1 to 1.
+    void setProcessingOffset(double value);
+    /// FG_PROCESSING_GAIN: 0 to 16384.
+    void setProcessingGain(double value);
+    /// FG_PROCESSING_GAMMA: -1000 to 1000.
+    void setProcessingGamma(double value);
+    /// FG_PROCESSING_INVERT: FG_ON, FG_OFF.
+    void setProcessingInvert(std::uint32_t value);
+    /// FG_LUT_CUSTOM_FILE: loads the file where the type is LUT_TYPE_CUSTOM.
+    void setLutCustomFile(const char* path);
+    /// FG_LUT_SAVE_FILE: saves the tables to the file.
+    void setLutSaveFile(const char* path);
 
-    // Entries of one colour, in the applet's table and the design's. InvalidParameter for a width of values that the
-    // tables don't have.
+    /// FG_LUT_VALUE_RED, FG_LUT_VALUE_GREEN, FG_LUT_VALUE_BLUE: entries of one colour, in the applet's table and the
+    /// design's. InvalidParameter for a width of values that the tables don't have.
     void setLutValue(Channel channel, const FieldParameterInt_s* record);
     void setLutValue(Channel channel, const FieldParameterAccess* record);
     void getLutValue(Channel channel, FieldParameterInt_s* record) const;

@@ -23,10 +23,14 @@ public:
     /// as it got; the writes that need what is missing fail then.
     void buildOutputFormatTable();
 
-    void setLineOrder(std::uint32_t value, bool reportErrors);       ///< FG_LINEORDER_...
-    void setOutputFormat(std::uint32_t value, bool reportErrors);    ///< FG_COL24 to FG_COL48
-    void setBitAlignment(std::uint32_t value, bool reportErrors);    ///< FG_..._ALIGNED or FG_CUSTOM_BIT_SHIFT_MODE
-    void setCustomBitShift(std::uint32_t value, bool reportErrors);  ///< bits, 0 to maxCustomShift of the output format
+    /// FG_LINEORDER: FG_LINEORDER_...
+    void setLineOrder(std::uint32_t value, bool reportErrors);
+    /// FG_FORMAT: FG_COL24 to FG_COL48.
+    void setOutputFormat(std::uint32_t value, bool reportErrors);
+    /// FG_BITALIGNMENT: FG_..._ALIGNED or FG_CUSTOM_BIT_SHIFT_MODE.
+    void setBitAlignment(std::uint32_t value, bool reportErrors);
+    /// FG_CUSTOM_BIT_SHIFT_RIGHT: bits, 0 to maxCustomShift of the output format.
+    void setCustomBitShift(std::uint32_t value, bool reportErrors);
 
 private:
     void readBranch(int index);

@@ -26,14 +26,22 @@ public:
     static constexpr std::uint32_t MinWidth = 4;
     static constexpr std::uint32_t Alignment = 4;  ///< of width and horizontal offset, pixels
 
-    void setWidth(std::uint32_t value, bool reportErrors);         ///< 4 to 16384 - xOffset pixels, a multiple of 4
-    void setHeight(std::uint32_t value, bool reportErrors);        ///< 1 to 1398101 lines
-    void setXOffset(std::uint32_t value, bool reportErrors);       ///< 0 to xOffsetLimit() pixels, a multiple of 4
-    void setYOffset(std::uint32_t value, bool reportErrors);       ///< 0 to 1398101 lines
-    void setSensorWidth(std::uint32_t value, bool reportErrors);   ///< 4 to 16384 pixels
-    void setSensorHeight(std::uint32_t value, bool reportErrors);  ///< 1 to 1398101 lines
-    void setVantagePoint(std::uint32_t value, bool reportErrors);  ///< FG_VANTAGEPOINT_...; bit 0: right, bit 1: bottom
-    void setPixelFormat(std::uint32_t value, bool reportErrors);   ///< RGB8 to RGB16
+    /// FG_WIDTH: 4 to 16384 - xOffset pixels, a multiple of 4.
+    void setWidth(std::uint32_t value, bool reportErrors);
+    /// FG_HEIGHT: 1 to 1398101 lines.
+    void setHeight(std::uint32_t value, bool reportErrors);
+    /// FG_XOFFSET: 0 to xOffsetLimit() pixels, a multiple of 4.
+    void setXOffset(std::uint32_t value, bool reportErrors);
+    /// FG_YOFFSET: 0 to 1398101 lines.
+    void setYOffset(std::uint32_t value, bool reportErrors);
+    /// FG_SENSORWIDTH: 4 to 16384 pixels.
+    void setSensorWidth(std::uint32_t value, bool reportErrors);
+    /// FG_SENSORHEIGHT: 1 to 1398101 lines.
+    void setSensorHeight(std::uint32_t value, bool reportErrors);
+    /// FG_VANTAGEPOINT: FG_VANTAGEPOINT_...; bit 0: right, bit 1: bottom.
+    void setVantagePoint(std::uint32_t value, bool reportErrors);
+    /// FG_PIXELFORMAT: RGB8 to RGB16.
+    void setPixelFormat(std::uint32_t value, bool reportErrors);
 
     /// The largest horizontal offset now, pixels. Reads the memory size from the design while the vantage point is at
     /// the bottom.

@@ -14,14 +14,17 @@ public:
     Status(AppletState& state, DesignParameters& design, FgIxWrapper& wrapper)
         : state_(state), design_(design), wrapper_(wrapper) {}
 
-    void setTimeout(std::int32_t value,
-                    bool reportErrors);  ///< 2 to 2147483646, else ValueOutOfRange; handed to the SDK
+    /// FG_TIMEOUT: 2 to 2147483646, else ValueOutOfRange; handed to the SDK.
+    void setTimeout(std::int32_t value, bool reportErrors);
 
-    std::uint32_t readFillLevel();             ///< percent; 100 after an overflow
-    std::uint32_t readCameraStatus();          ///< 1 with a camera, or with the simulator in its place
-    std::uint32_t readCameraStatusExtended();  ///< bit 0 camera clock to bit 4 trigger, 5 overflow, 6 and 7 the fill
-                                               ///< level in quarters
-    std::uint32_t readAlternativeBoardDetection();  ///< the inverse of what the design reads
+    /// FG_FILLLEVEL: percent; 100 after an overflow.
+    std::uint32_t readFillLevel();
+    /// FG_CAMSTATUS: 1 with a camera, or with the simulator in its place.
+    std::uint32_t readCameraStatus();
+    /// FG_CAMSTATUS_EXTENDED: bit 0 camera clock to bit 4 trigger, 5 overflow, 6 and 7 the fill level in quarters.
+    std::uint32_t readCameraStatusExtended();
+    /// FG_ALTERNATIVE_BOARD_DETECTION: the inverse of what the design reads.
+    std::uint32_t readAlternativeBoardDetection();
 
 private:
     struct CameraReads {

@@ -11,8 +11,11 @@ class WhiteBalance {
 public:
     WhiteBalance(AppletState& state, DesignParameters& design) : balance_(state.whiteBalance), design_(design) {}
 
+    /// FG_SCALINGFACTOR_RED: a factor.
     void setScalingFactorRed(double value, bool reportErrors);
+    /// FG_SCALINGFACTOR_BLUE: a factor.
     void setScalingFactorBlue(double value, bool reportErrors);
+    /// FG_SCALINGFACTOR_GREEN: a factor.
     void setScalingFactorGreen(double value, bool reportErrors);
 
 private:

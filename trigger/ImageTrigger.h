@@ -19,19 +19,30 @@ public:
                  const TriggerBlock& triggerBlock)
         : trigger_(state.imageTrigger), design_(design), records_(records), triggerBlock_(triggerBlock) {}
 
-    void setImgTriggerMode(std::int32_t value,
-                           bool reportErrors);  ///< FREE_RUN, ASYNC_TRIGGER, ASYNC_GATED, ..._MULTIFRAME
-    void setImgTriggerOn(std::int32_t value, bool reportErrors);           ///< FG_ON, FG_OFF
-    void setFlashOn(std::int32_t value, bool reportErrors);                ///< FG_ON, FG_OFF
-    void setImgTriggerAsyncHeight(std::int32_t value, bool reportErrors);  ///< 1 to 16777216 lines
-    void setImgTriggerInSrc(std::int32_t value, bool reportErrors);        ///< TRGINSRC_..., TRGINSOFTWARE
-    void setImgTriggerInPolarity(std::int32_t value, bool reportErrors);   ///< HIGH_ON_ZERO_LOW, HIGH_ON_ZERO_HIGH
-    void setImgTriggerGateDelay(std::uint32_t value, bool reportErrors);   ///< 0 to 65535 lines
-    void setImgTriggerDebouncing(double value, bool reportErrors);         ///< 0.008 to 30 us
-    void setFlashPolarity(std::int32_t value, bool reportErrors);          ///< FG_LOW, FG_HIGH
-    void setStrobePulseDelay(std::uint32_t value, bool reportErrors);      ///< 0 to 65535 lines
-    void setSendSoftwareTrigger(std::int32_t value, bool reportErrors);    ///< FG_APPLY: each write is one pulse
-    void setSetSoftwareTrigger(std::int32_t value, bool reportErrors);     ///< FG_LOW, FG_HIGH
+    /// FG_IMGTRIGGERMODE: FREE_RUN, ASYNC_TRIGGER, ASYNC_GATED, ..._MULTIFRAME.
+    void setImgTriggerMode(std::int32_t value, bool reportErrors);
+    /// FG_IMGTRIGGERON: FG_ON, FG_OFF.
+    void setImgTriggerOn(std::int32_t value, bool reportErrors);
+    /// FG_FLASHON: FG_ON, FG_OFF.
+    void setFlashOn(std::int32_t value, bool reportErrors);
+    /// FG_IMGTRIGGER_ASYNC_HEIGHT: 1 to 16777216 lines.
+    void setImgTriggerAsyncHeight(std::int32_t value, bool reportErrors);
+    /// FG_IMGTRIGGERINSRC: TRGINSRC_..., TRGINSOFTWARE.
+    void setImgTriggerInSrc(std::int32_t value, bool reportErrors);
+    /// FG_IMGTRIGGERINPOLARITY: HIGH_ON_ZERO_LOW, HIGH_ON_ZERO_HIGH.
+    void setImgTriggerInPolarity(std::int32_t value, bool reportErrors);
+    /// FG_IMGTRIGGERGATEDELAY: 0 to 65535 lines.
+    void setImgTriggerGateDelay(std::uint32_t value, bool reportErrors);
+    /// FG_IMGTRIGGERDEBOUNCING: 0.008 to 30 us.
+    void setImgTriggerDebouncing(double value, bool reportErrors);
+    /// FG_FLASH_POLARITY: FG_LOW, FG_HIGH.
+    void setFlashPolarity(std::int32_t value, bool reportErrors);
+    /// FG_STROBEPULSEDELAY: 0 to 65535 lines.
+    void setStrobePulseDelay(std::uint32_t value, bool reportErrors);
+    /// FG_SENDSOFTWARETRIGGER: FG_APPLY; each write is one pulse.
+    void setSendSoftwareTrigger(std::int32_t value, bool reportErrors);
+    /// FG_SETSOFTWARETRIGGER: FG_LOW, FG_HIGH.
+    void setSetSoftwareTrigger(std::int32_t value, bool reportErrors);
 
 private:
     ImageTriggerState& trigger_;
