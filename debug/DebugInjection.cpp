@@ -87,7 +87,7 @@ void DebugInjection::write(const char* suffix, const void* value, FgParamTypes t
 
 void DebugInjection::setDebugSource(std::uint32_t value) {
     changeField(
-        debug_.debugSource, value, true,
+        debug_.debugSource, value, Reporting,
         [&] {
             std::string text;
             require(design_.readText("Device1_Process0_Debug_Entries", text) == Success, InternalFailure);
@@ -129,7 +129,7 @@ void DebugInjection::setDebugInEnable(std::uint32_t value, bool reportErrors) {
 
 void DebugInjection::setDebugOutEnable(std::uint32_t value) {
     changeField(
-        debug_.debugOutEnable, value, true, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
+        debug_.debugOutEnable, value, Reporting, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
         [&](std::uint32_t /*previous*/) {
             if (isMonitor()) {
                 const std::uint32_t kept = read("_OperationMode", InternalFailure) & InBit;
@@ -148,7 +148,7 @@ void DebugInjection::setDebugFile(const char* path, bool reportErrors) {
 
 void DebugInjection::setDebugInsert(std::uint32_t value) {
     changeField(
-        debug_.debugInsert, value, true, [&] { require(value == FG_APPLY, ValueOutOfRange); },
+        debug_.debugInsert, value, Reporting, [&] { require(value == FG_APPLY, ValueOutOfRange); },
         [&](std::uint32_t /*previous*/) {
             read("_OperationMode", InternalFailure);  // only has to succeed
             const std::uint32_t apply = 1;
@@ -158,7 +158,7 @@ void DebugInjection::setDebugInsert(std::uint32_t value) {
 
 void DebugInjection::setDebugWritePixel(std::uint64_t value) {
     changeField(
-        debug_.debugWritePixel, value, true, [&] { require(value <= MaxPixel, ValueOutOfRange); },
+        debug_.debugWritePixel, value, Reporting, [&] { require(value <= MaxPixel, ValueOutOfRange); },
         [&](std::uint64_t /*previous*/) { write("_Inject_WritePixel", &value, FgTypeUInt64); });
 }
 

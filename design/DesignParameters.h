@@ -11,6 +11,11 @@
 
 namespace quillon {
 
+/// What `reportErrors` says of a failure: that it is thrown on to a caller who asked for the access or the write, or
+/// that it is kept, so that what goes through many of them, such as a start or a load, goes on with the next.
+inline constexpr bool Reporting = true;
+inline constexpr bool Quietly = false;
+
 /// A parameter of the design. "Process0" and "Process1" are a part of the design's naming and nothing that this layer
 /// acts on.
 enum class Ix : std::uint8_t {
@@ -48,12 +53,12 @@ public:
     void writeUnsigned(Ix parameter, std::uint32_t value) { write(parameter, &value, FgTypeUInt32); }
     void writeSigned(Ix parameter, std::int32_t value) { write(parameter, &value, FgTypeInt32); }
     void writeDouble(Ix parameter, double value) { write(parameter, &value, FgTypeDouble); }
-    void write(Ix parameter, const void* value, FgParamTypes type) { set(parameter, value, 0, type, true); }
+    void write(Ix parameter, const void* value, FgParamTypes type) { set(parameter, value, 0, type, Reporting); }
     std::uint32_t readUnsigned(Ix parameter) { return read<std::uint32_t>(parameter, FgTypeUInt32); }
     std::uint64_t readUnsigned64(Ix parameter, FgParamTypes type) { return read<std::uint64_t>(parameter, type); }
     double readDouble(Ix parameter) { return read<double>(parameter, FgTypeDouble); }
     std::string readText(Ix parameter);
-    void read(Ix parameter, void* value, FgParamTypes type) { get(parameter, value, 0, type, true); }
+    void read(Ix parameter, void* value, FgParamTypes type) { get(parameter, value, 0, type, Reporting); }
 
     // Parameters whose names are only known at run time, as the design's own texts tell them. These answer codes, throw
     // nothing and log nothing.
@@ -75,7 +80,7 @@ private:
     template <class Value>
     Value read(Ix parameter, FgParamTypes type) {
         Value value{};
-        get(parameter, &value, 0, type, true);
+        get(parameter, &value, 0, type, Reporting);
         return value;
     }
 

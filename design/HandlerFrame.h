@@ -16,8 +16,8 @@ namespace quillon {
 ///
 /// `check` refuses a bad value by throwing, before anything has changed. `apply` gets the old value; if it fails,
 /// `field` gets the old value back, and nothing else is undone: design parameters that were written keep what was
-/// written. With `reportErrors` the code is thrown on; without, the handler ends as if nothing had happened, so that a
-/// start-up or a load goes on with the next parameter.
+/// written. With `Reporting` the code is thrown on; with `Quietly` the handler ends as if nothing had happened, so that
+/// a start-up or a load goes on with the next parameter.
 template <class Field, class Check, class Apply>
 void changeField(Field& field, Field value, bool reportErrors, Check&& check, Apply&& apply) {
     try {

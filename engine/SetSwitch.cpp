@@ -9,9 +9,6 @@ namespace quillon {
 
 namespace {
 
-/// What comes through the switch is a caller's write: every refusal is told.
-constexpr bool Reporting = true;
-
 /// Takes the natural width of the handler's argument, whatever the caller's type says. A text is the pointer itself.
 template <class Value>
 Value given(const void* value) {
@@ -23,6 +20,8 @@ Value given(const void* value) {
         return taken;
     }
 }
+
+// What comes through the switch is a caller's write: every refusal is told.
 
 template <class Subject, class Value>
 void set(const void* value, Subject& subject, void (Subject::*handler)(Value, bool)) {

@@ -15,8 +15,7 @@ namespace {
 constexpr int OnlyPort = 0;
 constexpr std::size_t TextSize = 1024;
 
-/// A start and a load report no refusal: the handler puts its field back, and the next one goes on.
-constexpr bool Quietly = false;
+// A start and a load report no refusal: the handler puts its field back, and the next one goes on.
 
 /// A handler of `subject` as the visitors call it.
 template <class Subject, class Value>

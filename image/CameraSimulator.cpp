@@ -179,7 +179,7 @@ void CameraSimulator::sendFrameSize(std::uint32_t height, std::uint32_t gap) {
 
 void CameraSimulator::setSimulatorWidth(std::uint32_t value) {
     changeField(
-        simulator_.simulatorWidth, value, true,
+        simulator_.simulatorWidth, value, Reporting,
         [&] {
             require(value != 0, ValueOutOfRange);
             require(value <= widthLimit(), ValueOutOfRange);
@@ -195,7 +195,7 @@ void CameraSimulator::setSimulatorWidth(std::uint32_t value) {
 
 void CameraSimulator::setSimulatorLineGap(std::uint32_t value) {
     changeField(
-        simulator_.simulatorLineGap, value, true, [&] { require(value <= lineGapLimit(), ValueOutOfRange); },
+        simulator_.simulatorLineGap, value, Reporting, [&] { require(value <= lineGapLimit(), ValueOutOfRange); },
         [&](std::uint32_t /*previous*/) {
             sendLineSize(simulator_.activeWidth, value);
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_WIDTH, widthLimit()); });
@@ -204,7 +204,7 @@ void CameraSimulator::setSimulatorLineGap(std::uint32_t value) {
 
 void CameraSimulator::setSimulatorHeight(std::uint32_t value) {
     changeField(
-        simulator_.simulatorHeight, value, true,
+        simulator_.simulatorHeight, value, Reporting,
         [&] {
             require(value != 0, ValueOutOfRange);
             require(value <= heightLimit(), ValueOutOfRange);
@@ -222,7 +222,7 @@ void CameraSimulator::setSimulatorHeight(std::uint32_t value) {
 
 void CameraSimulator::setSimulatorFrameGap(std::uint32_t value) {
     changeField(
-        simulator_.simulatorFrameGap, value, true, [&] { require(value <= frameGapLimit(), ValueOutOfRange); },
+        simulator_.simulatorFrameGap, value, Reporting, [&] { require(value <= frameGapLimit(), ValueOutOfRange); },
         [&](std::uint32_t /*previous*/) {
             sendFrameSize(simulator_.simulatorHeight, value);
             refreshLimit([&] { records_.setMaximum(FG_CAMERASIMULATOR_HEIGHT, heightLimit()); });
@@ -233,7 +233,7 @@ void CameraSimulator::setSimulatorFrameGap(std::uint32_t value) {
 
 void CameraSimulator::setSimulatorPixelFrequency(double value) {
     changeField(
-        simulator_.simulatorPixelFrequency, value, true, [&] { requireRange(value, 0.0, HighestPixelFrequency); },
+        simulator_.simulatorPixelFrequency, value, Reporting, [&] { requireRange(value, 0.0, HighestPixelFrequency); },
         [&](double /*previous*/) {
             const std::uint32_t active = toCycles(value * 1e6 * 2000.0 * ClockPeriod * 0.03125 + 0.5);
             design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_ActivePixel_Number, active);
@@ -248,7 +248,7 @@ void CameraSimulator::setSimulatorPixelFrequency(double value) {
 
 void CameraSimulator::setSimulatorLineRate(double value) {
     changeField(
-        simulator_.simulatorLineRate, value, true, [&] { requireRange(value, LowestRate, lineRateLimit()); },
+        simulator_.simulatorLineRate, value, Reporting, [&] { requireRange(value, LowestRate, lineRateLimit()); },
         [&](double /*previous*/) {
             design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth,
                                   toCycles(0.5 + 1.0 / (value * ClockPeriod)));
@@ -262,7 +262,7 @@ void CameraSimulator::setSimulatorLineRate(double value) {
 
 void CameraSimulator::setSimulatorFrameRate(double value) {
     changeField(
-        simulator_.simulatorFrameRate, value, true, [&] { requireRange(value, LowestRate, frameRateLimit()); },
+        simulator_.simulatorFrameRate, value, Reporting, [&] { requireRange(value, LowestRate, frameRateLimit()); },
         [&](double /*previous*/) {
             design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_SequenceLength_ImageWidth,
                                   toCycles(1.0 / (value * ClockPeriod) / simulator_.simulatorHeight + 0.5));

@@ -111,7 +111,7 @@ void LookupTable::writeDesignTables() {
 template <class Value>
 void LookupTable::changeProcessing(Value& field, Value value, Value low, Value high) {
     changeField(
-        field, value, true, [&] { requireRange(value, low, high); },
+        field, value, Reporting, [&] { requireRange(value, low, high); },
         [&](Value /*previous*/) {
             if (lut_.lutType == LUT_TYPE_PROCESSING) {
                 pushProcessingLut();
@@ -196,14 +196,14 @@ void LookupTable::loadLutFile(const std::string& path) {
 void LookupTable::setLutCustomFile(const char* path) {
     require(path != nullptr, ValueOutOfRange);
     changeField(
-        lut_.lutCustomFile, std::string(path), true, [] {},
+        lut_.lutCustomFile, std::string(path), Reporting, [] {},
         [&](const std::string& /*previous*/) { loadLutFile(lut_.lutCustomFile); });
 }
 
 void LookupTable::setLutSaveFile(const char* path) {
     require(path != nullptr, ValueOutOfRange);
     changeField(
-        lut_.lutSaveFile, std::string(path), true, [] {},
+        lut_.lutSaveFile, std::string(path), Reporting, [] {},
         [&](const std::string& /*previous*/) {
             if (lut_.lutSaveFile.empty()) {
                 return;
@@ -223,7 +223,7 @@ void LookupTable::setLutSaveFile(const char* path) {
 void LookupTable::setLutValue(Channel channel, const FieldParameterInt_s* record) {
     require(record != nullptr && record->index < EntryCount && record->value <= MaxValue, ValueOutOfRange);
     changeField(
-        lut_.tables[channel][record->index], record->value, true, [] {},
+        lut_.tables[channel][record->index], record->value, Reporting, [] {},
         [&](std::uint32_t /*previous*/) { design_.write(DesignTables[channel], record, FgTypeFieldInt); });
 }
 

@@ -147,7 +147,7 @@ void SignalRouting::setDigioOutput(std::int32_t value, bool reportErrors) {
 }
 
 void SignalRouting::setFixedLevel(Route route, bool high) {
-    setRouteSource(route, high ? VCC : GND, true);
+    setRouteSource(route, high ? VCC : GND, Reporting);
 }
 
 std::int32_t SignalRouting::digioOutput() const {
