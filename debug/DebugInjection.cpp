@@ -96,7 +96,7 @@ void DebugInjection::setDebugSource(std::uint32_t value) {
         },
         [&](std::uint32_t /*previous*/) {
             require(chosen().kind == Inject || chosen().kind == InjectMonitor, InternalFailure);
-            records_.setAccessFlags(FG_DEBUGOUTENABLE, isMonitor() ? 7 : 1);
+            records_.setAccessFlags(FG_DEBUGOUTENABLE, isMonitor() ? OpenAccess : ReadOnlyAccess);
             refreshLimit([&] { records_.setMaximum(FG_DEBUGOUTPIXEL, isMonitor() ? describedPixelMaximum() : 0U); });
         });
 }

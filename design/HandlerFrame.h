@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <initializer_list>
+#include <limits>
 #include <utility>
 
 #include "design/DesignParameters.h"
@@ -43,6 +44,10 @@ void changeFieldAndWrite(Field& field, Field value, bool reportErrors, Check&& c
     changeField(field, value, reportErrors, std::forward<Check>(check),
                 [&](const Field& /*previous*/) { design.writeUnsigned(parameter, sent); });
 }
+
+/// Floor under the published maximum of a rate or a time: none is 0.
+inline constexpr double SmallestPositiveDouble = std::numeric_limits<double>::min();
+static_assert(SmallestPositiveDouble == 2.2250738585072014e-308);
 
 /// Runs one refresh of a published limit. A failure in it, such as a failed design read, leaves that limit as it was
 /// and is never reported.

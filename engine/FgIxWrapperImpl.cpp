@@ -5,6 +5,7 @@
 
 #include "engine/AppletProperties.h"
 #include "info/Catalogue.h"
+#include "info/DirectRegisterRecords.h"
 #include "quillon/PublicParameters.h"
 #include "support/EnvironmentSwitch.h"
 #include "support/FgError.h"
@@ -19,7 +20,6 @@ using orlo::tools::logging::Logger;
 namespace {
 
 constexpr int RecordLists = 1;
-constexpr int WordBits = 32;  ///< a wider register is exchanged as 64 bits
 
 }  // namespace
 
@@ -160,7 +160,7 @@ int FgIxWrapperImpl::readRegister(int number, void* value) const {
     if (code != Success) {
         return code;
     }
-    const bool wide = TavGetRegisterBitRange(designHandle(), number) > WordBits;
+    const bool wide = TavGetRegisterBitRange(designHandle(), number) > RegisterWordBits;
     const auto low = static_cast<std::uint32_t>(word);
     std::memcpy(value, wide ? static_cast<const void*>(&word) : &low, wide ? sizeof word : sizeof low);
     return Success;
@@ -168,7 +168,7 @@ int FgIxWrapperImpl::readRegister(int number, void* value) const {
 
 int FgIxWrapperImpl::writeRegister(int number, const void* value) const {
     std::uint64_t word = 0;
-    if (TavGetRegisterBitRange(designHandle(), number) > WordBits) {
+    if (TavGetRegisterBitRange(designHandle(), number) > RegisterWordBits) {
         std::memcpy(&word, value, sizeof word);
     } else {
         std::uint32_t low = 0;

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <deque>
 
+#include "info/DirectIxRecords.h"
+#include "info/DirectRegisterRecords.h"
 #include "quillon/PublicParameters.h"
 #include "quillon/Vocabulary.h"
 #include "support/EnvironmentSwitch.h"
@@ -88,7 +90,7 @@ void NameTables::forEachRegister(Enter&& enter) const {
 
 void NameTables::enterRegisters() {
     forEachRegister([this](const char* name) {
-        parameterIdByName_[std::string("DRA_") + name] =
+        parameterIdByName_[std::string(DirectRegisterPrefix) + name] =
             TavGetRegisterByName(wrapper_.designHandle(), name) + FG_REGISTER_IDS;
     });
 }
@@ -100,7 +102,7 @@ int NameTables::unwrappedId(const std::string& name) const {
 void NameTables::enterSdkNames() {
     for (const std::string& name : properties_.names(propertySection)) {
         if (const int id = unwrappedId(name); id != 0) {
-            unwrappedIdByName_["DIXA_" + name] = id + FG_SDK_IDS;
+            unwrappedIdByName_[DirectIxPrefix + name] = id + FG_SDK_IDS;
         }
     }
 }
@@ -110,10 +112,11 @@ void NameTables::enterPositions() {
         parameterNameByIndex_[static_cast<int>(i)] = PublicParameters[i].name;
     }
     int position = LastPublicPosition;
-    forEachRegister([&](const char* name) { parameterNameByIndex_[++position] = std::string("DRA_") + name; });
+    forEachRegister(
+        [&](const char* name) { parameterNameByIndex_[++position] = std::string(DirectRegisterPrefix) + name; });
     for (const std::string& name : properties_.names(propertySection)) {
         if (unwrappedId(name) != 0) {
-            parameterNameByIndex_[++position] = "DIXA_" + name;
+            parameterNameByIndex_[++position] = DirectIxPrefix + name;
         }
     }
 }

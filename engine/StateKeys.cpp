@@ -12,9 +12,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int OnlyPort = 0;
-constexpr std::size_t TextSize = 1024;
-
 // A start and a load report no refusal: the handler puts its field back, and the next one goes on.
 
 /// A handler of `subject` as the visitors call it.
@@ -158,7 +155,7 @@ private:
         return foundAll_;
     }
     bool lookUp(const char* key, std::string& value) {
-        std::array<char, TextSize> text{};
+        std::array<char, ConfigurationTextSize> text{};
         const bool found = file_.parseKeySection(OnlyPort, key, text.data()) == Success;
         value = text.data();
         return found;

@@ -1,27 +1,27 @@
 #include "image/CameraSimulator.h"
 
 #include <algorithm>
-#include <limits>
 
+#include "design/DesignClock.h"
 #include "design/HandlerFrame.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr double ClockPeriod = 8e-9;             ///< seconds
 constexpr std::uint32_t PixelsPerCycle = 32;     ///< the generator works in units of 32 pixels
+constexpr double CyclePixels = PixelsPerCycle;   ///< the same in formulas of doubles
 constexpr std::uint32_t MaxLineCycles = 294920;  ///< the longest line, active pixels and gap
 constexpr std::uint32_t MaxFrameLines = 65536;   ///< the longest frame, active lines and gap
-constexpr double MaxPixelRate = PixelsPerCycle / ClockPeriod;
+constexpr double MaxPixelRate = CyclePixels / ClockPeriod;
 static_assert(MaxPixelRate == 3999999999.9999995);
 
-/// Floor under the published maximum of a rate: no rate is 0.
-constexpr double SmallestPositiveDouble = std::numeric_limits<double>::min();
-static_assert(SmallestPositiveDouble == 2.2250738585072014e-308);
+constexpr double MaxPixelFrequency = MaxPixelRate / Mega;  ///< MHz
+static_assert(MaxPixelFrequency == 3999.9999999999995);
 
 constexpr double LowestRate = 0.1;                ///< lines or frames per second
 constexpr double HighestPixelFrequency = 4000.0;  ///< MHz
+constexpr std::uint32_t PatternLevels = 256;      ///< values of a pixel before the pattern begins again
 
 /// Truncates to 64 bits and keeps the low 32: a negative number wraps to a huge one. What 64 bits cannot hold counts as
 /// the hardware's conversion gives it, with low bits of 0.
@@ -39,12 +39,13 @@ std::uint32_t roundUpToCycle(std::uint32_t pixels) {
 
 void CameraSimulator::initialize() {
     simulator_.maxPixelRate = MaxPixelRate;
-    simulator_.activeWidth = 1024;
-    simulator_.activeLineGap = 0;
-    simulator_.activeHeight = 1024;
-    simulator_.activeFrameGap = 0;
-    simulator_.cachedFrameRate = 10.0;
-    records_.setMaximum(FG_CAMERASIMULATOR_PIXEL_FREQUENCY, simulator_.maxPixelRate / 1e6);
+    const SimulatorState start;
+    simulator_.activeWidth = start.activeWidth;
+    simulator_.activeLineGap = start.activeLineGap;
+    simulator_.activeHeight = start.activeHeight;
+    simulator_.activeFrameGap = start.activeFrameGap;
+    simulator_.cachedFrameRate = start.cachedFrameRate;
+    records_.setMaximum(FG_CAMERASIMULATOR_PIXEL_FREQUENCY, simulator_.maxPixelRate / Mega);
 }
 
 // Rates from the design. Each is read anew wherever a formula names it.
@@ -59,20 +60,20 @@ double CameraSimulator::frameSequenceRate() {
 }
 
 double CameraSimulator::pixelRate() {
-    return pixelFrequency() * 1e6;
+    return pixelFrequency() * Mega;
 }
 
 double CameraSimulator::pixelFrequency() {
     if (simulator_.simulatorSelectMode != FG_PIXEL_FREQUENCY) {
-        return 3999.9999999999995;
+        return MaxPixelFrequency;
     }
-    return activeCycles() * 32.0 / 2000.0 / ClockPeriod / 1e6;
+    return activeCycles() * CyclePixels / SequenceCycles / ClockPeriod / Mega;
 }
 
 double CameraSimulator::lineRate() {
     switch (simulator_.simulatorSelectMode) {
         case FG_LINERATE: return sequenceRate();
-        case FG_FRAMERATE: return 32.0 / (simulator_.activeWidth * ClockPeriod);
+        case FG_FRAMERATE: return CyclePixels / (simulator_.activeWidth * ClockPeriod);
         case FG_PIXEL_FREQUENCY: return pixelRate() / (simulator_.activeWidth + simulator_.activeLineGap);
         default: fail(ValueNotInList);
     }
@@ -112,22 +113,23 @@ std::uint32_t CameraSimulator::frameGap() const {
 // Limits of the free parameters.
 
 double CameraSimulator::lineRateLimit() const {
-    return simulator_.maxPixelRate / (simulator_.activeWidth + 32.0);
+    return simulator_.maxPixelRate / (simulator_.activeWidth + CyclePixels);
 }
 
 double CameraSimulator::frameRateLimit() const {
     return simulator_.maxPixelRate /
-           ((simulator_.activeWidth + 32) * simulator_.simulatorHeight);  // the product in 32 bits
+           ((simulator_.activeWidth + PixelsPerCycle) * simulator_.simulatorHeight);  // the product in 32 bits
 }
 
 std::uint32_t CameraSimulator::widthLimit() {
     switch (simulator_.simulatorSelectMode) {
         case FG_PIXEL_FREQUENCY: return MaxLineCycles - simulator_.activeLineGap;
-        case FG_LINERATE: return std::min(MaxLineCycles, toCycles(simulator_.maxPixelRate / sequenceRate() - 32.0));
+        case FG_LINERATE:
+            return std::min(MaxLineCycles, toCycles(simulator_.maxPixelRate / sequenceRate() - CyclePixels));
         case FG_FRAMERATE:
             return std::min(
                 MaxLineCycles,
-                toCycles(simulator_.maxPixelRate / (simulator_.simulatorHeight * frameSequenceRate()) - 32.0));
+                toCycles(simulator_.maxPixelRate / (simulator_.simulatorHeight * frameSequenceRate()) - CyclePixels));
         default: fail(ValueNotInList);
     }
 }
@@ -137,7 +139,8 @@ std::uint32_t CameraSimulator::lineGapLimit() {
     switch (simulator_.simulatorSelectMode) {
         case FG_PIXEL_FREQUENCY: return rest;
         case FG_LINERATE:
-            return std::min(rest, toCycles(simulator_.maxPixelRate / sequenceRate() - simulator_.activeWidth - 32.0));
+            return std::min(rest,
+                            toCycles(simulator_.maxPixelRate / sequenceRate() - simulator_.activeWidth - CyclePixels));
         case FG_FRAMERATE: return 0;
         default: fail(ValueNotInList);
     }
@@ -148,7 +151,7 @@ std::uint32_t CameraSimulator::heightLimit() {
         return MaxFrameLines - simulator_.activeFrameGap;
     }
     return std::min(MaxFrameLines,
-                    toCycles(simulator_.maxPixelRate / ((simulator_.activeWidth + 32.0) * frameSequenceRate())));
+                    toCycles(simulator_.maxPixelRate / ((simulator_.activeWidth + CyclePixels) * frameSequenceRate())));
 }
 
 std::uint32_t CameraSimulator::frameGapLimit() const {
@@ -235,7 +238,7 @@ void CameraSimulator::setSimulatorPixelFrequency(double value) {
     changeField(
         simulator_.simulatorPixelFrequency, value, Reporting, [&] { requireRange(value, 0.0, HighestPixelFrequency); },
         [&](double /*previous*/) {
-            const std::uint32_t active = toCycles(value * 1e6 * 2000.0 * ClockPeriod * 0.03125 + 0.5);
+            const std::uint32_t active = toCycles(value * Mega * SequenceCycles * ClockPeriod / CyclePixels + 0.5);
             design_.writeUnsigned(Ix::CameraSimulator_PixelFrequency_ActivePixel_Number, active);
             // Below 1 MHz no cycle of the sequence is active: the generator stands still, and the pattern fills the
             // whole sequence as with one cycle.
@@ -279,7 +282,7 @@ void CameraSimulator::setSimulatorFrameRate(double value) {
 void CameraSimulator::publishModeAccess() {
     const std::uint32_t mode = simulator_.simulatorSelectMode;
     const auto publish = [this](FgParameterId parameter, bool open) {
-        records_.setAccessFlags(parameter, open ? 7 : 1);
+        records_.setAccessFlags(parameter, open ? OpenAccess : ReadOnlyAccess);
     };
     publish(FG_CAMERASIMULATOR_PIXEL_FREQUENCY, mode == FG_PIXEL_FREQUENCY);
     publish(FG_CAMERASIMULATOR_LINERATE, mode == FG_LINERATE);
@@ -325,13 +328,13 @@ void CameraSimulator::setSimulatorPattern(std::uint32_t value, bool reportErrors
         [&] { requireRange<std::uint32_t>(value, FG_HORIZONTAL, FG_DIAGONAL); },
         [&](std::uint32_t /*previous*/) {
             design_.writeUnsigned(Ix::CameraSimulator_EnableX_Enable_Value, value == FG_VERTICAL ? 0 : 1);
-            design_.writeUnsigned(Ix::CameraSimulator_Y_Divisor, value == FG_HORIZONTAL ? 1 : 256);
+            design_.writeUnsigned(Ix::CameraSimulator_Y_Divisor, value == FG_HORIZONTAL ? 1 : PatternLevels);
         });
 }
 
 void CameraSimulator::setSimulatorPatternOffset(std::uint32_t value, bool reportErrors) {
     changeField(
-        simulator_.simulatorPatternOffset, value, reportErrors, [&] { requireRange(value, 0U, 255U); },
+        simulator_.simulatorPatternOffset, value, reportErrors, [&] { requireRange(value, 0U, PatternLevels - 1); },
         [&](std::uint32_t /*previous*/) { design_.writeUnsigned(Ix::CameraSimulator_Offset_Value, value); });
 }
 
@@ -339,7 +342,7 @@ void CameraSimulator::setSimulatorRoll(std::uint32_t value, bool reportErrors) {
     changeField(
         simulator_.simulatorRoll, value, reportErrors, [&] { requireRange<std::uint32_t>(value, FG_OFF, FG_ON); },
         [&](std::uint32_t /*previous*/) {
-            design_.writeUnsigned(Ix::CameraSimulator_Frame_Divisor, value == FG_ON ? 256 : 1);
+            design_.writeUnsigned(Ix::CameraSimulator_Frame_Divisor, value == FG_ON ? PatternLevels : 1);
         });
 }
 

@@ -15,9 +15,8 @@ namespace quillon {
 
 namespace {
 
-constexpr double LargestInput = 16383.0;
-constexpr int Open = 7;      ///< access flags of a parameter that can be written in the current mode
-constexpr int ReadOnly = 1;  ///< and of one that can't
+constexpr double LargestInput = LookupTable::EntryCount - 1;
+static_assert(LookupTable::EntryCount == Fg_LutFileParser::MaxElements);
 
 constexpr std::array<Ix, 3> DesignTables = {Ix::LookupTable_R_LUTcontent, Ix::LookupTable_G_LUTcontent,
                                             Ix::LookupTable_B_LUTcontent};
@@ -49,7 +48,7 @@ std::int32_t truncateToInt32(double value) {
 
 /// The entry of a value from 0 (black) to 1 (white), held between them.
 std::uint32_t entryOf(double value, bool invert) {
-    const auto out = static_cast<std::uint32_t>(truncateToInt32(value * 65535.0 + 0.5));
+    const auto out = static_cast<std::uint32_t>(truncateToInt32(value * LookupTable::MaxValue + 0.5));
     // 32-bit arithmetic, wrapping. The clamp stands behind it, and takes an overflow for a negative value.
     const auto inverted = static_cast<std::int32_t>(invert ? LookupTable::MaxValue - out : out);
     return static_cast<std::uint32_t>(std::clamp<std::int32_t>(inverted, 0, LookupTable::MaxValue));
@@ -136,7 +135,7 @@ void LookupTable::setProcessingInvert(std::uint32_t value) {
 }
 
 void LookupTable::publishProcessingAccess() {
-    const int access = lut_.lutEnable == FG_ON && lut_.lutType == LUT_TYPE_PROCESSING ? Open : ReadOnly;
+    const int access = lut_.lutEnable == FG_ON && lut_.lutType == LUT_TYPE_PROCESSING ? OpenAccess : ReadOnlyAccess;
     for (const FgParameterId parameter :
          {FG_PROCESSING_GAIN, FG_PROCESSING_GAMMA, FG_PROCESSING_OFFSET, FG_PROCESSING_INVERT}) {
         records_.setAccessFlags(parameter, access);
@@ -164,7 +163,7 @@ void LookupTable::setLutType(std::uint32_t value, bool reportErrors) {
             } else {
                 pushProcessingLut();
             }
-            records_.setAccessFlags(FG_LUT_CUSTOM_FILE, value == LUT_TYPE_CUSTOM ? Open : ReadOnly);
+            records_.setAccessFlags(FG_LUT_CUSTOM_FILE, value == LUT_TYPE_CUSTOM ? OpenAccess : ReadOnlyAccess);
             publishProcessingAccess();
         });
 }

@@ -42,7 +42,7 @@ private:
         RegisterInfo* record =
             (info.*addInfo)(parent, parameter.label, parameter.symbol, values..., parameter.accessFlags,
                             parameter.displayLevel, Exported, parameter.unit, parameter.id, CatalogueList);
-        recordsById[0][parameter.id] = record;
+        recordsById[PublicProcess][parameter.id] = record;
         return record;
     }
 

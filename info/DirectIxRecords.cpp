@@ -29,7 +29,7 @@ public:
     /// A record like `design` at the end of the group that `groups` lead to; null, with nothing made, for a kind that
     /// is not repeated.
     RegisterInfo* repeat(const RegisterInfo& design, const std::vector<const RegisterInfo*>& groups, int id) {
-        const std::string symbol = std::string("DIXA_") + (design.symbol == nullptr ? "" : design.symbol);
+        const std::string symbol = std::string(DirectIxPrefix) + (design.symbol == nullptr ? "" : design.symbol);
         const auto add = [&](auto addInfo, auto... values) {
             return (info.*addInfo)(groupFor(groups), design.label, symbol.c_str(), values..., design.accessFlags,
                                    design.displayLevel, design.exported, design.unit, id, 0);
@@ -84,7 +84,7 @@ void addDirectIxRecords(Fg_ParameterInfo& info, RegisterInfoById& recordsById, c
         }
         RegisterInfo* record = copier.repeat(*designRecord, design.groupsOf(designId), id);
         if (record != nullptr) {
-            recordsById[0][id + FG_SDK_IDS] = record;
+            recordsById[PublicProcess][id + FG_SDK_IDS] = record;
         }
     }
 }

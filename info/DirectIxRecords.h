@@ -8,6 +8,9 @@
 
 namespace quillon {
 
+/// What stands in front of the SDK's own names.
+inline constexpr const char* DirectIxPrefix = "DIXA_";
+
 /// Adds the top-level group "Direct IX Access", which repeats parameters of the design out of the SDK library's
 /// description.
 ///

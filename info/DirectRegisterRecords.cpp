@@ -23,15 +23,13 @@ void addDirectRegisterRecords(Fg_ParameterInfo& info, RegisterInfoById& recordsB
         return;
     }
     for (const DesignRegister& designRegister : registers) {
-        const std::string symbol = "DRA_" + designRegister.name;
+        const std::string symbol = DirectRegisterPrefix + designRegister.name;
         const std::string label = designRegister.name + " (" + std::to_string(designRegister.bits) + ")";
         const int id = designRegister.number + FG_REGISTER_IDS;
-        const int accessFlags = designRegister.direction == 0
-                                    ? RegisterAccessReadable
-                                    : RegisterAccessReadable | RegisterAccessWritable | RegisterAccessCarried;
+        const int accessFlags = designRegister.direction == 0 ? ReadOnlyAccess : OpenAccess;
         const std::uint64_t maximum = largestValue(designRegister.bits);
-        recordsById[0][id] =
-            designRegister.bits <= 32
+        recordsById[PublicProcess][id] =
+            designRegister.bits <= RegisterWordBits
                 ? info.addInfoUInt(group, label.c_str(), symbol.c_str(), 0, static_cast<std::uint32_t>(maximum), 1,
                                    accessFlags, 1, 1, nullptr, id, 0)
                 : info.addInfoUInt64(group, label.c_str(), symbol.c_str(), 0, maximum, 1, accessFlags, 1, 1, nullptr,

@@ -11,6 +11,11 @@ namespace quillon {
 /// The label of the group of registers; its records are kept out of the XML document.
 inline constexpr const char* DirectRegisterGroupLabel = "Direct Register Access";
 
+/// What stands in front of the registers' names.
+inline constexpr const char* DirectRegisterPrefix = "DRA_";
+
+inline constexpr int RegisterWordBits = 32;  ///< a wider register is exchanged as 64 bits
+
 /// A register of the design.
 struct DesignRegister {
     std::string name;

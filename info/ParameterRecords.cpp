@@ -4,12 +4,6 @@
 
 namespace quillon {
 
-namespace {
-
-constexpr int PublicProcess = 0;
-
-}  // namespace
-
 RegisterInfo* ParameterRecords::find(int id) const {
     const auto process = recordsById.find(PublicProcess);
     if (process == recordsById.end()) {

@@ -11,6 +11,13 @@ namespace quillon {
 /// process 0.
 using RegisterInfoById = std::map<int, std::map<int, RegisterInfo*>>;
 
+/// The process under which they stand.
+inline constexpr int PublicProcess = 0;
+
+/// The access flags of a parameter that can be written, at all or in the mode of the moment, and of one that can't.
+inline constexpr int OpenAccess = RegisterAccessReadable | RegisterAccessWritable | RegisterAccessCarried;
+inline constexpr int ReadOnlyAccess = RegisterAccessReadable;
+
 /// The handlers' door to the published records of process 0: the ranges and access flags that users are shown and that
 /// follow what the applet accepts at the moment.
 ///
@@ -27,7 +34,7 @@ public:
     void setMaximum(int id, std::uint32_t maximum);  ///< of a UInt record
     void setMaximum(int id, double maximum);         ///< of a Double record
 
-    /// 1 shows a parameter as read-only, 3 or 7 as writable. No handler consults the flags before a write.
+    /// OpenAccess or ReadOnlyAccess. No handler consults the flags before a write.
     void setAccessFlags(int id, int flags);
     int accessFlags(int id) const;  ///< 0 for a record that does not exist
 

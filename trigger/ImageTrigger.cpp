@@ -32,12 +32,13 @@ void ImageTrigger::setImgTriggerMode(std::int32_t value, bool reportErrors) {
     changeField(
         trigger_.mode, value, reportErrors, [&] { mode = designMode(value); },
         [&](std::int32_t /*previous*/) {
-            const int inputAccess = value == FREE_RUN ? 1 : 7;
+            const int inputAccess = value == FREE_RUN ? ReadOnlyAccess : OpenAccess;
             for (const FgParameterId parameter :
                  {FG_IMGTRIGGERINSRC, FG_IMGTRIGGERINPOLARITY, FG_IMGTRIGGERGATEDELAY, FG_IMGTRIGGERDEBOUNCING}) {
                 records_.setAccessFlags(parameter, inputAccess);
             }
-            records_.setAccessFlags(FG_IMGTRIGGER_ASYNC_HEIGHT, value == ASYNC_TRIGGER_MULTIFRAME ? 7 : 1);
+            records_.setAccessFlags(FG_IMGTRIGGER_ASYNC_HEIGHT,
+                                    value == ASYNC_TRIGGER_MULTIFRAME ? OpenAccess : ReadOnlyAccess);
             design_.writeUnsigned(Ix::Trigger_Trigger_ImgTriggerMode, mode);
             // A switch for gates over several buffers; in spite of its name it holds no height.
             design_.writeUnsigned(Ix::Trigger_Trigger_MaxGatedHeight, value == ASYNC_GATED_MULTIFRAME ? 1 : 0);
@@ -68,7 +69,7 @@ void ImageTrigger::setImgTriggerInSrc(std::int32_t value, bool reportErrors) {
 
 void ImageTrigger::setImgTriggerDebouncing(double value, bool reportErrors) {
     changeField(
-        trigger_.debouncing, value, reportErrors, [&] { requireRange(value, 0.008, 30.0); },
+        trigger_.debouncing, value, reportErrors, [&] { requireRange(value, ShortestDebouncing, LongestDebouncing); },
         [&](double /*previous*/) { design_.writeDouble(Ix::Trigger_Trigger_ImgTrgDebouncingTime, value); });
 }
 

@@ -1,8 +1,8 @@
 #include "trigger/LineTrigger.h"
 
 #include <algorithm>
-#include <limits>
 
+#include "design/DesignClock.h"
 #include "design/HandlerFrame.h"
 #include "trigger/TriggerInputs.h"
 
@@ -10,19 +10,12 @@ namespace quillon {
 
 namespace {
 
-constexpr double Tick = 0.008;                      ///< microseconds
 constexpr double ShortestLine = 0.512;              ///< 64 ticks; of period and exposure
 constexpr double LongestPeriod = 2097.144;          ///< 262143 ticks
 constexpr double LineExposureCeiling = 1048.568;    ///< 131071 ticks; the longest exposure in any mode
-constexpr double LongestDebouncing = 30.0;          ///< microseconds
 constexpr std::uint32_t MaxCompensation = 1048575;  ///< 20 bits of pulses
-
-/// Floor under the published maxima of times.
-constexpr double SmallestPositiveDouble = std::numeric_limits<double>::min();
-static_assert(SmallestPositiveDouble == 2.2250738585072014e-308);
-
-constexpr int Open = 7;
-constexpr int ReadOnly = 1;
+constexpr std::int32_t MaxDownscale = 255;          ///< pulses
+constexpr double TicksPerPrescale = 3.0;            ///< the debouncing runs on periods of 24 ns
 
 /// What a mode means to the design, and whether the trigger inputs matter in it.
 struct ModeRow {
@@ -32,17 +25,17 @@ struct ModeRow {
 
 ModeRow modeRow(std::int32_t mode) {
     switch (mode) {
-        case GRABBER_CONTROLLED: return {0, ReadOnly};
-        case ASYNC_TRIGGER: return {1, Open};
-        case GRABBER_CONTROLLED_GATED: return {2, ReadOnly};
-        case ASYNC_GATED: return {3, Open};
+        case GRABBER_CONTROLLED: return {0, ReadOnlyAccess};
+        case ASYNC_TRIGGER: return {1, OpenAccess};
+        case GRABBER_CONTROLLED_GATED: return {2, ReadOnlyAccess};
+        case ASYNC_GATED: return {3, OpenAccess};
         default: fail(ValueOutOfRange);
     }
 }
 
 /// The debouncing time in periods of 24 ns, to nearest.
 std::uint32_t debouncePrescale(double microseconds) {
-    return static_cast<std::uint32_t>(125.0 * microseconds / 3.0 + 0.5);
+    return static_cast<std::uint32_t>(TicksPerMicrosecond * microseconds / TicksPerPrescale + 0.5);
 }
 
 }  // namespace
@@ -62,13 +55,13 @@ void LineTrigger::setLineTriggerInPolarity(std::int32_t value, bool reportErrors
 
 void LineTrigger::setLineDownscale(std::int32_t value, bool reportErrors) {
     changeFieldAndWrite(
-        trigger_.downscale, value, reportErrors, [&] { requireRange(value, 1, 255); }, design_,
+        trigger_.downscale, value, reportErrors, [&] { requireRange(value, 1, MaxDownscale); }, design_,
         Ix::Trigger_Trigger_LineTrgDownscaler, static_cast<std::uint32_t>(value));
 }
 
 void LineTrigger::setLineDownscaleInit(std::int32_t value, bool reportErrors) {
     changeFieldAndWrite(
-        trigger_.downscaleInit, value, reportErrors, [&] { requireRange(value, 1, 255); }, design_,
+        trigger_.downscaleInit, value, reportErrors, [&] { requireRange(value, 1, MaxDownscale); }, design_,
         Ix::Trigger_Trigger_LineTrgPhase, static_cast<std::uint32_t>(value));
 }
 
@@ -149,7 +142,7 @@ void LineTrigger::setInputSource(std::int32_t& field, std::int32_t value, bool r
 
 void LineTrigger::setLineTriggerDebouncing(double value, bool reportErrors) {
     changeField(
-        trigger_.debouncing, value, reportErrors, [&] { requireRange(value, Tick, LongestDebouncing); },
+        trigger_.debouncing, value, reportErrors, [&] { requireRange(value, ShortestDebouncing, LongestDebouncing); },
         [&](double /*previous*/) {
             design_.writeDouble(Ix::Trigger_Trigger_LineTrgDebouncingTime, value);
             design_.writeUnsigned(Ix::Trigger_Inputs_Debounce8_Prescale_Period, debouncePrescale(value));
@@ -162,7 +155,7 @@ void LineTrigger::setShaftEncoderOn(std::int32_t value, bool reportErrors) {
         trigger_.shaftEncoderOn, value, reportErrors, [&] { requireRange<std::int32_t>(value, FG_OFF, FG_ON); },
         [&](std::int32_t /*previous*/) {
             const bool on = value == FG_ON;
-            const int flags = on ? records_.accessFlags(FG_SHAFTENCODERON) : ReadOnly;
+            const int flags = on ? records_.accessFlags(FG_SHAFTENCODERON) : ReadOnlyAccess;
             design_.writeUnsigned(Ix::Trigger_Trigger_EncoderABMode,
                                   on ? static_cast<std::uint32_t>(trigger_.shaftEncoderMode) : 0);
             for (const FgParameterId parameter :

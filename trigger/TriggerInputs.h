@@ -4,9 +4,14 @@
 #include <cstdint>
 #include <optional>
 
+#include "design/DesignClock.h"
 #include "quillon/Vocabulary.h"
 
 namespace quillon {
+
+// How long an input has to hold a level until it counts, microseconds.
+inline constexpr double ShortestDebouncing = Tick;
+inline constexpr double LongestDebouncing = 30.0;
 
 /// A trigger input and the number under which the design's input select knows it. The select counts without the gap of
 /// the public values at 8 to 15.

@@ -19,6 +19,9 @@ class Fg_Error;
 class Fg_ParameterInfo;
 struct FgIxWrapperPrivate;
 
+inline constexpr int OnlyPort = 0;                          ///< the camera port that a configuration tells of
+inline constexpr std::size_t ConfigurationTextSize = 1024;  ///< room for a text of a configuration
+
 /// Links the SDK library, holds the handles of board, design and SDK, the descriptions of the parameters and the last
 /// error, and forwards to the SDK. Nothing in here locks.
 class FgIxWrapper {

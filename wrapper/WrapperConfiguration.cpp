@@ -13,8 +13,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int OnlyPort = 0;
-
 /// The locale in which the file's numbers are written and read. The host keeps it afterwards; a name that the system
 /// does not know changes nothing.
 void useFileLocale() {
@@ -23,7 +21,7 @@ void useFileLocale() {
 
 /// Whether the header names a maker and this applet, and tells an active port.
 bool headerFits(Fg_ConfigFileParser& parser, std::string_view appletName) {
-    std::array<char, 1024> text{};
+    std::array<char, ConfigurationTextSize> text{};
     int activePort = 0;
     return parser.parseKeyFromLine("Hersteller", text.data()) == Success &&
            parser.parseKeyFromLine("Typ", text.data()) == Success && appletName == text.data() &&
