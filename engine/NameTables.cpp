@@ -135,24 +135,24 @@ void NameTables::enterEvents() {
             eventNameByMask_[mask] = event->name;
         }
     }
-#define PUBLIC_EVENT(designName, publicName) enterPublicEvent(count, designName, publicName);
-#include "engine/PublicEvents.def"
-#undef PUBLIC_EVENT
+    for (const PublicEvent& event : PublicEvents) {
+        enterPublicEvent(count, event);
+    }
 }
 
 /// The design's name stays beside the public one, if it was entered; the mask reports the public one.
-void NameTables::enterPublicEvent(int count, const char* designName, const char* publicName) {
+void NameTables::enterPublicEvent(int count, const PublicEvent& named) {
     for (int i = 0; i < count; ++i) {
         const TavEvent* event = designEvent(wrapper_.designHandle(), i);
-        if (hasName(event, designName)) {
+        if (hasName(event, named.designName)) {
             const std::uint64_t mask = std::uint64_t{1} << i;
-            eventMaskByName_[publicName] = mask;
-            eventNameByMask_[mask] = publicName;
+            eventMaskByName_[named.publicName] = mask;
+            eventNameByMask_[mask] = named.publicName;
             return;
         }
     }
-    wrapper_.logMessage(orlo::tools::logging::UnresolvedLevel, [designName](std::ostream& line) {
-        line << "cannot retrieve event id for internal event: '" << designName << "'";
+    wrapper_.logMessage(orlo::tools::logging::UnresolvedLevel, [&named](std::ostream& line) {
+        line << "cannot retrieve event id for internal event: '" << named.designName << "'";
     });
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "engine/PropertyStore.h"
+#include "engine/PublicEvents.h"
 #include "wrapper/FgIxWrapper.h"
 
 namespace quillon {
@@ -39,7 +40,7 @@ private:
     void enterSdkNames();
     void enterPositions();
     void enterEvents();
-    void enterPublicEvent(int count, const char* designName, const char* publicName);
+    void enterPublicEvent(int count, const PublicEvent& named);
     /// Calls `enter(name)` for each register of the design; for none without the direct access.
     template <class Enter>
     void forEachRegister(Enter&& enter) const;
