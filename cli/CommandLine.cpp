@@ -52,7 +52,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
 int report(const Options& options, Console& console, ExitStatus status, const std::string& message) {
     console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << message << '\n';
     if (options.json) {
-        console.out << Json{{"error", message}, {"status", static_cast<int>(status)}}.dump(2) << '\n';
+        printJson(console.out, object({{"error", message}, {"status", static_cast<int>(status)}}));
     }
     return status;
 }

@@ -44,12 +44,12 @@ std::string inWords(const Refusal& refusal) {
 }
 
 Json toJson(const Refusal& refusal) {
-    Json json{{"code", refusal.code}, {"name", refusal.name}, {"meaning", refusal.meaning}};
+    Json json = object({{"code", refusal.code}, {"name", refusal.name}, {"meaning", refusal.meaning}});
     if (!refusal.accepted.empty()) {
-        json["accepted"] = refusal.accepted;
+        put(json, "accepted", refusal.accepted);
     }
     if (!refusal.reason.empty()) {
-        json["reason"] = refusal.reason;
+        put(json, "reason", refusal.reason);
     }
     return json;
 }

@@ -35,15 +35,15 @@ void printTrace(std::ostream& out, const Painter& painter, const std::vector<cli
 }
 
 Json toJson(const std::vector<client::Access>& accesses) {
-    Json list = Json::array();
+    Json list = emptyList();
     for (const client::Access& access : accesses) {
-        list.push_back({{"sequence", access.sequence},
-                        {"direction", directionText(access.direction)},
-                        {"name", access.name},
-                        {"id", access.id},
-                        {"type", access.type},
-                        {"value", access.value},
-                        {"result", access.result}});
+        append(list, object({{"sequence", access.sequence},
+                             {"direction", directionText(access.direction)},
+                             {"name", access.name},
+                             {"id", access.id},
+                             {"type", access.type},
+                             {"value", access.value},
+                             {"result", access.result}}));
     }
     return list;
 }

@@ -10,8 +10,6 @@
 #include "cli/Suggestions.h"
 #include "quillon/client/Text.h"
 
-template class nlohmann::basic_json<nlohmann::ordered_map>;
-
 namespace quillon::cli {
 
 namespace {

@@ -1,21 +1,16 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "cli/Json.h"
 #include "cli/Parameters.h"
 #include "quillon/client/Applet.h"
 
-// Compiled once, in Values.cpp.
-extern template class nlohmann::basic_json<nlohmann::ordered_map>;
-
 namespace quillon::cli {
-
-using Json = nlohmann::ordered_json;
 
 /// A parameter's value. The empty one stands for a read that answered success and left no value.
 using Value =

@@ -250,14 +250,14 @@ ExitStatus check(Session& session, Console& console, const std::filesystem::path
     const std::vector<Complaint> complaints = Checker(session, file).check();
     const bool sound = std::all_of(complaints.begin(), complaints.end(), [](const Complaint& one) { return one.note; });
     if (session.options().json) {
-        Json json{{"file", file.string()}, {"sound", sound}, {"complaints", Json::array()}};
+        Json list = emptyList();
         for (const Complaint& complaint : complaints) {
-            json["complaints"].push_back({{"line", complaint.line > 0 ? Json(complaint.line) : Json(nullptr)},
-                                          {"key", complaint.key},
-                                          {"kind", complaint.note ? "note" : "error"},
-                                          {"text", complaint.text}});
+            append(list, object({{"line", complaint.line > 0 ? Json(complaint.line) : Json(nullptr)},
+                                 {"key", complaint.key},
+                                 {"kind", complaint.note ? "note" : "error"},
+                                 {"text", complaint.text}}));
         }
-        console.out << json.dump(2) << '\n';
+        printJson(console.out, object({{"file", file.string()}, {"sound", sound}, {"complaints", list}}));
     } else {
         print(file, complaints, console);
     }

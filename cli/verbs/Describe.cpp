@@ -116,33 +116,38 @@ void print(const Parameter& parameter, const Description& description, Console& 
 }
 
 Json toJson(const Parameter& parameter, const Description& description) {
-    Json json{{"name", parameter.name},           {"id", parameter.id},
-              {"label", description.label},       {"description", description.text},
-              {"access", description.access},     {"value", description.value},
-              {"accepted", description.accepted}, {"reason", description.reason},
-              {"reads", description.readFrom},    {"writes", description.writtenTo},
-              {"consults", description.consulted}};
+    Json json = object({{"name", parameter.name},
+                        {"id", parameter.id},
+                        {"label", description.label},
+                        {"description", description.text},
+                        {"access", description.access},
+                        {"value", description.value},
+                        {"accepted", description.accepted},
+                        {"reason", description.reason},
+                        {"reads", description.readFrom},
+                        {"writes", description.writtenTo},
+                        {"consults", description.consulted}});
     if (parameter.isEnumerated()) {
         for (const client::EnumEntry& entry : parameter.record->entries) {
             json["values"].push_back(
-                {{"name", entry.name}, {"value", entry.value}, {"label", client::utf8(entry.label)}});
+                object({{"name", entry.name}, {"value", entry.value}, {"label", client::utf8(entry.label)}}));
         }
     }
     return json;
 }
 
 ExitStatus describeAll(Session& session, Console& console, const std::vector<std::string>& names) {
-    Json list = Json::array();
+    Json list = emptyList();
     for (const std::string& name : names) {
         const Parameter parameter = findParameter(session.applet(), name);
         const Description description = describe(session, parameter);
-        list.push_back(toJson(parameter, description));
+        append(list, toJson(parameter, description));
         if (!session.options().json) {
             print(parameter, description, console);
         }
     }
     if (session.options().json) {
-        console.out << list.dump(2) << '\n';
+        printJson(console.out, list);
     }
     return Done;
 }

@@ -56,11 +56,12 @@ ExitStatus diff(Session& session, Console& console, const DiffArguments& argumen
     const State second = stateOf(live ? savedState(applet) : ConfigurationFile(arguments.second).lines());
     const std::vector<Difference> found = differences(applet, first, second);
     if (session.options().json) {
-        Json list = Json::array();
+        Json list = emptyList();
         for (const Difference& difference : found) {
-            list.push_back({{"name", difference.key}, {"first", difference.first}, {"second", difference.second}});
+            append(list,
+                   object({{"name", difference.key}, {"first", difference.first}, {"second", difference.second}}));
         }
-        console.out << list.dump(2) << '\n';
+        printJson(console.out, list);
         return Done;
     }
     if (found.empty()) {

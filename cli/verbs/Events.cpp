@@ -6,15 +6,15 @@ namespace {
 
 ExitStatus events(Session& session, Console& console) {
     Rows rows;
-    Json list = Json::array();
+    Json list = emptyList();
     for (const auto& [mask, name] : session.applet().events()) {
         std::ostringstream hexadecimal;
         hexadecimal << "0x" << std::hex << mask;
         rows.push_back({hexadecimal.str(), name});
-        list.push_back({{"mask", mask}, {"name", name}});
+        append(list, object({{"mask", mask}, {"name", name}}));
     }
     if (session.options().json) {
-        console.out << list.dump(2) << '\n';
+        printJson(console.out, list);
     } else {
         printRows(console.out, rows);
     }

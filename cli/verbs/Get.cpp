@@ -12,9 +12,9 @@ struct GetArguments {
 };
 
 Json entryOf(const Parameter& parameter, const Value& value) {
-    Json entry{{"name", parameter.name}, {"id", parameter.id}, {"value", toJson(value)}};
+    Json entry = object({{"name", parameter.name}, {"id", parameter.id}, {"value", toJson(value)}});
     if (const std::string enumerator = enumeratorOf(parameter, value); !enumerator.empty()) {
-        entry["enumerator"] = enumerator;
+        put(entry, "enumerator", enumerator);
     }
     return entry;
 }
@@ -26,15 +26,15 @@ bool getOne(Session& session, Console& console, const Parameter& parameter, bool
     const auto accesses = traced(session.board(), [&] { code = readValue(session.applet(), parameter, value); });
     Json entry = entryOf(parameter, value);
     if (code != 0) {
-        entry["value"] = nullptr;
-        entry["refused"] = toJson(explainGet(code));
+        put(entry, "value", nullptr);
+        put(entry, "refused", toJson(explainGet(code)));
         console.err << console.errPainter.paint(Style::Bad, "quillon:") << " get of " << parameter.name << " "
                     << inWords(explainGet(code)) << '\n';
     }
     if (trace) {
-        entry["accesses"] = toJson(accesses);
+        put(entry, "accesses", toJson(accesses));
     }
-    list.push_back(entry);
+    append(list, entry);
     if (!session.options().json) {
         if (code == 0) {
             console.out << parameter.name << " = " << inWords(parameter, value) << '\n';
@@ -51,13 +51,13 @@ ExitStatus get(Session& session, Console& console, const GetArguments& arguments
     for (const std::string& name : arguments.names) {
         parameters.push_back(findParameter(session.applet(), name));
     }
-    Json list = Json::array();
+    Json list = emptyList();
     bool allAnswered = true;
     for (const Parameter& parameter : parameters) {
         allAnswered = getOne(session, console, parameter, arguments.trace, list) && allAnswered;
     }
     if (session.options().json) {
-        console.out << list.dump(2) << '\n';
+        printJson(console.out, list);
     }
     return allAnswered ? Done : Refused;
 }

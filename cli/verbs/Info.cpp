@@ -39,16 +39,18 @@ constexpr std::array otherKeys{848,  1040, 1045, 1792, 1872, 1888, 2064, 2160, 2
 Json answers(const client::Library& library) {
     Json json;
     for (const InfoRow& row : textRows) {
-        json[std::string(row.symbol)] = library.infoText(row.key);
+        put(json, std::string(row.symbol), library.infoText(row.key));
     }
     for (const InfoRow& row : numberRows) {
-        json[std::string(row.symbol)] = library.info(row.key);
+        put(json, std::string(row.symbol), library.info(row.key));
     }
-    json["designBytes"] = library.designImage().size();
-    json["iconBytes"] = library.icon().size();
+    put(json, "designBytes", library.designImage().size());
+    put(json, "iconBytes", library.icon().size());
+    Json keys;
     for (const int key : otherKeys) {
-        json["keys"][std::to_string(key)] = library.info(key);
+        put(keys, std::to_string(key), library.info(key));
     }
+    put(json, "keys", keys);
     return json;
 }
 
@@ -81,13 +83,13 @@ ExitStatus showConstants(Session& session, Console& console, const std::vector<s
             }
             throw UsageError("there is no constant \"" + name + "\"" + didYouMean(name, known));
         }
-        json[name] = *value;
+        put(json, name, *value);
         if (!session.options().json) {
             console.out << name << " = " << *value << '\n';
         }
     }
     if (session.options().json) {
-        console.out << json.dump(2) << '\n';
+        printJson(console.out, json);
     }
     return Done;
 }
@@ -98,7 +100,7 @@ ExitStatus info(Session& session, Console& console, const std::vector<std::strin
     }
     const Json json = answers(session.library());
     if (session.options().json) {
-        console.out << json.dump(2) << '\n';
+        printJson(console.out, json);
     } else {
         printInWords(json, console);
     }

@@ -109,15 +109,16 @@ void print(Console& console, std::uint64_t inputs, const std::vector<RouteState>
 }
 
 Json toJson(std::uint64_t inputs, const std::vector<RouteState>& states) {
-    Json json{{"inputs", Json::object()}, {"routes", Json::object()}};
+    Json levels = object({});
     for (unsigned input = 0; input < InputCount; ++input) {
-        json["inputs"][inputName(input)] = (inputs >> input & 1) != 0 ? "high" : "low";
+        put(levels, inputName(input), (inputs >> input & 1) != 0 ? "high" : "low");
     }
+    Json listeners = object({});
     for (std::size_t i = 0; i < routes.size(); ++i) {
-        json["routes"][std::string(routes[i].name)] = {
-            {"source", states[i].source}, {"inverted", states[i].inverted}, {"level", states[i].level}};
+        put(listeners, std::string(routes[i].name),
+            object({{"source", states[i].source}, {"inverted", states[i].inverted}, {"level", states[i].level}}));
     }
-    return json;
+    return object({{"inputs", levels}, {"routes", listeners}});
 }
 
 ExitStatus io(Session& session, Console& console, const std::string& levels) {
@@ -132,7 +133,7 @@ ExitStatus io(Session& session, Console& console, const std::string& levels) {
         states.push_back(stateOf(applet, route, inputs));
     }
     if (session.options().json) {
-        console.out << toJson(inputs, states).dump(2) << '\n';
+        printJson(console.out, toJson(inputs, states));
     } else {
         print(console, inputs, states);
     }

@@ -24,11 +24,11 @@ public:
 private:
     Json addGroup(const ParameterRecord& group, const std::string& indent) {
         rows_.push_back({indent + client::utf8(group.label)});
-        Json children = Json::array();
+        Json children = emptyList();
         for (const ParameterRecord& child : group.children) {
-            children.push_back(add(child, indent + "  "));
+            append(children, add(child, indent + "  "));
         }
-        return {{"group", client::utf8(group.label)}, {"children", children}};
+        return object({{"group", client::utf8(group.label)}, {"children", children}});
     }
 
     Json addParameter(const ParameterRecord& record, const std::string& indent) {
@@ -41,19 +41,19 @@ private:
             parameter.isEnumerated() ? std::to_string(record.entries.size()) + " values" : acceptedValues(parameter);
         rows_.push_back({indent + client::utf8(record.label), record.symbol, access,
                          code == 0 ? inWords(parameter, value) : client::describeCode(code), range});
-        Json json{{"label", client::utf8(record.label)},
-                  {"name", record.symbol},
-                  {"id", record.id},
-                  {"access", access},
-                  {"value", code == 0 ? toJson(value) : Json(nullptr)}};
+        Json json = object({{"label", client::utf8(record.label)},
+                            {"name", record.symbol},
+                            {"id", record.id},
+                            {"access", access},
+                            {"value", code == 0 ? toJson(value) : Json(nullptr)}});
         if (const std::string enumerator = enumeratorOf(parameter, value); code == 0 && !enumerator.empty()) {
-            json["enumerator"] = enumerator;
+            put(json, "enumerator", enumerator);
         }
         if (!record.unit.empty()) {
-            json["unit"] = client::utf8(record.unit);
+            put(json, "unit", client::utf8(record.unit));
         }
         if (!range.empty()) {
-            json["accepted"] = acceptedValues(parameter);
+            put(json, "accepted", acceptedValues(parameter));
         }
         return json;
     }
@@ -90,17 +90,17 @@ ExitStatus list(Session& session, Console& console, const std::string& group) {
         throw RefusedError("the applet publishes no parameter records");
     }
     Listing listing(session.applet());
-    Json json = Json::array();
+    Json json = emptyList();
     if (!group.empty()) {
-        json.push_back(listing.add(findGroup(trees, group), ""));
+        append(json, listing.add(findGroup(trees, group), ""));
     } else {
         // The newest group comes first in the applet's list; people read them in the order of their making.
         for (auto tree = trees.rbegin(); tree != trees.rend(); ++tree) {
-            json.push_back(listing.add(*tree, ""));
+            append(json, listing.add(*tree, ""));
         }
     }
     if (session.options().json) {
-        console.out << json.dump(2) << '\n';
+        printJson(console.out, json);
     } else {
         printRows(console.out, listing.rows());
     }

@@ -56,14 +56,15 @@ ExitStatus load(Session& session, Console& console, const LoadArguments& argumen
     const auto accesses = traced(session.board(), [&] { loadConfiguration(session.applet(), arguments.file); });
     const auto differing = changes(before, readState(session.applet()));
     if (session.options().json) {
-        Json json{{"loaded", arguments.file.string()}, {"changed", Json::array()}};
+        Json list = emptyList();
         for (const Change& change : differing) {
-            json["changed"].push_back({{"name", change.name}, {"before", change.before}, {"after", change.after}});
+            append(list, object({{"name", change.name}, {"before", change.before}, {"after", change.after}}));
         }
+        Json json = object({{"loaded", arguments.file.string()}, {"changed", list}});
         if (arguments.trace) {
-            json["accesses"] = toJson(accesses);
+            put(json, "accesses", toJson(accesses));
         }
-        console.out << json.dump(2) << '\n';
+        printJson(console.out, json);
         return Done;
     }
     console.out << "loaded " << arguments.file.string() << ", " << differing.size() << " values changed\n";

@@ -78,7 +78,7 @@ Chart chartOf(const Tables& tables) {
 Json toJson(const Tables& tables) {
     Json json;
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        json[channels[i].name] = tables[i];
+        put(json, channels[i].name, tables[i]);
     }
     return json;
 }
@@ -97,7 +97,7 @@ ExitStatus show(Session& session, Console& console, const LutArguments& argument
         writePicture(chart, arguments.picture);
     }
     if (session.options().json) {
-        console.out << toJson(tables).dump() << '\n';
+        console.out << inOneLine(toJson(tables)) << '\n';
         return Done;
     }
     for (const std::string& line : asText(chart, 64, 16)) {
@@ -151,14 +151,16 @@ ExitStatus compare(Session& session, Console& console, const LutArguments& argum
                                         std::to_string(difference.first) + "; most at " +
                                         std::to_string(difference.farthest) + ", by " + std::to_string(difference.most);
         rows.push_back({channels[i].name, words});
-        json[channels[i].name] = {{"differing", difference.count}};
+        Json told = object({{"differing", difference.count}});
         if (difference.count > 0) {
-            json[channels[i].name].update(
-                {{"first", difference.first}, {"farthest", difference.farthest}, {"by", difference.most}});
+            put(told, "first", difference.first);
+            put(told, "farthest", difference.farthest);
+            put(told, "by", difference.most);
         }
+        put(json, channels[i].name, told);
     }
     if (session.options().json) {
-        console.out << json.dump(2) << '\n';
+        printJson(console.out, json);
     } else {
         printRows(console.out, rows);
     }

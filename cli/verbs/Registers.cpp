@@ -44,12 +44,13 @@ RegisterLine readRegister(client::Applet& applet, const Parameter& parameter) {
     const int code = applet.getUnsigned64(parameter.id, value);
     const std::string name = parameter.name.substr(parameter.name.starts_with(Prefix) ? Prefix.size() : 0);
     const bool writable = parameter.record && parameter.record->writable;
-    Json json{{"name", name}, {"number", parameter.id - FG_REGISTER_IDS}, {"id", parameter.id}, {"writable", writable}};
+    Json json = object(
+        {{"name", name}, {"number", parameter.id - FG_REGISTER_IDS}, {"id", parameter.id}, {"writable", writable}});
     if (code == 0) {
-        json["value"] = value;
+        put(json, "value", value);
     } else {
-        json["value"] = nullptr;
-        json["refused"] = toJson(explainGet(code));
+        put(json, "value", nullptr);
+        put(json, "refused", toJson(explainGet(code)));
     }
     return {{std::to_string(parameter.id - FG_REGISTER_IDS), name,
              code == 0 ? hexadecimal(value) : client::describeCode(code), writable ? "writable" : ""},
@@ -78,16 +79,16 @@ ExitStatus showRegisters(Session& session, Console& console, const std::vector<s
         }
     }
     Rows rows;
-    Json list = Json::array();
+    Json list = emptyList();
     bool refused = false;
     for (const Parameter& parameter : wantedRegisters(session.applet(), names)) {
         RegisterLine line = readRegister(session.applet(), parameter);
         refused = refused || line.json.contains("refused");
         rows.push_back(std::move(line.cells));
-        list.push_back(std::move(line.json));
+        append(list, std::move(line.json));
     }
     if (session.options().json) {
-        console.out << list.dump(2) << '\n';
+        printJson(console.out, list);
     } else {
         printRows(console.out, rows);
     }

@@ -7,7 +7,7 @@ namespace {
 ExitStatus save(Session& session, Console& console, const std::filesystem::path& file) {
     saveConfiguration(session.applet(), file);
     if (session.options().json) {
-        console.out << Json{{"saved", file.string()}, {"bytes", std::filesystem::file_size(file)}}.dump(2) << '\n';
+        printJson(console.out, object({{"saved", file.string()}, {"bytes", std::filesystem::file_size(file)}}));
     } else {
         console.out << "saved " << file.string() << '\n';
     }

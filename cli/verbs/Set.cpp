@@ -61,23 +61,23 @@ bool setOne(Session& session, Console& console, const Assignment& assignment, bo
     int code = 0;
     const auto accesses =
         traced(session.board(), [&] { code = writeValue(session.applet(), parameter, assignment.value); });
-    Json entry{
-        {"name", parameter.name}, {"id", parameter.id}, {"value", toJson(assignment.value)}, {"accepted", code == 0}};
+    Json entry = object(
+        {{"name", parameter.name}, {"id", parameter.id}, {"value", toJson(assignment.value)}, {"accepted", code == 0}});
     if (code != 0) {
         const Refusal refusal = explainSet(session.applet(), parameter, code);
-        entry["refused"] = toJson(refusal);
+        put(entry, "refused", toJson(refusal));
         console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << parameter.name << "="
                     << assignment.text << " " << inWords(refusal) << '\n';
     } else if (!session.options().json) {
         console.out << parameter.name << " = " << valueNow(session, assignment) << '\n';
     }
     if (trace) {
-        entry["accesses"] = toJson(accesses);
+        put(entry, "accesses", toJson(accesses));
         if (!session.options().json) {
             printTrace(console.out, console.outPainter, accesses);
         }
     }
-    list.push_back(entry);
+    append(list, entry);
     return code == 0;
 }
 
@@ -89,7 +89,7 @@ ExitStatus set(Session& session, Console& console, const SetArguments& arguments
         assignments.push_back({parameter, parseValue(session.applet(), parameter, text), text});
     }
     planFaults(session.board(), arguments.faults);
-    Json list = Json::array();
+    Json list = emptyList();
     bool accepted = true;
     // A value may rest on the one before it, so the first refusal ends the command.
     for (std::size_t i = 0; accepted && i < assignments.size(); ++i) {
@@ -99,7 +99,7 @@ ExitStatus set(Session& session, Console& console, const SetArguments& arguments
         }
     }
     if (session.options().json) {
-        console.out << list.dump(2) << '\n';
+        printJson(console.out, list);
     }
     return accepted ? Done : Refused;
 }

@@ -81,7 +81,7 @@ std::string statusInWords(const StatusRow& row, const Parameter& parameter, cons
     }
     const std::string unit(row.unit);
     const bool plainNumber = json.is_number() && enumeratorOf(parameter, value).empty() && !unit.empty();
-    return plainNumber ? json.dump() + " " + unit : inWords(parameter, value);
+    return plainNumber ? inOneLine(json) + " " + unit : inWords(parameter, value);
 }
 
 /// One look at everything; answers whether all of it could be read.
@@ -96,14 +96,14 @@ bool look(Session& session, Console& console) {
         complete = complete && code == 0;
         const std::string words = code == 0 ? statusInWords(row, parameter, value) : client::describeCode(code);
         rows.push_back({std::string(row.words), words});
-        json[parameter.name] = {{"value", code == 0 ? toJson(value) : Json(nullptr)}, {"words", words}};
+        put(json, parameter.name, object({{"value", code == 0 ? toJson(value) : Json(nullptr)}, {"words", words}}));
     }
     if (session.options().json) {
-        console.out << json.dump(2) << std::endl;
+        printJson(console.out, json);
     } else {
         printRows(console.out, rows);
-        console.out << std::flush;
     }
+    console.out << std::flush;
     return complete;
 }
 

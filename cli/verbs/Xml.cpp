@@ -17,7 +17,7 @@ ExitStatus xml(Session& session, Console& console, const std::string& file) {
         }
     }
     if (session.options().json) {
-        Json json{{"bytes", document.size()}};
+        Json json = object({{"bytes", document.size()}});
         json[file.empty() ? "document" : "file"] = file.empty() ? document : file;
         // The document's units are Latin-1, which JSON does not hold.
         console.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
