@@ -60,15 +60,15 @@ void skipLine(LineReader& lines) {
 
 }  // namespace
 
-Fg_ConfigFileParser::Fg_ConfigFileParser(Fg_Log* messageLog, const char* fileName, bool readOnly) : log(messageLog) {
+Fg_ConfigFileParser::Fg_ConfigFileParser(Fg_Log* messageLog, const char* fileName, bool readOnly) : log_(messageLog) {
     logEntry("Fg_ConfigFileParser::Fg_ConfigFileParser");
     if (!checkFileType(fileName) || !checkFileExist(fileName)) {
         logError("Config File is Invalid");
         return;
     }
     logInfo("Config File is valid");
-    file = openTextFile(fileName, readOnly ? "r" : "r+");
-    if (!file) {
+    file_ = openTextFile(fileName, readOnly ? "r" : "r+");
+    if (!file_) {
         logError("Config File: fopen failed");
     }
 }
@@ -97,12 +97,12 @@ bool Fg_ConfigFileParser::setSaveFile(const char* fileName) {
         logError("Config File is Invalid");
         return false;
     }
-    file = openTextFile(fileName, "w");
-    lines.forget();
-    if (!file) {
+    file_ = openTextFile(fileName, "w");
+    lines_.forget();
+    if (!file_) {
         logError("Config File: fopen failed");
     }
-    return file != nullptr;
+    return file_ != nullptr;
 }
 
 std::string Fg_ConfigFileParser::getPortString(int portNumber) const {
@@ -112,10 +112,10 @@ std::string Fg_ConfigFileParser::getPortString(int portNumber) const {
 
 template <typename... Arguments>
 void Fg_ConfigFileParser::writeLine(const char* format, Arguments... arguments) {
-    if (file) {
-        lines.handOver(file.get());
-        std::fprintf(file.get(), format, arguments...);
-        std::fflush(file.get());
+    if (file_) {
+        lines_.handOver(file_.get());
+        std::fprintf(file_.get(), format, arguments...);
+        std::fflush(file_.get());
     }
 }
 
@@ -211,14 +211,14 @@ int Fg_ConfigFileParser::notFound(char* value) const {
 int Fg_ConfigFileParser::parseKeyFromLine(const char* key, char* value) {
     logEntry("Fg_ConfigFileParser::parseKeyFromLine");
     TextLine line = {};
-    if (!file || key == nullptr) {
+    if (!file_ || key == nullptr) {
         return notFound(value);
     }
-    lines.restart(file.get());
-    if (!findLineHolding(lines, key, line)) {
+    lines_.restart(file_.get());
+    if (!findLineHolding(lines_, key, line)) {
         return notFound(value);
     }
-    skipLine(lines);
+    skipLine(lines_);
     LineSplitter splitter(line);
     splitter.next("='");
     const char* token = splitter.next(ValueDelimiters);
@@ -229,14 +229,14 @@ int Fg_ConfigFileParser::parseKeyFromLine(const char* key, char* value) {
 int Fg_ConfigFileParser::parseKey(const char* section, const char* key, char* value) {
     logEntry("Fg_ConfigFileParser::parseKey");
     TextLine line = {};
-    if (!file || section == nullptr || key == nullptr) {
+    if (!file_ || section == nullptr || key == nullptr) {
         return notFound(value);
     }
-    lines.restart(file.get());
-    if (!findLineHolding(lines, section, line) || !findLineOfKey(lines, key, line)) {
+    lines_.restart(file_.get());
+    if (!findLineHolding(lines_, section, line) || !findLineOfKey(lines_, key, line)) {
         return notFound(value);
     }
-    skipLine(lines);
+    skipLine(lines_);
     LineSplitter splitter(line);
     splitter.next("=;");
     const char* token = splitter.next(ValueDelimiters);
@@ -313,20 +313,20 @@ int Fg_ConfigFileParser::parseDoubleKeySection(int portNumber, const char* key, 
 }
 
 void Fg_ConfigFileParser::logEntry(const char* operation) const {
-    if (log != nullptr) {
-        log->Func(operation);
+    if (log_ != nullptr) {
+        log_->Func(operation);
     }
 }
 
 void Fg_ConfigFileParser::logInfo(const char* message) const {
-    if (log != nullptr) {
-        log->Info(message);
+    if (log_ != nullptr) {
+        log_->Info(message);
     }
 }
 
 void Fg_ConfigFileParser::logError(const char* message) const {
-    if (log != nullptr) {
-        log->Error(message);
+    if (log_ != nullptr) {
+        log_->Error(message);
     }
 }
 

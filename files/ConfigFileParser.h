@@ -119,9 +119,9 @@ private:
     void logInfo(const char* message) const;
     void logError(const char* message) const;
 
-    Fg_Log* log;
-    TextFile file;
-    LineReader lines;
+    Fg_Log* log_;
+    TextFile file_;
+    LineReader lines_;
 };
 
 }  // namespace quillon

@@ -132,7 +132,7 @@ void Fg_LutFileParser::writeSection(const char* section, const KneeLookupTable_s
 
 /// The file stays open until the next one or the end of the parser, but what was written can be read from now on.
 int Fg_LutFileParser::finishWriting() {
-    std::fflush(file.get());
+    std::fflush(file_.get());
     return Done;
 }
 
@@ -143,10 +143,10 @@ int Fg_LutFileParser::getMatrixFromFile(const char*, int*, int) {
 /// The file open before is closed first: closing it writes what is still in its buffer, which must not land in a file
 /// of the same name that has been truncated since.
 bool Fg_LutFileParser::open(const char* fileName, const char* mode) {
-    file.reset();
-    file = openTextFile(fileName, mode);
-    lines.forget();
-    return file != nullptr;
+    file_.reset();
+    file_ = openTextFile(fileName, mode);
+    lines_.forget();
+    return file_ != nullptr;
 }
 
 bool Fg_LutFileParser::openExisting(const char* fileName) {
@@ -231,17 +231,17 @@ bool Fg_LutFileParser::setOpenFile(const char* fileName, bool readOnly) {
 
 int Fg_LutFileParser::parseKeyFromLine(const char* key, char* value, const char* delimiters) {
     std::strcpy(value, MissingText);
-    if (!file) {
+    if (!file_) {
         return Done;
     }
-    lines.restart(file.get());
-    for (TextLine line = {}; lines.next(line);) {
+    lines_.restart(file_.get());
+    for (TextLine line = {}; lines_.next(line);) {
         if (std::strstr(line.data(), key) != nullptr) {
             LineSplitter splitter(line);
             splitter.next(delimiters);
             const char* token = splitter.next(delimiters);
             std::strcpy(value, token == nullptr ? "" : token);
-            lines.next(line);
+            lines_.next(line);
             break;
         }
     }
@@ -266,14 +266,14 @@ int Fg_LutFileParser::parseDoubleKey(const char* key, double* value, const char*
 /// found in "11," too: entries are only told apart by their order.
 template <typename Store>
 void Fg_LutFileParser::forEachElement(std::uint32_t count, const char* separator, const char* section, Store store) {
-    if (!file) {
+    if (!file_) {
         return;
     }
-    lines.restart(file.get());
+    lines_.restart(file_.get());
     std::uint32_t index = 0;
     std::string tag = std::string("0") + separator;
     bool isInSection = false;
-    for (TextLine line = {}; index < count && lines.next(line);) {
+    for (TextLine line = {}; index < count && lines_.next(line);) {
         isInSection = isInSection || std::strstr(line.data(), section) != nullptr;
         if (!isInSection || std::strstr(line.data(), tag.c_str()) == nullptr) {
             continue;
@@ -315,16 +315,16 @@ int Fg_LutFileParser::getDoubleValue(const char* text, double* value) const {
 }
 
 void Fg_LutFileParser::writeLutFileHeader(const char* text) {
-    if (file) {
-        lines.handOver(file.get());
-        std::fputs(text, file.get());
+    if (file_) {
+        lines_.handOver(file_.get());
+        std::fputs(text, file_.get());
     }
 }
 
 void Fg_LutFileParser::writeLutFileValue(const char* key, const char* separator, const char* value) {
-    if (file) {
-        lines.handOver(file.get());
-        std::fprintf(file.get(), "%s%s%s;\n", key, separator, value);
+    if (file_) {
+        lines_.handOver(file_.get());
+        std::fprintf(file_.get(), "%s%s%s;\n", key, separator, value);
     }
 }
 

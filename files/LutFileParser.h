@@ -112,8 +112,8 @@ private:
     template <typename Store>
     void forEachElement(std::uint32_t count, const char* separator, const char* section, Store store);
 
-    TextFile file;
-    LineReader lines;
+    TextFile file_;
+    LineReader lines_;
 };
 
 }  // namespace quillon

@@ -39,7 +39,7 @@ TextFile openTextFile(const char* fileName, const char* mode) {
 }
 
 const char* LineSplitter::next(const char* delimiters) {
-    return ::strtok_r(std::exchange(start, nullptr), delimiters, &rest);
+    return ::strtok_r(std::exchange(start_, nullptr), delimiters, &rest_);
 }
 
 }  // namespace quillon

@@ -29,14 +29,14 @@ using TextLine = std::array<char, 256>;
 /// must outlive the splitter, which writes terminators into it. Each token may name delimiters of its own.
 class LineSplitter {
 public:
-    explicit LineSplitter(TextLine& line) : start(line.data()) {}
+    explicit LineSplitter(TextLine& line) : start_(line.data()) {}
 
     /// The next token, or null if nothing but delimiters is left.
     const char* next(const char* delimiters);
 
 private:
-    char* start;
-    char* rest = nullptr;
+    char* start_;
+    char* rest_ = nullptr;
 };
 
 }  // namespace quillon

@@ -15,7 +15,7 @@ constexpr int CatalogueList = 0;
 /// Makes the records of the fixed catalogue, and their groups when the first record needs them.
 class CatalogueBuilder {
 public:
-    CatalogueBuilder(Fg_ParameterInfo& store, RegisterInfoById& records) : info(store), recordsById(records) {}
+    CatalogueBuilder(Fg_ParameterInfo& store, RegisterInfoById& records) : info_(store), recordsById_(records) {}
 
     void add(const CatalogueParameter& parameter) {
         RegisterInfo* parent = groupRecord(parameter.group);
@@ -27,10 +27,10 @@ private:
         if (group == CatalogueGroup::None) {
             return nullptr;
         }
-        RegisterInfo*& record = groupRecords[static_cast<std::size_t>(group)];
+        RegisterInfo*& record = groupRecords_[static_cast<std::size_t>(group)];
         if (record == nullptr) {
             const CatalogueGroupRow& row = catalogueGroups()[static_cast<std::size_t>(group)];
-            record = info.addGroupInfo(CatalogueList, groupRecord(row.parent), row.label);
+            record = info_.addGroupInfo(CatalogueList, groupRecord(row.parent), row.label);
         }
         return record;
     }
@@ -40,9 +40,9 @@ private:
     template <typename AddInfo, typename... Values>
     RegisterInfo* enter(const CatalogueParameter& parameter, RegisterInfo* parent, AddInfo addInfo, Values... values) {
         RegisterInfo* record =
-            (info.*addInfo)(parent, parameter.label, parameter.symbol, values..., parameter.accessFlags,
-                            parameter.displayLevel, Exported, parameter.unit, parameter.id, CatalogueList);
-        recordsById[PublicProcess][parameter.id] = record;
+            (info_.*addInfo)(parent, parameter.label, parameter.symbol, values..., parameter.accessFlags,
+                             parameter.displayLevel, Exported, parameter.unit, parameter.id, CatalogueList);
+        recordsById_[PublicProcess][parameter.id] = record;
         return record;
     }
 
@@ -79,13 +79,13 @@ private:
             enter(parameter, parent, &Fg_ParameterInfo::addInfoEnum, static_cast<int>(entries.size()));
         int position = 0;
         for (const EnumEntry& entry : entries) {
-            info.addEnumNameValue(record, position++, entry.label, entry.value, entry.name);
+            info_.addEnumNameValue(record, position++, entry.label, entry.value, entry.name);
         }
     }
 
-    Fg_ParameterInfo& info;
-    RegisterInfoById& recordsById;
-    std::array<RegisterInfo*, CatalogueGroupCount> groupRecords{};
+    Fg_ParameterInfo& info_;
+    RegisterInfoById& recordsById_;
+    std::array<RegisterInfo*, CatalogueGroupCount> groupRecords_{};
 };
 
 }  // namespace

@@ -13,12 +13,12 @@ public:
     explicit Category(const std::string& name, Category* parent = nullptr);
 
     /// Takes ownership.
-    void addChild(Category* child) { children.emplace_back(child); }
-    void addFeature(const std::string& feature) { features.push_back(feature); }
+    void addChild(Category* child) { children_.emplace_back(child); }
+    void addFeature(const std::string& feature) { features_.push_back(feature); }
 
-    const std::string& getName() const { return name; }
-    unsigned int getChildCount() const { return static_cast<unsigned int>(children.size()); }
-    unsigned int getFeatureCount() const { return static_cast<unsigned int>(features.size()); }
+    const std::string& getName() const { return name_; }
+    unsigned int getChildCount() const { return static_cast<unsigned int>(children_.size()); }
+    unsigned int getFeatureCount() const { return static_cast<unsigned int>(features_.size()); }
     Category* getChild(unsigned int index) const;             ///< null out of range
     Category* getChild(const std::string& childName) const;   ///< the first of that name, or null
     const std::string& getFeature(unsigned int index) const;  ///< empty out of range
@@ -26,9 +26,9 @@ public:
     bool hasFeature(const std::string& feature) const;
 
 private:
-    std::string name;
-    std::vector<std::unique_ptr<Category>> children;
-    std::vector<std::string> features;
+    std::string name_;
+    std::vector<std::unique_ptr<Category>> children_;
+    std::vector<std::string> features_;
 };
 
 }  // namespace quillon

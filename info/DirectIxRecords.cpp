@@ -9,17 +9,17 @@ namespace {
 /// Copies of the design's groups and records under one group of the store.
 class DesignCopier {
 public:
-    DesignCopier(Fg_ParameterInfo& store, RegisterInfo* topGroup) : info(store), top(topGroup) {}
+    DesignCopier(Fg_ParameterInfo& store, RegisterInfo* topGroup) : info_(store), top_(topGroup) {}
 
     /// The copy of the last of `groups`, which are a way down from a top-level group; what is missing on the way is
     /// made.
     RegisterInfo* groupFor(const std::vector<const RegisterInfo*>& groups) {
-        RegisterInfo* current = top;
+        RegisterInfo* current = top_;
         for (const RegisterInfo* group : groups) {
-            RegisterInfo*& copy = copyByGroup[group];
+            RegisterInfo*& copy = copyByGroup_[group];
             if (copy == nullptr) {
-                copy = info.addGroupInfo(0, current, group->label);
-                info.setSymbol(copy, group->symbol);
+                copy = info_.addGroupInfo(0, current, group->label);
+                info_.setSymbol(copy, group->symbol);
             }
             current = copy;
         }
@@ -31,8 +31,8 @@ public:
     RegisterInfo* repeat(const RegisterInfo& design, const std::vector<const RegisterInfo*>& groups, int id) {
         const std::string symbol = std::string(DirectIxPrefix) + (design.symbol == nullptr ? "" : design.symbol);
         const auto add = [&](auto addInfo, auto... values) {
-            return (info.*addInfo)(groupFor(groups), design.label, symbol.c_str(), values..., design.accessFlags,
-                                   design.displayLevel, design.exported, design.unit, id, 0);
+            return (info_.*addInfo)(groupFor(groups), design.label, symbol.c_str(), values..., design.accessFlags,
+                                    design.displayLevel, design.exported, design.unit, id, 0);
         };
         const auto addRange = [&](auto addInfo, const auto& range) {
             return add(addInfo, range.min, range.max, range.inc);
@@ -56,14 +56,14 @@ public:
 private:
     void copyEntries(const RegisterInfoEnum& entries, RegisterInfo* record) {
         for (std::int32_t entry = 0; entry < entries.entryCount; ++entry) {
-            info.addEnumNameValue(record, entry, entries.entryLabels[entry], entries.entryValues[entry],
-                                  entries.entryNames[entry]);
+            info_.addEnumNameValue(record, entry, entries.entryLabels[entry], entries.entryValues[entry],
+                                   entries.entryNames[entry]);
         }
     }
 
-    Fg_ParameterInfo& info;
-    RegisterInfo* top;
-    std::map<const RegisterInfo*, RegisterInfo*> copyByGroup;
+    Fg_ParameterInfo& info_;
+    RegisterInfo* top_;
+    std::map<const RegisterInfo*, RegisterInfo*> copyByGroup_;
 };
 
 }  // namespace

@@ -85,7 +85,7 @@ Fg_ParameterInfo::Fg_ParameterInfo(int requestedCount) : listCount(std::max(requ
     heads.resize(count);
     owned.resize(count);
     finalized.resize(count);
-    shells.resize(count);
+    shells_.resize(count);
     for (int listIndex = 0; listIndex < listCount; ++listIndex) {
         init(listIndex);
     }
@@ -104,7 +104,7 @@ void Fg_ParameterInfo::init(int listIndex) {
     destroy(listIndex);
     const auto list = static_cast<std::size_t>(listIndex);
     heads[list] = nullptr;
-    shells[list].reset();
+    shells_[list].reset();
     finalized[list] = false;
 }
 
@@ -120,7 +120,7 @@ void Fg_ParameterInfo::destroy(int listIndex) {
     for (RegisterInfo_v2* record : records) {
         clearRecord(*record);
         if (record == heads[list]) {
-            shells[list].reset(record);
+            shells_[list].reset(record);
         } else {
             delete record;
         }

@@ -118,7 +118,7 @@ private:
     std::vector<std::vector<RegisterInfo_v2*>> owned;
     std::vector<bool> finalized;
     /// Heads that outlived their list's records, emptied, so that a head is never a stale pointer.
-    std::vector<std::unique_ptr<RegisterInfo>> shells;
+    std::vector<std::unique_ptr<RegisterInfo>> shells_;
 };
 
 }  // namespace quillon

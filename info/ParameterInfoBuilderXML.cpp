@@ -77,27 +77,27 @@ void writeFeature(std::string& out, const std::string& name) {
 
 ParameterInfoBuilderXML::ParameterInfoBuilderXML(const Fg_ParameterInfo& store, const AppletNames& applet,
                                                  int listIndex)
-    : info(store),
-      modelName(xmlStringFilter(applet.name)),
-      vendorName(xmlStringFilter(applet.vendor)),
-      port(listIndex),
-      root(std::string(RootName)) {}
+    : info_(store),
+      modelName_(xmlStringFilter(applet.name)),
+      vendorName_(xmlStringFilter(applet.vendor)),
+      port_(listIndex),
+      root_(std::string(RootName)) {}
 
 std::string ParameterInfoBuilderXML::build() {
     std::string out;
     out.reserve(ExpectedDocumentSize);
     writeHead(out);
-    processRegisterInfo(out, info.getRegisterInfo(port), nullptr);
-    writeCategory(out, root);
+    processRegisterInfo(out, info_.getRegisterInfo(port_), nullptr);
+    writeCategory(out, root_);
     out += "<Port Name=\"DevicePort\"></Port>\n</RegisterDescription>\n";
     return out;
 }
 
 void ParameterInfoBuilderXML::writeHead(std::string& out) const {
     out += "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n\n<RegisterDescription\nModelName=\"";
-    out += modelName;
+    out += modelName_;
     out += "\"\nVendorName=\"";
-    out += vendorName;
+    out += vendorName_;
     out +=
         "\"\n"
         "StandardNameSpace=\"None\"\n"
@@ -143,13 +143,13 @@ void ParameterInfoBuilderXML::buildParamDescr(std::string& out, const RegisterIn
 
 Category& ParameterInfoBuilderXML::categoryFor(std::string_view parentLabel) {
     if (parentLabel.empty()) {
-        return root;
+        return root_;
     }
     const std::string name = xmlNameFilter(parentLabel);
-    if (Category* known = root.getChild(name); known != nullptr) {
+    if (Category* known = root_.getChild(name); known != nullptr) {
         return *known;
     }
-    return *new Category(name, &root);
+    return *new Category(name, &root_);
 }
 
 void ParameterInfoBuilderXML::writeCategory(std::string& out, const Category& category) const {

@@ -39,11 +39,11 @@ private:
     void writeCategory(std::string& out, const Category& category) const;
     Category& categoryFor(std::string_view parentLabel);
 
-    const Fg_ParameterInfo& info;
-    std::string modelName;
-    std::string vendorName;
-    int port;
-    Category root;
+    const Fg_ParameterInfo& info_;
+    std::string modelName_;
+    std::string vendorName_;
+    int port_;
+    Category root_;
 };
 
 }  // namespace quillon

@@ -71,23 +71,23 @@ std::string_view accessMode(const RegisterInfo& info) {
 
 void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, int length) {
     if (info.parameterId != 0) {
-        write(out, "<Address>"sv, info.parameterId, "</Address>\n"sv);
+        write(out_, "<Address>"sv, info.parameterId, "</Address>\n"sv);
     }
-    write(out, "<Length>"sv, length, "</Length>\n"sv);
-    write(out, "<AccessMode>"sv, accessMode(info), "</AccessMode>\n"sv);
-    write(out, "<pPort>DevicePort</pPort>\n"sv);
+    write(out_, "<Length>"sv, length, "</Length>\n"sv);
+    write(out_, "<AccessMode>"sv, accessMode(info), "</AccessMode>\n"sv);
+    write(out_, "<pPort>DevicePort</pPort>\n"sv);
 }
 
 void ParameterInfoGeneratorXML::integerRegister(const RegisterInfo& info, const std::string& name, int length,
                                                 std::string_view sign) {
-    write(out, "<IntReg Name=\""sv, name, "_Reg\">\n"sv);
+    write(out_, "<IntReg Name=\""sv, name, "_Reg\">\n"sv);
     infoGenerate(info, length);
-    write(out, "<Sign>"sv, sign, "</Sign>\n<Endianess>LittleEndian</Endianess>\n</IntReg>"sv);
+    write(out_, "<Sign>"sv, sign, "</Sign>\n<Endianess>LittleEndian</Endianess>\n</IntReg>"sv);
 }
 
 void ParameterInfoGeneratorXML::description(const RegisterInfo& info) {
     if (info.label != nullptr && *info.label != '\0') {
-        write(out, "<Description>"sv, Escaped{info.label}, "</Description>\n"sv);
+        write(out_, "<Description>"sv, Escaped{info.label}, "</Description>\n"sv);
     }
 }
 
@@ -95,50 +95,50 @@ void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, std::uint
                                              std::uint64_t max, std::uint64_t inc) {
     const std::string name = filteredSymbol(info);
     integerRegister(info, name, integerLength(info), "Signed");
-    write(out, "\n<Integer Name='"sv, name, "'>\n"sv);
+    write(out_, "\n<Integer Name='"sv, name, "'>\n"sv);
     description(info);
-    write(out, "<pValue>"sv, name, "_Reg</pValue>\n"sv);
-    write(out, "<Min>"sv, min, "</Min>\n<Max>"sv, max, "</Max>\n"sv);
+    write(out_, "<pValue>"sv, name, "_Reg</pValue>\n"sv);
+    write(out_, "<Min>"sv, min, "</Min>\n<Max>"sv, max, "</Max>\n"sv);
     if (inc != 0) {
-        write(out, "<Inc>"sv, inc, "</Inc>\n"sv);
+        write(out_, "<Inc>"sv, inc, "</Inc>\n"sv);
     }
-    write(out, "</Integer>"sv);
+    write(out_, "</Integer>"sv);
 }
 
 void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, double, double min, double max, double) {
     const std::string name = filteredSymbol(info);
-    write(out, "<FloatReg Name=\""sv, name, "_Reg\">\n"sv);
+    write(out_, "<FloatReg Name=\""sv, name, "_Reg\">\n"sv);
     infoGenerate(info, FloatLength);
-    write(out, "<Endianess>LittleEndian</Endianess>\n</FloatReg>\n"sv);
-    write(out, "<Float Name=\""sv, name, "\">\n"sv);
+    write(out_, "<Endianess>LittleEndian</Endianess>\n</FloatReg>\n"sv);
+    write(out_, "<Float Name=\""sv, name, "\">\n"sv);
     description(info);
-    write(out, "<pValue>"sv, name, "_Reg</pValue>\n"sv);
-    write(out, "<Min>"sv, min, "</Min>\n<Max>"sv, max, "</Max>\n</Float>"sv);
+    write(out_, "<pValue>"sv, name, "_Reg</pValue>\n"sv);
+    write(out_, "<Min>"sv, min, "</Min>\n<Max>"sv, max, "</Max>\n</Float>"sv);
 }
 
 void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info) {
-    write(out, "<StringReg Name=\""sv, filteredSymbol(info), "\">\n"sv);
+    write(out_, "<StringReg Name=\""sv, filteredSymbol(info), "\">\n"sv);
     description(info);
     infoGenerate(info, StringLength);
-    write(out, "</StringReg>"sv);
+    write(out_, "</StringReg>"sv);
 }
 
 void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, int, const NamesByValue& entries) {
     const std::string name = filteredSymbol(info);
-    write(out, "<Enumeration Name='"sv, name, "'>\n"sv);
+    write(out_, "<Enumeration Name='"sv, name, "'>\n"sv);
     description(info);
     for (const auto& [value, text] : entries) {
-        write(out, "<EnumEntry Name=\""sv, Escaped{text}, "\">\n<Value>"sv, value, "</Value>\n</EnumEntry>\n"sv);
+        write(out_, "<EnumEntry Name=\""sv, Escaped{text}, "\">\n<Value>"sv, value, "</Value>\n</EnumEntry>\n"sv);
     }
-    write(out, "<pValue>"sv, name, "_Reg</pValue>\n</Enumeration>\n\n"sv);
+    write(out_, "<pValue>"sv, name, "_Reg</pValue>\n</Enumeration>\n\n"sv);
     integerRegister(info, name, IntegerLength, "Unsigned");
 }
 
 void ParameterInfoGeneratorXML::selector(const std::string& name, std::size_t elements) {
-    write(out, "<Integer Name='"sv, name, "_Selector'>\n<Value>0</Value>\n<Min>0</Min>\n"sv);
+    write(out_, "<Integer Name='"sv, name, "_Selector'>\n<Value>0</Value>\n<Min>0</Min>\n"sv);
     // No elements at all give the largest number: the subtraction wraps.
-    write(out, "<Max>"sv, elements - 1, "</Max>\n<Inc>1</Inc>\n"sv);
-    write(out, "<pSelect>"sv, name, "_Reg</pSelect>\n</Integer>"sv);
+    write(out_, "<Max>"sv, elements - 1, "</Max>\n<Inc>1</Inc>\n"sv);
+    write(out_, "<pSelect>"sv, name, "_Reg</pSelect>\n</Integer>"sv);
 }
 
 void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, const std::vector<std::uint64_t>& values,
@@ -146,10 +146,10 @@ void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, const std
     const std::string name = filteredSymbol(info);
     selector(name, values.size());
     integerRegister(info, name, integerLength(info), "Signed");
-    write(out, "\n<Integer Name='"sv, name, "'>\n"sv);
+    write(out_, "\n<Integer Name='"sv, name, "'>\n"sv);
     description(info);
-    write(out, "<pValue>"sv, name, "_Reg</pValue>\n"sv);
-    write(out, "<Min>"sv, min, "</Min>\n<Max>"sv, max, "</Max>\n<Inc>"sv, inc, "</Inc>\n</Integer>"sv);
+    write(out_, "<pValue>"sv, name, "_Reg</pValue>\n"sv);
+    write(out_, "<Min>"sv, min, "</Min>\n<Max>"sv, max, "</Max>\n<Inc>"sv, inc, "</Inc>\n</Integer>"sv);
 }
 
 void ParameterInfoGeneratorXML::infoGenerate(const RegisterInfo& info, const std::vector<double>& values, double min,

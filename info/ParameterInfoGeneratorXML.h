@@ -20,7 +20,7 @@ using NamesByValue = std::vector<std::pair<int, std::string_view>>;
 /// line. The `value` arguments, and `inc` of the float forms, are not used.
 class ParameterInfoGeneratorXML {
 public:
-    explicit ParameterInfoGeneratorXML(std::string& output) : out(output) {}
+    explicit ParameterInfoGeneratorXML(std::string& output) : out_(output) {}
 
     /// Address, length in bytes, access mode and port of a register.
     void infoGenerate(const RegisterInfo& info, int length);
@@ -44,7 +44,7 @@ private:
     void description(const RegisterInfo& info);
     void selector(const std::string& name, std::size_t elements);
 
-    std::string& out;
+    std::string& out_;
 };
 
 }  // namespace quillon

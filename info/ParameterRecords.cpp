@@ -5,8 +5,8 @@
 namespace quillon {
 
 RegisterInfo* ParameterRecords::find(int id) const {
-    const auto process = recordsById.find(PublicProcess);
-    if (process == recordsById.end()) {
+    const auto process = recordsById_.find(PublicProcess);
+    if (process == recordsById_.end()) {
         return nullptr;
     }
     const auto record = process->second.find(id);

@@ -26,7 +26,7 @@ inline constexpr int ReadOnlyAccess = RegisterAccessReadable;
 class ParameterRecords {
 public:
     /// `records` must outlive this object; it may be filled later.
-    explicit ParameterRecords(RegisterInfoById& records) : recordsById(records) {}
+    explicit ParameterRecords(RegisterInfoById& records) : recordsById_(records) {}
 
     /// The record of parameter `id`, or null.
     RegisterInfo* find(int id) const;
@@ -39,7 +39,7 @@ public:
     int accessFlags(int id) const;  ///< 0 for a record that does not exist
 
 private:
-    RegisterInfoById& recordsById;
+    RegisterInfoById& recordsById_;
 };
 
 }  // namespace quillon

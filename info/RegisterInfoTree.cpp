@@ -17,7 +17,7 @@ RegisterInfoTree::RegisterInfoTree(const RegisterInfo* head) {
     std::vector<const RegisterInfo*> pending;
     const auto push = [&](const RegisterInfo* group, const RegisterInfo* parent) {
         // A group that is met twice keeps its first place, so that even a description with a circle comes to an end.
-        if (isGroup(group) && parentOfGroup.emplace(group, parent).second) {
+        if (isGroup(group) && parentOfGroup_.emplace(group, parent).second) {
             pending.push_back(group);
         }
     };
@@ -30,23 +30,23 @@ RegisterInfoTree::RegisterInfoTree(const RegisterInfo* head) {
             if (isGroup(child)) {
                 push(child, group);
             } else if (child != nullptr) {
-                placeById.emplace(child->parameterId, Place{child, group});
+                placeById_.emplace(child->parameterId, Place{child, group});
             }
         }
-        push(group->next, parentOfGroup.at(group));
+        push(group->next, parentOfGroup_.at(group));
     }
 }
 
 const RegisterInfo* RegisterInfoTree::find(int id) const {
-    const auto place = placeById.find(id);
-    return place == placeById.end() ? nullptr : place->second.record;
+    const auto place = placeById_.find(id);
+    return place == placeById_.end() ? nullptr : place->second.record;
 }
 
 std::vector<const RegisterInfo*> RegisterInfoTree::groupsOf(int id) const {
     std::vector<const RegisterInfo*> groups;
-    const auto place = placeById.find(id);
-    const RegisterInfo* group = place == placeById.end() ? nullptr : place->second.group;
-    for (; group != nullptr; group = parentOfGroup.at(group)) {
+    const auto place = placeById_.find(id);
+    const RegisterInfo* group = place == placeById_.end() ? nullptr : place->second.group;
+    for (; group != nullptr; group = parentOfGroup_.at(group)) {
         groups.push_back(group);
     }
     std::reverse(groups.begin(), groups.end());

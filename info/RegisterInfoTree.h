@@ -29,8 +29,8 @@ private:
         const RegisterInfo* group;
     };
 
-    std::map<int, Place> placeById;
-    std::map<const RegisterInfo*, const RegisterInfo*> parentOfGroup;
+    std::map<int, Place> placeById_;
+    std::map<const RegisterInfo*, const RegisterInfo*> parentOfGroup_;
 };
 
 }  // namespace quillon

@@ -107,7 +107,7 @@ GenericLockGuard::~GenericLockGuard() {
         lock_->markLocked(false);
         lock_->unlock();
     }
-    if (deleteLock) {
+    if (deleteLock_) {
         delete lock_;
     }
 }

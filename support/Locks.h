@@ -101,8 +101,8 @@ public:
 
 private:
     platform::CriticalSection* lock_;
-    bool release_ = true;     ///< unlock at the end
-    bool deleteLock = false;  ///< destroy the lock at the end
+    bool release_ = true;      ///< unlock at the end
+    bool deleteLock_ = false;  ///< destroy the lock at the end
 };
 
 }  // namespace orlo::templates::patterns
