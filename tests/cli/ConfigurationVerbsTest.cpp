@@ -13,19 +13,19 @@ using ::testing::ContainsRegex;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 
-TEST(Save, TheStartUpStateIsWritten) {
+TEST(SaveVerb, TheStartUpStateIsWritten) {
     const Folder folder;
     EXPECT_EQ(quillon({"save", folder / "state.mcf"}).status, 0);
     EXPECT_THAT(contentOf(folder / "state.mcf"), HasSubstr("FG_WIDTH=1024"));
 }
 
-TEST(Save, AFileThatCannotBeWrittenIsRefused) {
+TEST(SaveVerb, AFileThatCannotBeWrittenIsRefused) {
     const Outcome outcome = quillon({"save", "/no/such/folder/state.mcf"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("-5001 (FileNotWritten)"));
 }
 
-TEST(Load, ItTellsWhatChanged) {
+TEST(LoadVerb, ItTellsWhatChanged) {
     const Folder folder;
     ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "--save", folder / "state.mcf"}).status, 0);
     const Outcome outcome = quillon({"load", folder / "state.mcf"});
@@ -34,7 +34,7 @@ TEST(Load, ItTellsWhatChanged) {
     EXPECT_THAT(outcome.out, ContainsRegex("FG_WIDTH +1024 pixel +-> +2048 pixel"));
 }
 
-TEST(Load, AMissingFileIsRefused) {
+TEST(LoadVerb, AMissingFileIsRefused) {
     const Outcome outcome = quillon({"load", "/no/such/state.mcf"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("-2076 (FileNotFound)"));
@@ -51,7 +51,7 @@ std::filesystem::path changedState(const Folder& folder, const std::string& from
     return file;
 }
 
-TEST(Check, ASavedStateHasNoComplaint) {
+TEST(CheckVerb, ASavedStateHasNoComplaint) {
     const Folder folder;
     ASSERT_EQ(quillon({"save", folder / "state.mcf"}).status, 0);
     const Outcome outcome = quillon({"check", folder / "state.mcf"});
@@ -59,7 +59,7 @@ TEST(Check, ASavedStateHasNoComplaint) {
     EXPECT_THAT(outcome.out, EndsWith("state.mcf: no complaint\n"));
 }
 
-TEST(Check, TheExamplesHaveNoComplaint) {
+TEST(CheckVerb, TheExamplesHaveNoComplaint) {
     for (const char* name : {"free_running_4k.mcf", "shaft_encoder_conveyor.mcf", "camera_simulator_50_frames.mcf"}) {
         const Outcome outcome = quillon({"check", std::filesystem::path(QUILLON_EXAMPLES) / name});
         EXPECT_EQ(outcome.status, 0) << name;
@@ -67,21 +67,21 @@ TEST(Check, TheExamplesHaveNoComplaint) {
     }
 }
 
-TEST(Check, AMissingKeyIsTold) {
+TEST(CheckVerb, AMissingKeyIsTold) {
     const Folder folder;
     const Outcome outcome = quillon({"check", changedState(folder, "FG_WIDTH=1024;\n", "")});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.out, HasSubstr("error: FG_WIDTH: missing; at the start it is 1024 pixel"));
 }
 
-TEST(Check, AKeyThatBlanksHideIsToldWithItsLine) {
+TEST(CheckVerb, AKeyThatBlanksHideIsToldWithItsLine) {
     const Folder folder;
     const Outcome outcome = quillon({"check", changedState(folder, "FG_TIMEOUT=", " FG_TIMEOUT =")});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.out, HasSubstr("line 11 has it with blanks, which hides it"));
 }
 
-TEST(Check, AValueThatALoadWouldRefuseSilentlyIsToldWithLineAndRange) {
+TEST(CheckVerb, AValueThatALoadWouldRefuseSilentlyIsToldWithLineAndRange) {
     const Folder folder;
     const std::filesystem::path file = changedState(folder, "FG_LINE_DOWNSCALE=1;", "FG_LINE_DOWNSCALE=0;");
     EXPECT_EQ(quillon({"load", file}).status, 0);
@@ -96,7 +96,7 @@ TEST(Check, AValueThatALoadWouldRefuseSilentlyIsToldWithLineAndRange) {
                           "  accepted: 1 to 255 pulses"));
 }
 
-TEST(Check, ASimulatorValueThatNoModeAcceptsIsToldOnce) {
+TEST(CheckVerb, ASimulatorValueThatNoModeAcceptsIsToldOnce) {
     const std::vector<std::array<std::string, 4>> values{
         {"FG_CAMERASIMULATOR_WIDTH", "1024", "0",
          "0 pixel is accepted in no speed mode\n  accepted: 1 to 294920 pixel"},
@@ -121,7 +121,7 @@ TEST(Check, ASimulatorValueThatNoModeAcceptsIsToldOnce) {
     }
 }
 
-TEST(Check, AValueOfAnotherSpeedModeIsNoError) {
+TEST(CheckVerb, AValueOfAnotherSpeedModeIsNoError) {
     const Folder folder;
     ASSERT_EQ(quillon({"set", "FG_CAMERASIMULATOR_SELECT_MODE=FG_PIXEL_FREQUENCY", "FG_CAMERASIMULATOR_LINE_GAP=64",
                        "FG_CAMERASIMULATOR_FRAME_GAP=5", "FG_CAMERASIMULATOR_SELECT_MODE=FG_FRAMERATE", "--save",
@@ -131,7 +131,7 @@ TEST(Check, AValueOfAnotherSpeedModeIsNoError) {
     EXPECT_EQ(quillon({"check", folder / "state.mcf"}).status, 0);
 }
 
-TEST(Check, ANegativeBitShiftIsTold) {
+TEST(CheckVerb, ANegativeBitShiftIsTold) {
     const Folder folder;
     const Outcome outcome =
         quillon({"check", changedState(folder, "FG_CUSTOM_BIT_SHIFT_RIGHT=0;", "FG_CUSTOM_BIT_SHIFT_RIGHT=-1;")});
@@ -139,34 +139,34 @@ TEST(Check, ANegativeBitShiftIsTold) {
     EXPECT_THAT(outcome.out, HasSubstr("error: FG_CUSTOM_BIT_SHIFT_RIGHT: -1 bit was refused"));
 }
 
-TEST(Check, ATextWhereANumberIsExpectedIsTold) {
+TEST(CheckVerb, ATextWhereANumberIsExpectedIsTold) {
     const Folder folder;
     const Outcome outcome = quillon({"check", changedState(folder, "FG_WIDTH=1024;", "FG_WIDTH=wide;")});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.out, HasSubstr("error: FG_WIDTH: \"wide\" is no whole number"));
 }
 
-TEST(Check, AFileForAnotherAppletIsTold) {
+TEST(CheckVerb, AFileForAnotherAppletIsTold) {
     const Folder folder;
     const Outcome outcome = quillon({"check", changedState(folder, "Typ='Quillon'", "Typ='Other'")});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.out, HasSubstr(":5: error: Typ: the file is for the applet \"Other\", not for \"Quillon\""));
 }
 
-TEST(Check, AnUnknownKeyIsANoteWithTheNearestOne) {
+TEST(CheckVerb, AnUnknownKeyIsANoteWithTheNearestOne) {
     const Folder folder;
     const Outcome outcome = quillon({"check", changedState(folder, "FG_WIDTH=1024;", "FG_WIDTH=1024;\nFG_WIDHT=7;")});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, HasSubstr("note: FG_WIDHT: unknown key, not looked at, did you mean FG_WIDTH?"));
 }
 
-TEST(Check, AMissingFileIsRefused) {
+TEST(CheckVerb, AMissingFileIsRefused) {
     const Outcome outcome = quillon({"check", "/no/such/state.mcf"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("/no/such/state.mcf cannot be read"));
 }
 
-TEST(Diff, TwoFilesAreComparedInWords) {
+TEST(DiffVerb, TwoFilesAreComparedInWords) {
     const Folder folder;
     ASSERT_EQ(quillon({"save", folder / "a.mcf"}).status, 0);
     ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "FG_LUT_ENABLE=FG_ON", "--save", folder / "b.mcf"}).status, 0);
@@ -176,7 +176,7 @@ TEST(Diff, TwoFilesAreComparedInWords) {
     EXPECT_THAT(outcome.out, ContainsRegex("FG_LUT_ENABLE +FG_OFF \\(0\\) +FG_ON \\(1\\)\n"));
 }
 
-TEST(Diff, AFileIsComparedWithTheLiveState) {
+TEST(DiffVerb, AFileIsComparedWithTheLiveState) {
     const Folder folder;
     ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "--save", folder / "a.mcf"}).status, 0);
     const auto json = quillon({"diff", folder / "a.mcf", "--json"}).json();
@@ -184,7 +184,7 @@ TEST(Diff, AFileIsComparedWithTheLiveState) {
     EXPECT_EQ(json[0], nlohmann::json({{"name", "FG_WIDTH"}, {"first", "2048 pixel"}, {"second", "1024 pixel"}}));
 }
 
-TEST(Diff, EqualStatesHaveNoDifference) {
+TEST(DiffVerb, EqualStatesHaveNoDifference) {
     const Folder folder;
     ASSERT_EQ(quillon({"save", folder / "a.mcf"}).status, 0);
     EXPECT_EQ(quillon({"diff", folder / "a.mcf"}).out, "no difference\n");

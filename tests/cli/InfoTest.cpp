@@ -8,7 +8,7 @@ namespace {
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
 
-TEST(Info, TheAppletIsToldInWords) {
+TEST(InfoVerb, TheAppletIsToldInWords) {
     const Outcome outcome = quillon({"info"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, ContainsRegex("Applet +Quillon\n"));
@@ -16,7 +16,7 @@ TEST(Info, TheAppletIsToldInWords) {
     EXPECT_THAT(outcome.out, ContainsRegex("Carried design image +8255782 bytes\n"));
 }
 
-TEST(Info, NoBoardIsNeeded) {
+TEST(InfoVerb, NoBoardIsNeeded) {
     const auto json = quillon({"info", "--json"}).json();
     EXPECT_EQ(json["applet"], "Quillon");
     EXPECT_EQ(json["processes"], 1);
@@ -24,11 +24,11 @@ TEST(Info, NoBoardIsNeeded) {
     EXPECT_EQ(json["keys"]["4704"], 10);
 }
 
-TEST(Info, ConstantsAreLookedUp) {
+TEST(InfoVerb, ConstantsAreLookedUp) {
     EXPECT_EQ(quillon({"info", "FG_COL24", "TRGINSOFTWARE"}).out, "FG_COL24 = 2\nTRGINSOFTWARE = -1\n");
 }
 
-TEST(Info, AMisspeltConstantIsUsageWithTheNearestOne) {
+TEST(InfoVerb, AMisspeltConstantIsUsageWithTheNearestOne) {
     const Outcome outcome = quillon({"info", "FG_COL25"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.err, HasSubstr("there is no constant \"FG_COL25\", did you mean FG_COL"));

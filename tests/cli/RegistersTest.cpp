@@ -7,7 +7,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-TEST(Registers, AllOfThemAreListedWithNumberAndValue) {
+TEST(RegistersVerb, AllOfThemAreListedWithNumberAndValue) {
     const Outcome outcome = quillon({"registers", "--json"});
     EXPECT_EQ(outcome.status, 0);
     const auto json = outcome.json();
@@ -16,7 +16,7 @@ TEST(Registers, AllOfThemAreListedWithNumberAndValue) {
     EXPECT_EQ(json[0]["id"], 1000001);
 }
 
-TEST(Registers, AWrittenRegisterReadsBack) {
+TEST(RegistersVerb, AWrittenRegisterReadsBack) {
     const auto all = quillon({"registers", "--json"}).json();
     std::string writable;
     for (const auto& entry : all) {
@@ -30,13 +30,13 @@ TEST(Registers, AWrittenRegisterReadsBack) {
     EXPECT_EQ(outcome.json()[0]["value"], 1);
 }
 
-TEST(Registers, AnUnknownRegisterIsUsage) {
+TEST(RegistersVerb, AnUnknownRegisterIsUsage) {
     const Outcome outcome = quillon({"registers", "NoSuchRegister"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.err, HasSubstr("there is no parameter \"DRA_NoSuchRegister\""));
 }
 
-TEST(Registers, WithoutTheVerbTheirIdsAreUnknown) {
+TEST(RegistersVerb, WithoutTheVerbTheirIdsAreUnknown) {
     EXPECT_EQ(quillon({"get", "1000001"}).status, 1);
 }
 

@@ -9,27 +9,27 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-TEST(Set, AnAcceptedValueIsShown) {
+TEST(SetVerb, AnAcceptedValueIsShown) {
     const Outcome outcome = quillon({"set", "FG_WIDTH=2048"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, "FG_WIDTH = 2048 pixel\n");
     EXPECT_THAT(outcome.err, IsEmpty());
 }
 
-TEST(Set, ANumberMayBeHexadecimalAndAnIdMayStandForTheName) {
+TEST(SetVerb, ANumberMayBeHexadecimalAndAnIdMayStandForTheName) {
     EXPECT_EQ(quillon({"set", "100=0x800"}).out, "FG_WIDTH = 2048 pixel\n");
 }
 
-TEST(Set, NameAndValueMayBeTwoWords) {
+TEST(SetVerb, NameAndValueMayBeTwoWords) {
     EXPECT_EQ(quillon({"set", "FG_WIDTH", "2048"}).out, "FG_WIDTH = 2048 pixel\n");
 }
 
-TEST(Set, ANegativeNumberIsAValueAndNoOption) {
+TEST(SetVerb, ANegativeNumberIsAValueAndNoOption) {
     EXPECT_EQ(quillon({"set", "FG_PROCESSING_OFFSET", "-0.5"}).out, "FG_PROCESSING_OFFSET = -0.5\n");
     EXPECT_EQ(quillon({"set", "FG_PROCESSING_OFFSET=-0.5"}).out, "FG_PROCESSING_OFFSET = -0.5\n");
 }
 
-TEST(Set, TheTraceShowsTheEightBufferWritesInOrder) {
+TEST(SetVerb, TheTraceShowsTheEightBufferWritesInOrder) {
     const Outcome outcome = quillon({"set", "FG_WIDTH=2048", "--trace", "--json"});
     const auto json = outcome.json();
     std::vector<std::string> writes;
@@ -45,13 +45,13 @@ TEST(Set, TheTraceShowsTheEightBufferWritesInOrder) {
                             "Device1_Process0_Buffer_0_XOffset = 0", "Device1_Process0_Buffer_0_YLength = 1024"));
 }
 
-TEST(Set, TheTraceIsATableForPeople) {
+TEST(SetVerb, TheTraceIsATableForPeople) {
     const Outcome outcome = quillon({"set", "FG_WIDTH=2048", "--trace"});
     EXPECT_THAT(outcome.out, HasSubstr("\n  1   write  Device1_Process0_Buffer_0_SensorWidth"));
     EXPECT_THAT(outcome.out, HasSubstr("ok\n"));
 }
 
-TEST(Set, AValueOutOfRangeTellsTheCodeAndWhatWouldBeAccepted) {
+TEST(SetVerb, AValueOutOfRangeTellsTheCodeAndWhatWouldBeAccepted) {
     const Outcome outcome = quillon({"set", "FG_WIDTH=20000"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.out, IsEmpty());
@@ -61,20 +61,20 @@ TEST(Set, AValueOutOfRangeTellsTheCodeAndWhatWouldBeAccepted) {
               "  because:  at most 16384 less FG_XOFFSET, a multiple of 4\n");
 }
 
-TEST(Set, TheAcceptedRangeIsTheOneOfTheMoment) {
+TEST(SetVerb, TheAcceptedRangeIsTheOneOfTheMoment) {
     const Outcome outcome = quillon({"set", "FG_XOFFSET=4", "FG_WIDTH=16384"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("accepted: 4 to 16380 pixel in steps of 4"));
 }
 
-TEST(Set, AValueThatIsNotAlignedTellsTheStep) {
+TEST(SetVerb, AValueThatIsNotAlignedTellsTheStep) {
     const Outcome outcome = quillon({"set", "FG_WIDTH=6"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("-7080 (ValueNotAligned), the value is not a multiple of the parameter's step"));
     EXPECT_THAT(outcome.err, HasSubstr("in steps of 4"));
 }
 
-TEST(Set, AReadOnlyParameterIsRefusedInWords) {
+TEST(SetVerb, AReadOnlyParameterIsRefusedInWords) {
     const Outcome outcome = quillon({"set", "FG_PIXELDEPTH=8"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(
@@ -82,45 +82,45 @@ TEST(Set, AReadOnlyParameterIsRefusedInWords) {
         HasSubstr("FG_PIXELDEPTH=8 was refused: -12 (NotAvailable), not available: the parameter can only be read"));
 }
 
-TEST(Set, AnEnumeratorIsAcceptedByNameAndByLabel) {
+TEST(SetVerb, AnEnumeratorIsAcceptedByNameAndByLabel) {
     EXPECT_EQ(quillon({"set", "FG_LUT_ENABLE=FG_ON"}).out, "FG_LUT_ENABLE = FG_ON (1)\n");
     EXPECT_EQ(quillon({"set", "FG_BITALIGNMENT=Right Aligned"}).out, "FG_BITALIGNMENT = FG_RIGHT_ALIGNED (0)\n");
 }
 
-TEST(Set, AMisspeltEnumeratorIsUsageWithTheNearestOne) {
+TEST(SetVerb, AMisspeltEnumeratorIsUsageWithTheNearestOne) {
     const Outcome outcome = quillon({"set", "FG_VANTAGEPOINT=FG_VANTAGEPOINT_TOP_RIHGT"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.err, HasSubstr("did you mean FG_VANTAGEPOINT_TOP_RIGHT?"));
     EXPECT_THAT(outcome.err, HasSubstr("it is one of FG_VANTAGEPOINT_TOP_LEFT, "));
 }
 
-TEST(Set, ATextForANumberIsUsageAndNothingIsWritten) {
+TEST(SetVerb, ATextForANumberIsUsageAndNothingIsWritten) {
     const Outcome outcome = quillon({"set", "FG_HEIGHT=512", "FG_WIDTH=wide"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.out, IsEmpty());
     EXPECT_THAT(outcome.err, HasSubstr("\"wide\" is no value for FG_WIDTH"));
 }
 
-TEST(Set, ANumberBeyondTheParametersBitsIsUsage) {
+TEST(SetVerb, ANumberBeyondTheParametersBitsIsUsage) {
     const Outcome outcome = quillon({"set", "FG_WIDTH=4294967300"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.err, HasSubstr("the parameter has 32 bits"));
 }
 
-TEST(Set, AWordWithoutAValueIsUsage) {
+TEST(SetVerb, AWordWithoutAValueIsUsage) {
     const Outcome outcome = quillon({"set", "FG_WIDTH"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.err, HasSubstr("\"FG_WIDTH\" has no value"));
 }
 
-TEST(Set, TheFirstRefusalEndsTheCommand) {
+TEST(SetVerb, TheFirstRefusalEndsTheCommand) {
     const Outcome outcome = quillon({"set", "FG_WIDTH=6", "FG_HEIGHT=512"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.out, IsEmpty());
     EXPECT_THAT(outcome.err, HasSubstr("not tried: 1 more behind it"));
 }
 
-TEST(Set, ADesignThatFailsIsToldWithItsCodeAndTheTraceEndsThere) {
+TEST(SetVerb, ADesignThatFailsIsToldWithItsCodeAndTheTraceEndsThere) {
     const Outcome outcome =
         quillon({"set", "FG_HEIGHT=2048", "--trace", "--fault", "Device1_Process0_Buffer_0_XLength=-5"});
     EXPECT_EQ(outcome.status, 1);
@@ -129,7 +129,7 @@ TEST(Set, ADesignThatFailsIsToldWithItsCodeAndTheTraceEndsThere) {
     EXPECT_THAT(outcome.out, Not(HasSubstr("Device1_Process0_Buffer_0_YLength")));
 }
 
-TEST(Set, JsonTellsTheRefusalInFields) {
+TEST(SetVerb, JsonTellsTheRefusalInFields) {
     const auto json = quillon({"set", "FG_WIDTH=6", "--json"}).json();
     EXPECT_EQ(json[0]["accepted"], false);
     EXPECT_EQ(json[0]["refused"]["code"], -7080);
@@ -137,7 +137,7 @@ TEST(Set, JsonTellsTheRefusalInFields) {
     EXPECT_EQ(json[0]["refused"]["accepted"], "4 to 16384 pixel in steps of 4");
 }
 
-TEST(Set, EntriesOfALookupTableAreWritten) {
+TEST(SetVerb, EntriesOfALookupTableAreWritten) {
     EXPECT_EQ(quillon({"set", "FG_LUT_TYPE=LUT_TYPE_CUSTOM", "FG_LUT_VALUE_RED[10..12]=7,8,9"}).out,
               "FG_LUT_TYPE = LUT_TYPE_CUSTOM (0)\nFG_LUT_VALUE_RED = 7, 8, 9\n");
 }

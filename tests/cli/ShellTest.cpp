@@ -10,7 +10,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-TEST(Manual, EveryVerbHasASection) {
+TEST(ManualVerb, EveryVerbHasASection) {
     const Outcome outcome = quillon({"manual"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, StartsWith(".TH QUILLON 1\n"));
@@ -18,7 +18,7 @@ TEST(Manual, EveryVerbHasASection) {
     EXPECT_THAT(outcome.out, HasSubstr("\n.B \\-\\-trace\n"));
 }
 
-TEST(Completion, BashOffersVerbsAndParameterNames) {
+TEST(CompletionVerb, BashOffersVerbsAndParameterNames) {
     const Folder folder;
     const Outcome script = quillon({"completion", "bash"});
     ASSERT_EQ(script.status, 0);
@@ -30,22 +30,22 @@ TEST(Completion, BashOffersVerbsAndParameterNames) {
     EXPECT_EQ(contentOf(folder / "reply"), "FG_WIDTH\n");
 }
 
-TEST(Completion, TheZShellScriptSaysWhoseItIs) {
+TEST(CompletionVerb, TheZShellScriptSaysWhoseItIs) {
     EXPECT_THAT(quillon({"completion", "zsh"}).out, StartsWith("#compdef quillon\n"));
 }
 
-TEST(Completion, AnUnknownShellIsUsage) {
+TEST(CompletionVerb, AnUnknownShellIsUsage) {
     EXPECT_EQ(quillon({"completion", "fish"}).status, 2);
 }
 
-TEST(Reference, EveryParameterHasARow) {
+TEST(ReferenceVerb, EveryParameterHasARow) {
     const Outcome outcome = quillon({"reference"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, StartsWith("# Parameters\n"));
     EXPECT_THAT(outcome.out, HasSubstr("| `FG_WIDTH` | 100 | rw | 4 to 16384 pixel in steps of 4"));
 }
 
-TEST(Reference, TheOneInTheDocumentsIsUpToDate) {
+TEST(ReferenceVerb, TheOneInTheDocumentsIsUpToDate) {
     // Compared as a whole: a listing of both would bury everything else.
     EXPECT_TRUE(contentOf(QUILLON_PARAMETER_REFERENCE) == quillon({"reference"}).out)
         << "build the target parameter_reference to write it anew";

@@ -10,7 +10,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-TEST(Lut, TheStartUpCurveIsDrawnAndTold) {
+TEST(LutVerb, TheStartUpCurveIsDrawnAndTold) {
     EXPECT_THAT(quillon({"lut"}).out, StartsWith("65535 |"));
     const auto json = quillon({"lut", "--json"}).json();
     ASSERT_EQ(json["red"].size(), 16384U);
@@ -18,19 +18,19 @@ TEST(Lut, TheStartUpCurveIsDrawnAndTold) {
     EXPECT_EQ(json["blue"][16383], 65535);
 }
 
-TEST(Lut, ThePictureIsAPng) {
+TEST(LutVerb, ThePictureIsAPng) {
     const Folder folder;
     EXPECT_EQ(quillon({"lut", "-o", folder / "curve.png"}).status, 0);
     EXPECT_THAT(contentOf(folder / "curve.png"), StartsWith("\x89PNG"));
 }
 
-TEST(Lut, APictureThatCannotBeWrittenIsRefused) {
+TEST(LutVerb, APictureThatCannotBeWrittenIsRefused) {
     const Outcome outcome = quillon({"lut", "-o", "/no/such/folder/curve.png"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("/no/such/folder/curve.png cannot be written"));
 }
 
-TEST(Lut, ASavedFileLoadsAgainAndTwoFilesAreCompared) {
+TEST(LutVerb, ASavedFileLoadsAgainAndTwoFilesAreCompared) {
     const Folder folder;
     ASSERT_EQ(quillon({"lut", "--save", folder / "linear.lut"}).status, 0);
     ASSERT_EQ(quillon({"set", "FG_PROCESSING_INVERT=FG_ON", "--save", folder / "inverted.mcf"}).status, 0);
@@ -42,13 +42,13 @@ TEST(Lut, ASavedFileLoadsAgainAndTwoFilesAreCompared) {
                 ContainsRegex("green +no difference\n"));
 }
 
-TEST(Lut, AMissingFileIsRefused) {
+TEST(LutVerb, AMissingFileIsRefused) {
     const Outcome outcome = quillon({"lut", "--load", "/no/such/warm.lut"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("/no/such/warm.lut was refused: -2076 (FileNotFound)"));
 }
 
-TEST(Trigger, ItIsToldInWordsAndDrawn) {
+TEST(TriggerVerb, ItIsToldInWordsAndDrawn) {
     const Outcome outcome = quillon({"trigger"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out,
@@ -56,7 +56,7 @@ TEST(Trigger, ItIsToldInWordsAndDrawn) {
     EXPECT_THAT(outcome.out, ContainsRegex("ExSync +#+_+#+_+#+_+\n"));
 }
 
-TEST(Trigger, AnExposureLongerThanThePeriodIsWarnedOf) {
+TEST(TriggerVerb, AnExposureLongerThanThePeriodIsWarnedOf) {
     const Folder folder;
     ASSERT_EQ(quillon({"set", "FG_LINEEXPOSURE=150", "FG_LINEPERIODE=100", "--save", folder / "long.mcf"}).status, 0);
     const Outcome outcome = quillon({"trigger", "--mcf", folder / "long.mcf"});
@@ -65,7 +65,7 @@ TEST(Trigger, AnExposureLongerThanThePeriodIsWarnedOf) {
                 HasSubstr("warning: the exposure of 150 \xC2\xB5s is longer than the period of 100 \xC2\xB5s\n"));
 }
 
-TEST(Trigger, AnEncoderThatNobodyListensToIsWarnedOf) {
+TEST(TriggerVerb, AnEncoderThatNobodyListensToIsWarnedOf) {
     const Folder folder;
     ASSERT_EQ(quillon({"set", "FG_SHAFTENCODERON=FG_ON", "--save", folder / "deaf.mcf"}).status, 0);
     const auto json = quillon({"trigger", "--json", "--mcf", folder / "deaf.mcf"}).json();
@@ -73,17 +73,17 @@ TEST(Trigger, AnEncoderThatNobodyListensToIsWarnedOf) {
     EXPECT_EQ(json["warnings"][0], "the shaft encoder is on, but GRABBER_CONTROLLED (1) does not listen to it");
 }
 
-TEST(Trigger, TheStartUpStateHasNoContradiction) {
+TEST(TriggerVerb, TheStartUpStateHasNoContradiction) {
     EXPECT_THAT(quillon({"trigger", "--json"}).json()["warnings"], IsEmpty());
 }
 
-TEST(Trigger, TheTimingIsAPictureToo) {
+TEST(TriggerVerb, TheTimingIsAPictureToo) {
     const Folder folder;
     EXPECT_EQ(quillon({"trigger", "-o", folder / "timing.png"}).status, 0);
     EXPECT_THAT(contentOf(folder / "timing.png"), StartsWith("\x89PNG"));
 }
 
-TEST(Io, InputsAndRoutesAreShown) {
+TEST(IoVerb, InputsAndRoutesAreShown) {
     const Outcome outcome = quillon({"io", "--inputs", "0x101"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, ContainsRegex("GPI 0 +--\\[1\\]--> +high\n"));
@@ -92,7 +92,7 @@ TEST(Io, InputsAndRoutesAreShown) {
     EXPECT_THAT(outcome.out, ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +signal\n"));
 }
 
-TEST(Io, AnInvertedInputReachesItsOutputInverted) {
+TEST(IoVerb, AnInvertedInputReachesItsOutputInverted) {
     const Folder folder;
     ASSERT_EQ(quillon({"set", "FG_TRIGGEROUT_GPO_0_SOURCE=FG_SIGNAL_GPI_2", "FG_TRIGGEROUT_GPO_0_POLARITY=FG_LOW",
                        "--save", folder / "routed.mcf"})
@@ -103,14 +103,14 @@ TEST(Io, AnInvertedInputReachesItsOutputInverted) {
               nlohmann::json({{"source", "FG_SIGNAL_GPI_2"}, {"inverted", true}, {"level", "low"}}));
 }
 
-TEST(Io, AFixedLevelHasNoPolarity) {
+TEST(IoVerb, AFixedLevelHasNoPolarity) {
     const Folder folder;
     ASSERT_EQ(quillon({"set", "FG_TRIGGEROUT_GPO_3_POLARITY=FG_LOW", "--save", folder / "routed.mcf"}).status, 0);
     const auto json = quillon({"io", "--json", "--mcf", folder / "routed.mcf"}).json();
     EXPECT_EQ(json["routes"]["GPO 3"], nlohmann::json({{"source", "VCC"}, {"inverted", false}, {"level", "high"}}));
 }
 
-TEST(Io, LevelsBeyondTheTwelveInputsAreUsage) {
+TEST(IoVerb, LevelsBeyondTheTwelveInputsAreUsage) {
     EXPECT_EQ(quillon({"io", "--inputs", "0x1000"}).status, 2);
 }
 

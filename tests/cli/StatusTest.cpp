@@ -7,7 +7,7 @@ namespace {
 
 using ::testing::ContainsRegex;
 
-TEST(Status, TheStateIsToldInWordsAndUnits) {
+TEST(StatusVerb, TheStateIsToldInWordsAndUnits) {
     const Outcome outcome = quillon({"status"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, ContainsRegex("Buffer fill level +[0-9]+ %\n"));
@@ -17,7 +17,7 @@ TEST(Status, TheStateIsToldInWordsAndUnits) {
     EXPECT_THAT(outcome.out, ContainsRegex("PCIe link width +[0-9]+ lanes\n"));
 }
 
-TEST(Status, WatchingLooksAsOftenAsAsked) {
+TEST(StatusVerb, WatchingLooksAsOftenAsAsked) {
     const Outcome outcome = quillon({"status", "--watch", "--times", "2", "--interval", "0.01"});
     EXPECT_EQ(outcome.status, 0);
     const std::size_t first = outcome.out.find("Buffer fill level");
@@ -26,7 +26,7 @@ TEST(Status, WatchingLooksAsOftenAsAsked) {
     EXPECT_EQ(outcome.out.find("Buffer fill level", second + 1), std::string::npos);
 }
 
-TEST(Status, JsonCarriesValuesAndWords) {
+TEST(StatusVerb, JsonCarriesValuesAndWords) {
     const auto json = quillon({"status", "--json"}).json();
     EXPECT_EQ(json["FG_OVERFLOW"]["value"], 0);
     EXPECT_EQ(json["FG_OVERFLOW"]["words"], "no");

@@ -11,7 +11,7 @@ constexpr std::uint32_t Gated = 2;
 constexpr std::uint32_t BySoftware = 4;
 
 /// A line every 200 µs, and images of three lines.
-class ImageTrigger : public SignalBoard {
+class BoardImageTrigger : public SignalBoard {
 protected:
     void SetUp() override {
         SignalBoard::SetUp();
@@ -33,7 +33,7 @@ protected:
     void lines(int count) { pass(200.0 * count); }
 };
 
-TEST_F(ImageTrigger, InFreeRunLetsFramesFollowOneAnother) {
+TEST_F(BoardImageTrigger, InFreeRunLetsFramesFollowOneAnother) {
     lines(1);
     EXPECT_EQ(signal(SOFTBOARD_FVAL), 0);
     pass(20.0);
@@ -51,7 +51,7 @@ TEST_F(ImageTrigger, InFreeRunLetsFramesFollowOneAnother) {
     EXPECT_EQ(busy(), 0U);
 }
 
-TEST_F(ImageTrigger, LeavesOutTheLinesOfTheOffset) {
+TEST_F(BoardImageTrigger, LeavesOutTheLinesOfTheOffset) {
     unit("YOffset", 2);
     pass(2.5 * 200.0);
     EXPECT_EQ(cameraEvents("LineStart"), 2U);
@@ -62,7 +62,7 @@ TEST_F(ImageTrigger, LeavesOutTheLinesOfTheOffset) {
     EXPECT_EQ(cameraEvents("FrameEnd"), 1U);
 }
 
-TEST_F(ImageTrigger, IsBusyFromTheTriggerToTheEndOfTheImage) {
+TEST_F(BoardImageTrigger, IsBusyFromTheTriggerToTheEndOfTheImage) {
     triggerByInput3(Triggered);
     pass(1100.0);
     EXPECT_EQ(busy(), 0U);
@@ -79,7 +79,7 @@ TEST_F(ImageTrigger, IsBusyFromTheTriggerToTheEndOfTheImage) {
     EXPECT_EQ(cameraEvents("FrameStart"), 1U);
 }
 
-TEST_F(ImageTrigger, IsIgnoredWhileBusy) {
+TEST_F(BoardImageTrigger, IsIgnoredWhileBusy) {
     triggerByInput3(Triggered);
     pulse(3);
     pulse(3);
@@ -90,7 +90,7 @@ TEST_F(ImageTrigger, IsIgnoredWhileBusy) {
     EXPECT_EQ(cameraEvents("FrameStart"), 2U);
 }
 
-TEST_F(ImageTrigger, IsDelayedByLines) {
+TEST_F(BoardImageTrigger, IsDelayedByLines) {
     triggerByInput3(Triggered);
     unit("ImgTrgDelay", 4);
     pulse(3);
@@ -101,7 +101,7 @@ TEST_F(ImageTrigger, IsDelayedByLines) {
     EXPECT_EQ(cameraEvents("FrameStart"), 1U);
 }
 
-TEST_F(ImageTrigger, OfALowActiveInputComesWithTheFallingEdge) {
+TEST_F(BoardImageTrigger, OfALowActiveInputComesWithTheFallingEdge) {
     unit("ImgTrgInPolarity", 1);
     triggerByInput3(Triggered);
     input(3, 1);
@@ -110,14 +110,14 @@ TEST_F(ImageTrigger, OfALowActiveInputComesWithTheFallingEdge) {
     EXPECT_EQ(busy(), 1U);
 }
 
-TEST_F(ImageTrigger, IsIgnoredWhileItIsDisabled) {
+TEST_F(BoardImageTrigger, IsIgnoredWhileItIsDisabled) {
     unit("ImgTriggerEnable", 0);
     triggerByInput3(Triggered);
     pulse(3);
     EXPECT_EQ(busy(), 0U);
 }
 
-TEST_F(ImageTrigger, BySoftwareBeginsAnImageWithEveryPulse) {
+TEST_F(BoardImageTrigger, BySoftwareBeginsAnImageWithEveryPulse) {
     unit("ImgTrgInSource", BySoftware);
     unit("ImgTriggerMode", Triggered);
     unit("SoftwareTrgPulse", 1);
@@ -128,14 +128,14 @@ TEST_F(ImageTrigger, BySoftwareBeginsAnImageWithEveryPulse) {
     EXPECT_EQ(busy(), 1U);
 }
 
-TEST_F(ImageTrigger, BySoftwareIsNotHeardWhileAnInputIsSelected) {
+TEST_F(BoardImageTrigger, BySoftwareIsNotHeardWhileAnInputIsSelected) {
     triggerByInput3(Triggered);
     unit("SoftwareTrgPulse", 1);
     unit("SoftwareTrgInput", 1);
     EXPECT_EQ(busy(), 0U);
 }
 
-TEST_F(ImageTrigger, OfSeveralFramesCutsTheImageAtTheImageHeight) {
+TEST_F(BoardImageTrigger, OfSeveralFramesCutsTheImageAtTheImageHeight) {
     unit("YLength", 5);
     set("Device1_Process0_ImageHeight_ImageHeight", std::uint32_t{2}, 2);
     triggerByInput3(Triggered);
@@ -148,7 +148,7 @@ TEST_F(ImageTrigger, OfSeveralFramesCutsTheImageAtTheImageHeight) {
     EXPECT_EQ(busy(), 0U);
 }
 
-TEST_F(ImageTrigger, AsAGateEndsTheImageWhenItCloses) {
+TEST_F(BoardImageTrigger, AsAGateEndsTheImageWhenItCloses) {
     triggerByInput3(Gated);
     input(3, 1);
     pass(450.0);
@@ -160,7 +160,7 @@ TEST_F(ImageTrigger, AsAGateEndsTheImageWhenItCloses) {
     EXPECT_EQ(busy(), 0U);
 }
 
-TEST_F(ImageTrigger, AsAGateLetsALineEndThatIsBeingTransferred) {
+TEST_F(BoardImageTrigger, AsAGateLetsALineEndThatIsBeingTransferred) {
     triggerByInput3(Gated);
     input(3, 1);
     pass(219.5);
@@ -171,7 +171,7 @@ TEST_F(ImageTrigger, AsAGateLetsALineEndThatIsBeingTransferred) {
     EXPECT_EQ(busy(), 0U);
 }
 
-TEST_F(ImageTrigger, AsAGateEndsTheImageAtItsLength) {
+TEST_F(BoardImageTrigger, AsAGateEndsTheImageAtItsLength) {
     triggerByInput3(Gated);
     input(3, 1);
     lines(10);
@@ -182,19 +182,19 @@ TEST_F(ImageTrigger, AsAGateEndsTheImageAtItsLength) {
     EXPECT_EQ(busy(), 1U);
 }
 
-TEST_F(ImageTrigger, AsAGateThatStandsOpenBeginsAtOnce) {
+TEST_F(BoardImageTrigger, AsAGateThatStandsOpenBeginsAtOnce) {
     input(3, 1);
     triggerByInput3(Gated);
     EXPECT_EQ(busy(), 1U);
 }
 
-TEST_F(ImageTrigger, WaitsForAnEdgeOfAnInputThatIsHighAlready) {
+TEST_F(BoardImageTrigger, WaitsForAnEdgeOfAnInputThatIsHighAlready) {
     input(3, 1);
     triggerByInput3(Triggered);
     EXPECT_EQ(busy(), 0U);
 }
 
-TEST_F(ImageTrigger, EndsAnImageWhenTheModeChanges) {
+TEST_F(BoardImageTrigger, EndsAnImageWhenTheModeChanges) {
     triggerByInput3(Triggered);
     pulse(3);
     lines(1);
@@ -206,7 +206,7 @@ TEST_F(ImageTrigger, EndsAnImageWhenTheModeChanges) {
     EXPECT_EQ(busy(), 0U);
 }
 
-TEST_F(ImageTrigger, FlashesOnceAnImageForTheExposureOfALine) {
+TEST_F(BoardImageTrigger, FlashesOnceAnImageForTheExposureOfALine) {
     route("Analyzer_Analyzer0_Select", SOFTBOARD_FLASH, 0);
     unit("FlashEnable", 1);
     unit("FlashDelay", 1);
@@ -222,13 +222,13 @@ TEST_F(ImageTrigger, FlashesOnceAnImageForTheExposureOfALine) {
     EXPECT_EQ(period("Analyzer0_PeriodMax"), 600.0);
 }
 
-TEST_F(ImageTrigger, DoesNotFlashWhileTheFlashIsOff) {
+TEST_F(BoardImageTrigger, DoesNotFlashWhileTheFlashIsOff) {
     route("Analyzer_Analyzer0_Select", SOFTBOARD_FLASH, 0);
     lines(10);
     EXPECT_EQ(pulses(0), 0);
 }
 
-TEST_F(ImageTrigger, FlashPolarityTurnsTheFlashOver) {
+TEST_F(BoardImageTrigger, FlashPolarityTurnsTheFlashOver) {
     unit("FlashPolarity", 1);
     EXPECT_EQ(signal(SOFTBOARD_FLASH), 1);
     unit("FlashEnable", 1);

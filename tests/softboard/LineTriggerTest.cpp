@@ -6,7 +6,7 @@
 namespace {
 
 /// The design starts with a period of 200 µs, an exposure of 19 µs, and lines that take 128 ticks, 1.024 µs.
-class LineTrigger : public SignalBoard {
+class BoardLineTrigger : public SignalBoard {
 protected:
     void SetUp() override {
         SignalBoard::SetUp();
@@ -22,19 +22,19 @@ protected:
     }
 };
 
-TEST_F(LineTrigger, IsSilentUntilExsyncIsEnabled) {
+TEST_F(BoardLineTrigger, IsSilentUntilExsyncIsEnabled) {
     pass(1000.0);
     EXPECT_EQ(pulses(0), 0);
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC), 0);
 }
 
-TEST_F(LineTrigger, DoesNotMoveWhileTimeStandsStill) {
+TEST_F(BoardLineTrigger, DoesNotMoveWhileTimeStandsStill) {
     unit("ExsyncEnable", 1);
     pass(0.0);
     EXPECT_EQ(pulses(0), 0);
 }
 
-TEST_F(LineTrigger, GivesAnExsyncEveryPeriodForTheExposure) {
+TEST_F(BoardLineTrigger, GivesAnExsyncEveryPeriodForTheExposure) {
     unit("ExsyncEnable", 1);
     pass(199.992);
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC), 0);
@@ -48,7 +48,7 @@ TEST_F(LineTrigger, GivesAnExsyncEveryPeriodForTheExposure) {
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC), 1);
 }
 
-TEST_F(LineTrigger, IsCountedAndMeasuredByAnAnalyzer) {
+TEST_F(BoardLineTrigger, IsCountedAndMeasuredByAnAnalyzer) {
     unit("ExsyncEnable", 1);
     pass(1000.0);
     EXPECT_EQ(pulses(0), 5);
@@ -58,7 +58,7 @@ TEST_F(LineTrigger, IsCountedAndMeasuredByAnAnalyzer) {
     EXPECT_EQ(integer("Analyzer_Difference_Status"), 5);
 }
 
-TEST_F(LineTrigger, NumberOfAdvancesMakesNoDifference) {
+TEST_F(BoardLineTrigger, NumberOfAdvancesMakesNoDifference) {
     unit("ExsyncEnable", 1);
     for (int step = 0; step < 10000; ++step) {
         pass(0.1);
@@ -67,7 +67,7 @@ TEST_F(LineTrigger, NumberOfAdvancesMakesNoDifference) {
     EXPECT_EQ(period("Analyzer0_PeriodMin"), 200.0);
 }
 
-TEST_F(LineTrigger, NewPeriodHoldsForTheCycleThatRuns) {
+TEST_F(BoardLineTrigger, NewPeriodHoldsForTheCycleThatRuns) {
     unit("ExsyncEnable", 1);
     unitTime("ExsyncPeriod", 50.0);
     pass(1000.0);
@@ -78,7 +78,7 @@ TEST_F(LineTrigger, NewPeriodHoldsForTheCycleThatRuns) {
     EXPECT_EQ(pulses(0), 21);
 }
 
-TEST_F(LineTrigger, ExtremesOfThePeriodDifferAfterAChange) {
+TEST_F(BoardLineTrigger, ExtremesOfThePeriodDifferAfterAChange) {
     unit("ExsyncEnable", 1);
     pass(400.0);
     unitTime("ExsyncPeriod", 300.0);
@@ -88,7 +88,7 @@ TEST_F(LineTrigger, ExtremesOfThePeriodDifferAfterAChange) {
     EXPECT_EQ(period("Analyzer0_PeriodMin"), 200.0);
 }
 
-TEST_F(LineTrigger, StopsWhenExsyncIsDisabled) {
+TEST_F(BoardLineTrigger, StopsWhenExsyncIsDisabled) {
     unit("ExsyncEnable", 1);
     pass(210.0);
     unit("ExsyncEnable", 0);
@@ -97,7 +97,7 @@ TEST_F(LineTrigger, StopsWhenExsyncIsDisabled) {
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC), 0);
 }
 
-TEST_F(LineTrigger, NeverRunsFasterThanTheHardwareCan) {
+TEST_F(BoardLineTrigger, NeverRunsFasterThanTheHardwareCan) {
     unitTime("ExsyncExposure", 0.0);
     unitTime("ExsyncPeriod", 0.0);
     unit("ExsyncEnable", 1);
@@ -106,7 +106,7 @@ TEST_F(LineTrigger, NeverRunsFasterThanTheHardwareCan) {
     EXPECT_EQ(period("Analyzer0_PeriodCurrent"), 0.512);
 }
 
-TEST_F(LineTrigger, IsLostDuringAnExposure) {
+TEST_F(BoardLineTrigger, IsLostDuringAnExposure) {
     unitTime("ExsyncExposure", 250.0);
     unit("ExsyncEnable", 1);
     pass(2000.0);
@@ -114,14 +114,14 @@ TEST_F(LineTrigger, IsLostDuringAnExposure) {
     EXPECT_EQ(period("Analyzer0_PeriodCurrent"), 400.0);
 }
 
-TEST_F(LineTrigger, ComesAsSoonAsTheExposureEnds) {
+TEST_F(BoardLineTrigger, ComesAsSoonAsTheExposureEnds) {
     unitTime("ExsyncExposure", 200.0);
     unit("ExsyncEnable", 1);
     pass(2000.0);
     EXPECT_EQ(pulses(0), 10);
 }
 
-TEST_F(LineTrigger, GivesExsync2AfterTheDelay) {
+TEST_F(BoardLineTrigger, GivesExsync2AfterTheDelay) {
     unitTime("Exsync2Delay", 50.0);
     unit("ExsyncEnable", 1);
     pass(200.0);
@@ -134,7 +134,7 @@ TEST_F(LineTrigger, GivesExsync2AfterTheDelay) {
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC2), 0);
 }
 
-TEST_F(LineTrigger, GivesExsync2WithExsyncWithoutADelay) {
+TEST_F(BoardLineTrigger, GivesExsync2WithExsyncWithoutADelay) {
     unit("ExsyncEnable", 1);
     pass(200.0);
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC2), 1);
@@ -142,7 +142,7 @@ TEST_F(LineTrigger, GivesExsync2WithExsyncWithoutADelay) {
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC2), 0);
 }
 
-TEST_F(LineTrigger, PolarityTurnsBothExsyncsOver) {
+TEST_F(BoardLineTrigger, PolarityTurnsBothExsyncsOver) {
     unit("ExsyncPolarity", 1);
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC), 1);
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC2), 1);
@@ -152,7 +152,7 @@ TEST_F(LineTrigger, PolarityTurnsBothExsyncsOver) {
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC2), 0);
 }
 
-TEST_F(LineTrigger, DrivesTheOutputsThatSelectIt) {
+TEST_F(BoardLineTrigger, DrivesTheOutputsThatSelectIt) {
     route("OutputMapping_CamTrigger0_SelectTrigger", SOFTBOARD_EXSYNC, 0);
     route("OutputMapping_SelectGPO_Select7", SOFTBOARD_EXSYNC, 1);
     unit("ExsyncEnable", 1);
@@ -163,7 +163,7 @@ TEST_F(LineTrigger, DrivesTheOutputsThatSelectIt) {
     EXPECT_EQ(output(8), 0);
 }
 
-TEST_F(LineTrigger, BringsALineWhenTheExposureEnds) {
+TEST_F(BoardLineTrigger, BringsALineWhenTheExposureEnds) {
     unit("ExsyncEnable", 1);
     pass(219.0);
     EXPECT_EQ(signal(SOFTBOARD_LVAL), 1);
@@ -176,7 +176,7 @@ TEST_F(LineTrigger, BringsALineWhenTheExposureEnds) {
     EXPECT_EQ(cameraEvents("LineEnd"), 1U);
 }
 
-TEST_F(LineTrigger, BringsNoLineWithoutACamera) {
+TEST_F(BoardLineTrigger, BringsNoLineWithoutACamera) {
     softboard_set_integer(board, "FG_CAMSTATUS_EXTENDED", 0);
     unit("ExsyncEnable", 1);
     pass(1000.0);
@@ -184,7 +184,7 @@ TEST_F(LineTrigger, BringsNoLineWithoutACamera) {
     EXPECT_EQ(cameraEvents("LineStart"), 0U);
 }
 
-TEST_F(LineTrigger, EndsALineEarlyIfTheNextOneBegins) {
+TEST_F(BoardLineTrigger, EndsALineEarlyIfTheNextOneBegins) {
     set("Device1_Process0_Buffer_0_SensorWidth", std::uint32_t{16384}, 2);  // 16.384 µs
     unitTime("ExsyncPeriod", 10.0);
     unitTime("ExsyncExposure", 1.0);
@@ -195,7 +195,7 @@ TEST_F(LineTrigger, EndsALineEarlyIfTheNextOneBegins) {
     EXPECT_EQ(signal(SOFTBOARD_LVAL), 1);
 }
 
-TEST_F(LineTrigger, LagsBehindTheExsyncByTheLineInTheAir) {
+TEST_F(BoardLineTrigger, LagsBehindTheExsyncByTheLineInTheAir) {
     route("Analyzer_Analyzer1_Select", SOFTBOARD_LINE_START, 0);
     unit("ExsyncEnable", 1);
     pass(400.0);
@@ -206,7 +206,7 @@ TEST_F(LineTrigger, LagsBehindTheExsyncByTheLineInTheAir) {
     EXPECT_EQ(integer("Analyzer_Difference_Status"), 0);
 }
 
-TEST_F(LineTrigger, FollowsTheRisingEdgesOfAnInput) {
+TEST_F(BoardLineTrigger, FollowsTheRisingEdgesOfAnInput) {
     triggerByInput1(1, 1);
     pulse(1);
     pulse(0);
@@ -216,14 +216,14 @@ TEST_F(LineTrigger, FollowsTheRisingEdgesOfAnInput) {
     EXPECT_EQ(cameraEvents("LineStart"), 2U);
 }
 
-TEST_F(LineTrigger, ActsAtOnceOnAnEdge) {
+TEST_F(BoardLineTrigger, ActsAtOnceOnAnEdge) {
     triggerByInput1(1, 1);
     input(1, 1);
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC), 1);
     EXPECT_EQ(signal(SOFTBOARD_EXSYNC2), 1);
 }
 
-TEST_F(LineTrigger, FollowsTheFallingEdgesOfALowActiveInput) {
+TEST_F(BoardLineTrigger, FollowsTheFallingEdgesOfALowActiveInput) {
     triggerByInput1(1, 1);
     unit("LineTrgInPolarity", 1);
     input(1, 1);
@@ -232,7 +232,7 @@ TEST_F(LineTrigger, FollowsTheFallingEdgesOfALowActiveInput) {
     EXPECT_EQ(pulses(0), 1);
 }
 
-TEST_F(LineTrigger, IsScaledDown) {
+TEST_F(BoardLineTrigger, IsScaledDown) {
     triggerByInput1(3, 1);
     for (int edge = 0; edge < 7; ++edge) {
         pulse(1);
@@ -241,7 +241,7 @@ TEST_F(LineTrigger, IsScaledDown) {
     EXPECT_EQ(period("Analyzer0_PeriodCurrent"), 300.0);
 }
 
-TEST_F(LineTrigger, CountsThePhaseBeforeTheFirstLineOfAnImage) {
+TEST_F(BoardLineTrigger, CountsThePhaseBeforeTheFirstLineOfAnImage) {
     unit("YLength", 2);
     triggerByInput1(1, 3);
     for (int edge = 0; edge < 8; ++edge) {
@@ -252,7 +252,7 @@ TEST_F(LineTrigger, CountsThePhaseBeforeTheFirstLineOfAnImage) {
     EXPECT_EQ(cameraEvents("FrameEnd"), 2U);
 }
 
-TEST_F(LineTrigger, IgnoresTheInputWhileTheGrabberControlsIt) {
+TEST_F(BoardLineTrigger, IgnoresTheInputWhileTheGrabberControlsIt) {
     triggerByInput1(1, 1);
     unit("LineTriggerMode", 0);
     input(1, 1);
@@ -261,7 +261,7 @@ TEST_F(LineTrigger, IgnoresTheInputWhileTheGrabberControlsIt) {
     EXPECT_EQ(pulses(0), 1);
 }
 
-TEST_F(LineTrigger, GatedRunsOnlyWithinAnImage) {
+TEST_F(BoardLineTrigger, GatedRunsOnlyWithinAnImage) {
     unit("SoftwareTrgInput", 0);
     unit("ImgTrgInSource", 4);
     unit("ImgTriggerEnable", 1);
@@ -278,7 +278,7 @@ TEST_F(LineTrigger, GatedRunsOnlyWithinAnImage) {
     EXPECT_EQ(pulses(0), 5);
 }
 
-TEST_F(LineTrigger, GatedByAnInputFollowsItsEdgesOnlyWithinAnImage) {
+TEST_F(BoardLineTrigger, GatedByAnInputFollowsItsEdgesOnlyWithinAnImage) {
     triggerByInput1(1, 1);
     unit("LineTriggerMode", 3);
     unit("ImgTrgInSource", 4);
@@ -291,13 +291,13 @@ TEST_F(LineTrigger, GatedByAnInputFollowsItsEdgesOnlyWithinAnImage) {
     EXPECT_EQ(pulses(0), 1);
 }
 
-TEST_F(LineTrigger, SettingsCountWhoeverMakesThem) {
+TEST_F(BoardLineTrigger, SettingsCountWhoeverMakesThem) {
     softboard_set_integer(board, "Device1_Process0_Trigger_Trigger_ExsyncEnable", 1);
     pass(200.0);
     EXPECT_EQ(pulses(0), 1);
 }
 
-TEST_F(LineTrigger, SettingsCountThatWereMadeBeforeTheDesignCame) {
+TEST_F(BoardLineTrigger, SettingsCountThatWereMadeBeforeTheDesignCame) {
     IXdevice* const early = softboard_open();
     softboard_set_integer(early, "Device1_Process0_Trigger_Trigger_ExsyncEnable", 1);
     Fg_Struct* const handle = Fg_InitHandleSlaveAware("Quillon.tav", early, design, 0);
@@ -309,7 +309,7 @@ TEST_F(LineTrigger, SettingsCountThatWereMadeBeforeTheDesignCame) {
     softboard_close(early);
 }
 
-TEST_F(LineTrigger, IsNotThereIfTheDesignLacksOneOfItsParameters) {
+TEST_F(BoardLineTrigger, IsNotThereIfTheDesignLacksOneOfItsParameters) {
     IXdevice* const lacking = softboard_open();
     setenv("SOFTBOARD_HIDE", "Device1_Process0_Trigger_Trigger_ExsyncPeriod", 1);
     fpga_design* const hidden = loadDesignImage();
@@ -325,7 +325,7 @@ TEST_F(LineTrigger, IsNotThereIfTheDesignLacksOneOfItsParameters) {
     softboard_close(lacking);
 }
 
-TEST_F(LineTrigger, TimeMayBeMovedBySeveralThreadsBesideAccesses) {
+TEST_F(BoardLineTrigger, TimeMayBeMovedBySeveralThreadsBesideAccesses) {
     softboard_transcript_record(board, 0);
     unit("ExsyncEnable", 1);
     const auto move = [this] {

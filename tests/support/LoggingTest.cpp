@@ -140,7 +140,7 @@ TEST(BoundLogging, ServesManyThreadsAtOnce) {
 }
 
 /// Copies of the probe, each of which binds to what lies in its own installation.
-class Binding : public quillon::TemporaryFolder {
+class DispatcherBinding : public quillon::TemporaryFolder {
 protected:
     void SetUp() override {
         unsetenv("ORLODIR5_64");
@@ -163,7 +163,7 @@ protected:
     }
 };
 
-TEST_F(Binding, FindsTheDispatcherOfItsInstallation) {
+TEST_F(DispatcherBinding, FindsTheDispatcherOfItsInstallation) {
     install(FAKE_DISPATCHER);
     auto* const isEnabled = probe<decltype(probe_is_enabled)>("lib", "probe_is_enabled");
     EXPECT_EQ(isEnabled("a", 5), 1);
@@ -173,7 +173,7 @@ TEST_F(Binding, FindsTheDispatcherOfItsInstallation) {
     EXPECT_NE(logger("a"), logger("b"));
 }
 
-TEST_F(Binding, StaysSilentWithoutAnInstallation) {
+TEST_F(DispatcherBinding, StaysSilentWithoutAnInstallation) {
     install(FAKE_DISPATCHER);
     auto* const isEnabled = probe<decltype(probe_is_enabled)>("applets", "probe_is_enabled");
     EXPECT_EQ(isEnabled("a", 6), 0);
@@ -181,11 +181,11 @@ TEST_F(Binding, StaysSilentWithoutAnInstallation) {
     EXPECT_EQ(logger("a"), logger("b"));
 }
 
-TEST_F(Binding, StaysSilentWithoutADispatcherInTheInstallation) {
+TEST_F(DispatcherBinding, StaysSilentWithoutADispatcherInTheInstallation) {
     EXPECT_EQ(probe<decltype(probe_is_enabled)>("lib", "probe_is_enabled")("a", 6), 0);
 }
 
-TEST_F(Binding, StaysSilentWithALibraryThatIsNoDispatcher) {
+TEST_F(DispatcherBinding, StaysSilentWithALibraryThatIsNoDispatcher) {
     install(SUPPORT_PROBE);
     EXPECT_EQ(probe<decltype(probe_is_enabled)>("lib", "probe_is_enabled")("a", 6), 0);
     auto* const logger = probe<decltype(probe_logger)>("lib", "probe_logger");
