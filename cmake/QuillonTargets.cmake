@@ -7,6 +7,10 @@ if(QUILLON_WERROR)
     list(APPEND quillonWarnings -Werror)
 endif()
 target_compile_options(quillon_flags INTERFACE ${quillonWarnings})
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Lets ccache see through precompiled headers.
+    target_compile_options(quillon_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
+endif()
 if(QUILLON_SANITIZE)
     target_compile_options(quillon_flags INTERFACE -fsanitize=${QUILLON_SANITIZE} -fno-omit-frame-pointer
                                                    -fno-sanitize-recover=all)
@@ -32,10 +36,24 @@ function(quillon_sees target scope folder)
     target_include_directories(${target} ${scope} ${view})
 endfunction()
 
-# quillon_library(NAME SOURCES... [LIBRARIES ...]): a folder of the project as a static library, quillon_NAME. It sees its own headers
-# and those of its LIBRARIES, which must stand beneath it.
+# quillon_precompiles(TARGET): TARGET, a library, compiles with the standard headers that most sources include, which are precompiled
+# once: they are a third of the compile time of a small source.
+function(quillon_precompiles target)
+    if(NOT TARGET quillon_standard_headers)
+        file(WRITE ${CMAKE_BINARY_DIR}/quillon_standard_headers.cpp "// Compiles the headers that all libraries share.\n")
+        add_library(quillon_standard_headers OBJECT ${CMAKE_BINARY_DIR}/quillon_standard_headers.cpp)
+        target_link_libraries(quillon_standard_headers PRIVATE quillon_flags)
+        target_precompile_headers(quillon_standard_headers PRIVATE
+            <algorithm> <array> <atomic> <cstdint> <filesystem> <functional> <map> <memory> <mutex> <optional> <set> <sstream> <string>
+            <string_view> <utility> <variant> <vector>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM quillon_standard_headers)
+endfunction()
+
+# quillon_library(NAME SOURCES... [LIBRARIES ...] [OWN_HEADERS]): a folder of the project as a static library, quillon_NAME. It sees its
+# own headers and those of its LIBRARIES, which must stand beneath it. OWN_HEADERS: it precompiles headers of its own choice.
 function(quillon_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "OWN_HEADERS" "" "SOURCES;LIBRARIES")
     list(FIND quillonFolders ${name} place)
     foreach(library IN LISTS arg_LIBRARIES)
         if(library MATCHES "^quillon_(.+)")
@@ -48,6 +66,9 @@ function(quillon_library name)
     add_library(quillon_${name} STATIC ${arg_SOURCES})
     quillon_sees(quillon_${name} PUBLIC ${name})
     target_link_libraries(quillon_${name} PUBLIC ${arg_LIBRARIES} PRIVATE quillon_flags)
+    if(NOT arg_OWN_HEADERS)
+        quillon_precompiles(quillon_${name})
+    endif()
 endfunction()
 
 # What a test's own code is compiled with: fast, and without the three checks of every pointer that it uses, which are half of its
