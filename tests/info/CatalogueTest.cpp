@@ -3,20 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <sstream>
 
 #include "info/CatalogueTables.h"
+#include "tests/info/Golden.h"
 
 namespace quillon {
 namespace {
-
-std::string readFile(const std::string& name) {
-    std::ifstream file(std::string(INFO_GOLDEN_FOLDER "/") + name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 std::string number(double value) {
     char text[40];
@@ -112,7 +106,8 @@ protected:
 TEST_F(Catalogue, IsTheTreeOfTheGoldenListing) {
     build();
 
-    EXPECT_EQ(Listing::of(info), readFile("catalogue.txt"));
+    const std::string listing = Listing::of(info);
+    EXPECT_EQ(listing, golden("catalogue.txt", listing));
 }
 
 TEST_F(Catalogue, EntersEveryParameterAndNoGroupById) {

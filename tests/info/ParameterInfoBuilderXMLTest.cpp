@@ -3,11 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 #include "info/Catalogue.h"
+#include "tests/info/Golden.h"
 
 namespace quillon {
 namespace {
@@ -246,10 +245,9 @@ protected:
 };
 
 TEST_F(CatalogueDocument, IsTheGoldenDocument) {
-    std::ifstream file(INFO_GOLDEN_FOLDER "/catalogue.xml", std::ios::binary);
-    const std::string golden{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::string document = documentOf(info);
 
-    EXPECT_EQ(documentOf(info), golden);
+    EXPECT_EQ(document, golden("catalogue.xml", document));
 }
 
 TEST_F(CatalogueDocument, Renders150ParametersFromTheFirstDebugInputToTheLineOrder) {
