@@ -16,7 +16,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int LastPublicPosition = static_cast<int>(PositionCount) - 1;
 constexpr int MaskCount = 64;
 
 /// Whether the SDK's record describes a parameter that a single value can be written to.
@@ -43,8 +42,8 @@ void NameTables::fill() {
     enterRegisters();
     enterSdkNames();
     enterPositions();
-    for (std::size_t i = 0; i < PositionCount; ++i) {
-        parameterDescriptionByName_.emplace(PublicParameters[i].name, PublicParameters[i].description);
+    for (const PublicParameter& parameter : PositionedParameters) {
+        parameterDescriptionByName_.emplace(parameter.name, parameter.description);
     }
     enterEvents();
 }
@@ -76,8 +75,8 @@ void NameTables::collectSdkNames() {
 }
 
 void NameTables::enterPublicNames() {
-    for (std::size_t i = 0; i < PositionCount; ++i) {
-        parameterIdByName_.emplace(PublicParameters[i].name, PublicParameters[i].id);
+    for (const PublicParameter& parameter : PositionedParameters) {
+        parameterIdByName_.emplace(parameter.name, parameter.id);
     }
 }
 
@@ -108,10 +107,10 @@ void NameTables::enterSdkNames() {
 }
 
 void NameTables::enterPositions() {
-    for (std::size_t i = 0; i < PositionCount; ++i) {
-        parameterNameByIndex_[static_cast<int>(i)] = PublicParameters[i].name;
+    int position = -1;
+    for (const PublicParameter& parameter : PositionedParameters) {
+        parameterNameByIndex_[++position] = parameter.name;
     }
-    int position = LastPublicPosition;
     forEachRegister(
         [&](const char* name) { parameterNameByIndex_[++position] = std::string(DirectRegisterPrefix) + name; });
     for (const std::string& name : properties_.names(propertySection)) {

@@ -237,7 +237,6 @@ constexpr auto parameters = std::to_array<CatalogueParameter>({
     {Miscellaneous, "Alternative Board Detection", FG_ALTERNATIVE_BOARD_DETECTION, Enumeration{EnumOnOff}, 1, 1, ""},
     {Miscellaneous, "FPGA DNA", FG_SYSTEMMONITOR_FPGA_DNA, UInt64Range{0, 144115188075855871, 0}, 1, 1, ""},
 });
-static_assert(parameters.size() == 156);
 
 // clang-format on
 

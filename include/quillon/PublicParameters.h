@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
+#include <span>
 #include <string_view>
 
 namespace quillon {
@@ -36,9 +36,10 @@ inline constexpr auto PublicParameters = std::to_array<PublicParameter>({
 #undef PUBLIC_PARAMETER
 });
 
-/// How many of them have a position: it is their place in the table.
-inline constexpr std::size_t PositionCount = PublicParameters.size() - 1;
-static_assert(PositionCount == 163);
+/// Those that have a position, which is their place in the table.
+inline constexpr std::span<const PublicParameter> PositionedParameters(PublicParameters.data(),
+                                                                       PublicParameters.size() - 1);
+inline constexpr int PositionCount = static_cast<int>(PositionedParameters.size());
 
 /// The parameter with that id, or null.
 constexpr const PublicParameter* findPublicParameter(int id) {

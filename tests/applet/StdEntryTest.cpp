@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "client/testing/BuiltApplet.h"
+#include "quillon/PublicParameters.h"
 #include "tests/files/TemporaryFolder.h"
 #include "tests/support/CapturedLog.h"
 #include "tests/support/PackedDesign.h"
@@ -306,7 +307,7 @@ TEST_F(StdEntry, DirectRegisterAccessStaysOffWithAnyOtherValue) {
     for (const char* value : {"enabled", "2", "", "off", "yes "}) {
         const Variable enable("ORLO_ENABLE_DRA", value);
         ASSERT_NE(start(1), nullptr);
-        EXPECT_EQ(f.Fg_getNrOfParameter(&location), 163) << value;
+        EXPECT_EQ(f.Fg_getNrOfParameter(&location), PositionCount) << value;
         EXPECT_EQ(f.Fg_FreeGrabber(&location), 0);
     }
 }

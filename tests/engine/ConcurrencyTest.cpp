@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "client/testing/BuiltApplet.h"
+#include "quillon/PublicParameters.h"
 #include "tests/support/CapturedLog.h"
 
 namespace quillon::client {
@@ -157,7 +158,7 @@ TEST_F(HeldLock, KeepsNeitherTablesNorForwardersNorTheLastErrorWaiting) {
             results.push_back(f.Fg_freeParameterStringWithType(handle, FG_TAV_FILE, nullptr, 0, FgTypeString));
         }).join();
     });
-    EXPECT_EQ(results, (std::vector<int>{1874, 163, 100, 0, 1, -2070}));
+    EXPECT_EQ(results, (std::vector<int>{1874, PositionCount, 100, 0, 1, -2070}));
 }
 
 TEST_F(HeldLock, KeepsANullValueFromWaiting) {

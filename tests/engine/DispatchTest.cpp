@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "client/testing/BuiltApplet.h"
+#include "quillon/PublicParameters.h"
 #include "tests/support/CapturedLog.h"
 #include "tests/support/Surroundings.h"
 
@@ -163,7 +164,7 @@ TEST_F(Dispatch, UnknownIdsAreRefusedWithALogLine) {
 }
 
 TEST_F(Dispatch, BothDirectionsKnowAll164Parameters) {
-    for (int position = 0; position < 163; ++position) {
+    for (int position = 0; position < PositionCount; ++position) {
         const int id = built.applet.parameterIdAt(position);
         std::array<char, 4096> place{};
         built.applet.getWithType(id, place.data(), 0, FgTypeCharBuffer);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "client/testing/BuiltApplet.h"
+#include "quillon/PublicParameters.h"
 #include "tests/support/Surroundings.h"
 #include "wrapper/DesignLoader.h"
 
@@ -72,8 +73,8 @@ TEST_F(LyingLoader, RegistersWithoutANameAreLeftOut) {
     told.registerNames = {"First", nullptr, "Third"};
     BuiltApplet built;
     EXPECT_EQ(built.applet.parameterCount(), 165);
-    EXPECT_EQ(built.applet.parameterNameAt(163), "DRA_First");
-    EXPECT_EQ(built.applet.parameterNameAt(164), "DRA_Third");
+    EXPECT_EQ(built.applet.parameterNameAt(PositionCount), "DRA_First");
+    EXPECT_EQ(built.applet.parameterNameAt(PositionCount + 1), "DRA_Third");
     EXPECT_EQ(built.applet.parameterId("DRA_First"), 1000001);
     EXPECT_EQ(built.applet.parameterId("DRA_Third"), 1000003);
     EXPECT_EQ(built.applet.functions().Fg_getParameterName(built.applet.handle(), 165), nullptr);
@@ -87,14 +88,14 @@ TEST_F(LyingLoader, RegistersAreCountedAsFarAsTheyHaveIds) {
     told.registerCount = 2147483647;
     told.registerNames = {"Only"};
     BuiltApplet built;
-    EXPECT_EQ(built.applet.parameterCount(), 164);
+    EXPECT_EQ(built.applet.parameterCount(), PositionCount + 1);
 }
 
 TEST_F(LyingLoader, ADesignWithoutRegistersHasAnEmptyGroup) {
     for (const int count : {0, -1}) {
         told.registerCount = count;
         BuiltApplet built;
-        EXPECT_EQ(built.applet.parameterCount(), 163);
+        EXPECT_EQ(built.applet.parameterCount(), PositionCount);
         EXPECT_EQ(built.applet.parameterInfo().front().label, "Direct Register Access");
         EXPECT_TRUE(built.applet.parameterInfo().front().children.empty());
     }
@@ -116,7 +117,7 @@ TEST_F(LyingLoader, ANameMayBeAMegabyteLong) {
     told.registerNames = {megabyte.c_str()};
     told.events = {{nullptr, megabyte.c_str(), 0, 1}};
     BuiltApplet built;
-    EXPECT_EQ(built.applet.parameterNameAt(163), "DRA_" + megabyte);
+    EXPECT_EQ(built.applet.parameterNameAt(PositionCount), "DRA_" + megabyte);
     EXPECT_EQ(built.applet.parameterId("DRA_" + megabyte), 1000001);
     EXPECT_EQ(built.applet.eventMask(megabyte), 1U);
 }

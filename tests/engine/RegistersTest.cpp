@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "client/testing/BuiltApplet.h"
+#include "quillon/PublicParameters.h"
 #include "tests/files/TemporaryFolder.h"
 #include "tests/support/CapturedLog.h"
 #include "tests/support/PackedDesign.h"
@@ -163,16 +164,16 @@ protected:
 
 TEST_F(NoRegisters, AddNoNames) {
     open();
-    EXPECT_EQ(built->applet.parameterCount(), 163);
+    EXPECT_EQ(built->applet.parameterCount(), PositionCount);
     EXPECT_EQ(built->applet.parameterNameAt(162), "FG_CUSTOM_SIGNAL_EVENT_1_POLARITY");
-    EXPECT_EQ(built->applet.parameterNameAt(163), std::nullopt);
-    EXPECT_EQ(built->applet.parameterIdAt(163), -2070);
+    EXPECT_EQ(built->applet.parameterNameAt(PositionCount), std::nullopt);
+    EXPECT_EQ(built->applet.parameterIdAt(PositionCount), -2070);
 }
 
 TEST_F(NoRegisters, LetTheSdksNamesStandRightBehindThePublicOnes) {
     const test::Variable parameters("ORLO_ENABLE_DIXA", "on");
     open();
-    EXPECT_EQ(built->applet.parameterNameAt(163), "DIXA_Device1_Process0_AppletProperties_AppletUid");
+    EXPECT_EQ(built->applet.parameterNameAt(PositionCount), "DIXA_Device1_Process0_AppletProperties_AppletUid");
 }
 
 TEST_F(NoRegisters, LeaveTheirGroupInTheCatalogueEmpty) {

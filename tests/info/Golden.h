@@ -9,7 +9,8 @@
 
 namespace quillon {
 
-/// The golden file `name`. Where QUILLON_RECORD_GOLDENS is set, as ./run golden sets it, `actual` becomes that file first.
+/// The golden file `name`. Where QUILLON_RECORD_GOLDENS is set, as ./run golden sets it, `actual` becomes that file
+/// first.
 inline std::string golden(const std::string& name, const std::string& actual) {
     const std::string path = std::string(INFO_GOLDEN_FOLDER "/") + name;
     if (std::getenv("QUILLON_RECORD_GOLDENS") != nullptr) {

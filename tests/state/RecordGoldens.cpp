@@ -1,5 +1,5 @@
-// Records the lists that tests compare with, and brings the example configurations up to date: what `./run golden` runs when a
-// parameter has been added. The differences are for people to review.
+// Records the lists that tests compare with, and brings the example configurations up to date: what `./run golden` runs
+// when a parameter has been added. The differences are for people to review.
 
 #include <algorithm>
 #include <fstream>
@@ -28,12 +28,12 @@ void write(const std::filesystem::path& file, const std::string& text) {
     std::cout << file.filename().string() << '\n';
 }
 
-void writeLines(const std::string& name, const Lines& lines) {
+void writeLines(const std::filesystem::path& file, const Lines& lines) {
     std::string text;
     for (const std::string& line : lines) {
         text += line + '\n';
     }
-    write(std::filesystem::path(STATE_GOLDEN_FOLDER) / name, text);
+    write(file, text);
 }
 
 Lines linesIn(const std::string& text) {
@@ -50,7 +50,8 @@ std::string keyOf(const std::string& line) {
     return line.substr(0, line.find('=') == std::string::npos ? 0 : line.find('='));
 }
 
-/// `text` with the lines of `complete` whose keys it lacks, each behind the line that it has in `complete` in front of it.
+/// `text` with the lines of `complete` whose keys it lacks, each behind the line that it has in `complete` in front of
+/// it.
 std::string withMissingKeys(const std::string& text, const std::string& complete) {
     Lines lines = linesIn(text);
     std::string previous;
@@ -71,8 +72,8 @@ std::string withMissingKeys(const std::string& text, const std::string& complete
     return result;
 }
 
-/// What a save gives after `configuration` has been loaded with the keys that it lacks. The configuration's own file is the
-/// one that is written.
+/// What a save gives after `configuration` has been loaded with the keys that it lacks. The configuration's own file is
+/// the one that is written.
 void recordConfiguration(const std::filesystem::path& file, const std::string& start) {
     write(file, withMissingKeys(read(file), start));
     BuiltApplet built;
@@ -81,10 +82,22 @@ void recordConfiguration(const std::filesystem::path& file, const std::string& s
     }
 }
 
-/// The lines of a list of accesses with the accesses that are new. Steps and refreshes stay as they are listed; what is new
-/// becomes a step of its own, named by the first of `keys` that has none.
+/// "NAME ID" for each position.
+Lines positions(const client::Applet& applet) {
+    Lines lines;
+    for (int position = 0; position < applet.parameterCount(); ++position) {
+        lines.push_back(applet.parameterNameAt(position).value() + ' ' +
+                        std::to_string(applet.parameterIdAt(position)));
+    }
+    return lines;
+}
+
+/// The lines of a list of accesses with the accesses that are new. Steps and refreshes stay as they are listed; what is
+/// new becomes a step of its own, named by the first of `keys` that has none.
 Lines withNewAccesses(const Lines& listed, const Lines& seen, const Lines& keys) {
-    const auto isAccess = [](const std::string& line) { return line.starts_with("    ") && !line.starts_with("    limit "); };
+    const auto isAccess = [](const std::string& line) {
+        return line.starts_with("    ") && !line.starts_with("    limit ");
+    };
     std::set<std::string> steps(listed.begin(), listed.end());
     Lines result;
     auto access = seen.begin();
@@ -100,7 +113,8 @@ Lines withNewAccesses(const Lines& listed, const Lines& seen, const Lines& keys)
                 fresh.push_back("    " + *access);
             }
             if (!fresh.empty()) {
-                const auto key = std::ranges::find_if(keys, [&](const std::string& name) { return !steps.contains(name); });
+                const auto key =
+                    std::ranges::find_if(keys, [&](const std::string& name) { return !steps.contains(name); });
                 const std::string name = key != keys.end() ? *key : "new";
                 steps.insert(name);
                 // In front of the headings of the access that was found.
@@ -159,10 +173,12 @@ void record() {
             keys.push_back(keyOf(line));
         }
     }
-    writeLines("start_up_accesses.txt",
+    writeLines(golden / "start_up_accesses.txt",
                withNewAccesses(goldenLines("start_up_accesses.txt"), shownAccesses(BuiltApplet().board), keys));
-    writeLines("start_up_values.txt", startUpValues(started.applet, keys));
-    writeLines("accepted_writes.txt", acceptedWrites(BuiltApplet().board));
+    writeLines(golden / "start_up_values.txt", startUpValues(started.applet, keys));
+    writeLines(golden / "accepted_writes.txt", acceptedWrites(BuiltApplet().board));
+
+    writeLines(std::filesystem::path(ENGINE_GOLDEN_FOLDER) / "positions.txt", positions(started.applet));
 
     recordConfiguration(golden / "other_state.mcf", start);
     BuiltApplet loaded;
@@ -170,7 +186,8 @@ void record() {
     if (loaded.applet.loadConfig(golden / "other_state.mcf") != 0) {
         throw std::runtime_error("other_state.mcf can't be loaded");
     }
-    writeLines("load_accesses.txt", withNewAccesses(goldenLines("load_accesses.txt"), shownAccesses(loaded.board), keys));
+    writeLines(golden / "load_accesses.txt",
+               withNewAccesses(goldenLines("load_accesses.txt"), shownAccesses(loaded.board), keys));
 
     for (const auto& example : std::filesystem::directory_iterator(STATE_EXAMPLES_FOLDER)) {
         if (example.path().extension() == ".mcf") {
