@@ -1,8 +1,6 @@
 #pragma once
 
-#include <optional>
 #include <span>
-#include <string_view>
 
 #include "quillon/Vocabulary.h"
 
@@ -26,26 +24,6 @@ constexpr bool holds(Enumeration entries, int value) {
         }
     }
     return false;
-}
-
-/// The symbolic name of `value`, or null.
-constexpr const char* nameOf(Enumeration entries, int value) {
-    for (const EnumEntry& entry : entries) {
-        if (entry.value == value) {
-            return entry.name;
-        }
-    }
-    return nullptr;
-}
-
-/// The value with the symbolic name `name`.
-constexpr std::optional<int> valueOf(Enumeration entries, std::string_view name) {
-    for (const EnumEntry& entry : entries) {
-        if (name == entry.name) {
-            return entry.value;
-        }
-    }
-    return std::nullopt;
 }
 
 // An entry takes its number and its name from the enumerator.

@@ -14,18 +14,12 @@ TEST(Enumerations, HoldTheirValuesAndNoOthers) {
     EXPECT_FALSE(holds(EnumOnOff, 2));
 }
 
-TEST(Enumerations, NameAValue) {
-    EXPECT_STREQ(nameOf(EnumOutputFormat, 9), "FG_COL42");
-    EXPECT_STREQ(nameOf(EnumInputPolarity, 1), "HIGH_ON_ZERO_LOW");
-    EXPECT_STREQ(nameOf(EnumOutputPolarity, 0), "FG_LOW");
-    EXPECT_EQ(nameOf(EnumOutputFormat, 3), nullptr);
-}
-
-TEST(Enumerations, GiveTheValueOfAName) {
-    EXPECT_EQ(valueOf(EnumPulseMessage, "FG_PULSE_WIDTH"), 23);
-    EXPECT_EQ(valueOf(EnumImageTriggerSource, "TRGINSOFTWARE"), -1);
-    EXPECT_EQ(valueOf(EnumPulseMessage, "FG_PULSE"), std::nullopt);
-    EXPECT_EQ(valueOf(EnumPulseMessage, "Pulse Width"), std::nullopt);
+TEST(Enumerations, EntriesHaveNumberAndNameOfTheirEnumerator) {
+    EXPECT_EQ(EnumOutputFormat[3].value, 9);
+    EXPECT_STREQ(EnumOutputFormat[3].name, "FG_COL42");
+    EXPECT_STREQ(EnumOutputFormat[3].label, "Color 42bit");
+    EXPECT_EQ(EnumImageTriggerSource[12].value, -1);
+    EXPECT_STREQ(EnumImageTriggerSource[12].name, "TRGINSOFTWARE");
 }
 
 TEST(Enumerations, OfSignalSourcesDifferInTransferSignalsAndIntervalMode) {
