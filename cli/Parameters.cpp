@@ -46,23 +46,6 @@ NameAndRun splitRun(std::string_view text) {
     return {std::string(text.substr(0, bracket)), Run{first, last - first + 1}};
 }
 
-ParameterKind kindOf(const ParameterRecord& record) {
-    switch (record.kind) {
-        case RecordKind::UInt64:
-        case RecordKind::Int64: return ParameterKind::Int64;
-        case RecordKind::Double: return ParameterKind::Double;
-        case RecordKind::String: return ParameterKind::String;
-        case RecordKind::UIntField:
-        case RecordKind::IntField:
-        case RecordKind::DoubleField: return ParameterKind::Field;
-        case RecordKind::Group:
-        case RecordKind::UInt:
-        case RecordKind::Int:
-        case RecordKind::Enum: return ParameterKind::Int;
-    }
-    return ParameterKind::Int;
-}
-
 const ParameterRecord* findRecordBySymbol(const std::vector<ParameterRecord>& trees, std::string_view symbol) {
     for (const ParameterRecord& record : trees) {
         if (!record.isGroup() && record.symbol == symbol) {
@@ -82,7 +65,7 @@ Parameter complete(const client::Applet& applet, int id, const std::vector<Param
     if (const ParameterRecord* record = client::findRecord(trees, id)) {
         parameter.record = *record;
         parameter.name = record->symbol;
-        parameter.kind = kindOf(*record);
+        parameter.kind = record->valueKind();
     } else if (id > FG_REGISTER_IDS && id <= FG_SDK_IDS) {
         parameter.kind = ParameterKind::Int64;  // wide enough for every register
     }

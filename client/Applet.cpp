@@ -128,18 +128,8 @@ Signed wholeNumber(const std::string& parameter, const Value& value) {
 
 /// The kind of a parameter by its record, which knows registers and the SDK's own parameters, too.
 ParameterKind kindOf(int id, const std::optional<ParameterRecord>& record) {
-    switch (record ? record->kind : RecordKind::Int) {
-        case RecordKind::UInt64:
-        case RecordKind::Int64: return ParameterKind::Int64;
-        case RecordKind::Double: return ParameterKind::Double;
-        case RecordKind::String: return ParameterKind::String;
-        case RecordKind::UIntField:
-        case RecordKind::IntField:
-        case RecordKind::DoubleField: return ParameterKind::Field;
-        case RecordKind::Group:
-        case RecordKind::UInt:
-        case RecordKind::Int:
-        case RecordKind::Enum: break;
+    if (record && record->valueKind() != ParameterKind::Int) {
+        return record->valueKind();
     }
     const PublicParameter* const known = findPublicParameter(id);
     // A register is as wide as it may be.

@@ -70,6 +70,23 @@ void copyValuePart(const RegisterInfo& from, ParameterRecord& record) {
 
 }  // namespace
 
+ParameterKind ParameterRecord::valueKind() const {
+    switch (kind) {
+        case RecordKind::UInt64:
+        case RecordKind::Int64: return ParameterKind::Int64;
+        case RecordKind::Double: return ParameterKind::Double;
+        case RecordKind::String: return ParameterKind::String;
+        case RecordKind::UIntField:
+        case RecordKind::IntField:
+        case RecordKind::DoubleField: return ParameterKind::Field;
+        case RecordKind::Group:
+        case RecordKind::UInt:
+        case RecordKind::Int:
+        case RecordKind::Enum: break;
+    }
+    return ParameterKind::Int;
+}
+
 const EnumEntry* ParameterRecord::entry(std::int32_t value) const {
     const auto found = std::find_if(entries.begin(), entries.end(),
                                     [&](const EnumEntry& candidate) { return candidate.value == value; });

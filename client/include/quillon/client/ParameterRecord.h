@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "quillon/PublicParameters.h"
 #include "quillon/RegisterInfo.h"
 
 namespace quillon::client {
@@ -51,6 +52,7 @@ struct ParameterRecord {
     std::vector<ParameterRecord> children;  ///< of a group, in order
 
     bool isGroup() const { return kind == RecordKind::Group; }
+    ParameterKind valueKind() const;                   ///< what a value pointer points to; Int for a group
     const EnumEntry* entry(std::int32_t value) const;  ///< null if the value is not enumerated
 };
 
