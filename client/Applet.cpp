@@ -45,7 +45,7 @@ Applet Applet::attach(const Library& library, QuillonHandle handle, Ownership ow
 }
 
 Applet::Applet(Applet&& other) noexcept
-    : library_(other.library_),
+    : library_(std::move(other.library_)),
       location_(std::move(other.location_)),
       handle_(std::exchange(other.handle_, nullptr)),
       ownership_(other.ownership_) {}

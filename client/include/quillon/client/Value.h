@@ -74,7 +74,8 @@ std::optional<Type> Value::asIf() const {
                 } else {
                     // The first double above the type is a power of two, its largest number may be none.
                     constexpr double lowest = static_cast<double>(std::numeric_limits<Type>::min());
-                    constexpr double beyond = 2.0 * static_cast<double>(std::numeric_limits<Type>::max() / 2 + 1);
+                    constexpr double beyond =
+                        2.0 * static_cast<double>(std::uint64_t{1} << (std::numeric_limits<Type>::digits - 1U));
                     const bool holds = held >= lowest && held < beyond && std::trunc(held) == held;
                     return holds ? std::optional(static_cast<Type>(held)) : std::nullopt;
                 }
