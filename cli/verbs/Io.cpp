@@ -34,11 +34,10 @@ constexpr std::array routes{Route{"Camera trigger", "FG_TRIGGERCAMERA"},
                             Route{"Custom event 0", "FG_CUSTOM_SIGNAL_EVENT_0"},
                             Route{"Custom event 1", "FG_CUSTOM_SIGNAL_EVENT_1"}};
 
-// Sources with a level of their own.
-constexpr std::uint64_t Ground = 4;
-constexpr std::uint64_t Supply = 5;
-constexpr std::uint64_t FirstInputSource = 1001;
-constexpr std::uint64_t InputSourceStep = 10;
+// The sources of the inputs lie at equal distances.
+constexpr std::uint64_t FirstInputSource = FG_SIGNAL_GPI_0;
+constexpr std::uint64_t InputSourceStep = FG_SIGNAL_GPI_1 - FG_SIGNAL_GPI_0;
+static_assert(FG_SIGNAL_FRONT_GPI_3 == FirstInputSource + 11 * InputSourceStep);
 
 struct RouteState {
     std::string source;
@@ -60,8 +59,8 @@ std::string inputName(unsigned input) {
 }
 
 std::string levelOf(std::uint64_t source, bool inverted, std::uint64_t inputs) {
-    if (source == Ground || source == Supply) {
-        return source == Supply ? "high" : "low";  // whatever the polarity
+    if (source == GND || source == VCC) {
+        return source == VCC ? "high" : "low";  // whatever the polarity
     }
     const std::uint64_t input = (source - FirstInputSource) / InputSourceStep;
     if (source < FirstInputSource || input >= InputCount) {
@@ -74,7 +73,7 @@ RouteState stateOf(client::Applet& applet, const Route& route, std::uint64_t inp
     const Parameter source = findParameter(applet, std::string(route.parameter) + "_SOURCE");
     const Parameter polarity = findParameter(applet, std::string(route.parameter) + "_POLARITY");
     const std::uint64_t value = readWhole(applet, source);
-    const bool fixed = value == Ground || value == Supply;
+    const bool fixed = value == GND || value == VCC;
     RouteState state;
     const std::string name = enumeratorOf(source, Value(value));
     state.source = name.empty() ? std::to_string(value) : name;
