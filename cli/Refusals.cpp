@@ -18,11 +18,8 @@ Refusal explainCode(int code) {
 Refusal explainSet(const client::Applet& applet, const Parameter& parameter, int code) {
     Refusal refusal = explainCode(code);
     if (client::isAboutTheValue(code)) {
-        Parameter now = parameter;
-        const auto trees = applet.parameterInfo();
-        const client::ParameterRecord* record = client::findRecord(trees, parameter.id);
-        now.record = record != nullptr ? std::optional(*record) : std::nullopt;
-        refusal.accepted = acceptedValues(now);
+        const auto record = applet.record(parameter.id);
+        refusal.accepted = record ? client::acceptedValues(*record) : "";
         refusal.reason = client::rangeReason(parameter.name);
     }
     return refusal;
@@ -33,14 +30,7 @@ Refusal explainGet(int code) {
 }
 
 std::string inWords(const Refusal& refusal) {
-    std::string text = "was refused: " + client::describeCode(refusal.code) + ", " + refusal.meaning;
-    if (!refusal.accepted.empty()) {
-        text += "\n  accepted: " + refusal.accepted;
-    }
-    if (!refusal.reason.empty()) {
-        text += "\n  because:  " + refusal.reason;
-    }
-    return text;
+    return client::describeRefusal(refusal.code, refusal.accepted, refusal.reason);
 }
 
 Json toJson(const Refusal& refusal) {

@@ -64,20 +64,15 @@ ParameterError::ParameterError(const std::string& function, std::string_view nam
 ParameterError::ParameterError(int parameterId, int answeredCode, const std::string& words)
     : CallError(words, answeredCode, Whole{}), id(parameterId) {}
 
-namespace {
-
-std::string refusalInWords(const std::string& name, const std::string& value, int code, const std::string& accepted,
-                           const std::string& reason) {
-    return name + " = " + value + " was refused: " + describeCode(code) + ", " + std::string(codeText(code).sentence) +
+std::string describeRefusal(int code, const std::string& accepted, const std::string& reason) {
+    return "was refused: " + describeCode(code) + ", " + std::string(codeText(code).sentence) +
            (accepted.empty() ? "" : "\n  accepted: " + accepted) + (reason.empty() ? "" : "\n  because:  " + reason);
 }
-
-}  // namespace
 
 Refused::Refused(int parameterId, std::string parameterName, const std::string& value, int answeredCode,
                  std::string acceptedValues, std::string rangeReason)
     : ParameterError(parameterId, answeredCode,
-                     refusalInWords(parameterName, value, answeredCode, acceptedValues, rangeReason)),
+                     parameterName + " = " + value + " " + describeRefusal(answeredCode, acceptedValues, rangeReason)),
       name(std::move(parameterName)),
       accepted(std::move(acceptedValues)),
       reason(std::move(rangeReason)) {}

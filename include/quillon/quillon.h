@@ -70,8 +70,7 @@ int Fg_getLastErrorNumber(QuillonHandle handle);
 /// The texts and images live as long as the library. From any thread.
 int Info(int key, int arg1, int arg2, void* in, void* out);
 
-/// The C library's function of that name, exported because the SDK resolves it here: creates and opens a file with a
-/// name of its own.
+/// Creates and opens a file with a name of its own, in the manner of the C library's function of this name.
 /// @param fileTemplate  a path whose last six characters in front of the suffix are "XXXXXX"; they are replaced.
 /// @param suffixLength  characters behind them, 0 or more.
 /// @return a file descriptor, the caller's to close; -1 with errno set. From any thread.
@@ -135,7 +134,7 @@ int Fg_getNrOfParameter(QuillonHandle handle);
 ///   SDK could not answer the same.
 RegisterInfo* Fg_getParameterInfo(QuillonHandle handle, int port);
 
-/// The GenApi description of the parameters, in ISO 8859-1 with a terminator.
+/// The GenApi description of the parameters as they are now, an XML text with a terminator.
 /// @param buffer  where it goes, or null to ask for its size.
 /// @param size    bytes at `buffer`; gets the size of the document, terminator included, if `buffer` is null.
 /// @return 0; -2070: no `size`; -2075: an unknown port; -500: the buffer is too small; -2001.

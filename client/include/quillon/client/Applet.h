@@ -96,7 +96,7 @@ public:
     [[nodiscard]] int setDouble(ParameterName parameter, double value);
     [[nodiscard]] int setText(ParameterName parameter, const std::string& value);
 
-    // The value is filled on success only.
+    // A read that is refused leaves the value as it was; one of 64 bits may clear it.
     [[nodiscard]] int getInt(ParameterName parameter, std::int32_t& value) const;
     [[nodiscard]] int getUnsigned(ParameterName parameter, std::uint32_t& value) const;
     [[nodiscard]] int getInt64(ParameterName parameter, std::int64_t& value) const;

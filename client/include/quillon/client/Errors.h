@@ -16,6 +16,10 @@ CodeText codeText(int code);
 /// "-6000 (ValueOutOfRange)", or the number alone where the code has no name.
 std::string describeCode(int code);
 
+/// "was refused: -6000 (ValueOutOfRange), the value is out of range", and lines with what would be accepted and why,
+/// where they are not empty.
+std::string describeRefusal(int code, const std::string& accepted, const std::string& reason);
+
 /// Everything that the client throws.
 class Error : public std::runtime_error {
 public:
