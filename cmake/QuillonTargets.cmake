@@ -28,9 +28,12 @@ target_include_directories(quillon_vocabulary INTERFACE ${PROJECT_SOURCE_DIR}/in
 # quillon_sees(TARGET SCOPE FOLDER): TARGET finds the headers of FOLDER, as "FOLDER/Header.h", and those of no other folder by it: the
 # include folder holds a link to FOLDER and nothing else.
 function(quillon_sees target scope folder)
-    set(view ${CMAKE_BINARY_DIR}/views/${folder})
+    # A folder in a folder has a view beside that of the outer one.
+    string(REPLACE "/" "." name ${folder})
+    set(view ${CMAKE_BINARY_DIR}/views/${name})
     if(NOT EXISTS ${view}/${folder})
-        file(MAKE_DIRECTORY ${view})
+        cmake_path(GET folder PARENT_PATH outer)
+        file(MAKE_DIRECTORY ${view}/${outer})
         file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${view}/${folder} SYMBOLIC)
     endif()
     target_include_directories(${target} ${scope} ${view})

@@ -1,8 +1,9 @@
 # Compiles, for each pair of folders, an include of the upper folder with the include folders of the lower one, and fails if that
 # works. COMPILER, SOURCE_FOLDER and COMPILE_COMMANDS are given.
 
-# From the ground up, as CMakeLists.txt has them; image/ stands above trigger/ and uses it.
-set(folders support info files wrapper design debug trigger image engine applet)
+# From the ground up, as CMakeLists.txt has them; image/ stands above trigger/ and uses it. The software board is no folder of the
+# applet's, and its drawing knows nothing of the board.
+set(folders softboard/pixels softboard/src support info files wrapper design debug trigger image engine applet)
 
 # include_options(VARIABLE FOLDER): the -I options that a source of FOLDER is compiled with.
 function(include_options variable folder)
