@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "softboard/pixels/Reference.h"
+#include "softboard/pixels/Renderer.h"
 
 namespace softboard::pixels::testing {
 
@@ -87,8 +88,14 @@ Frame drawFrame(const std::vector<Settings>& settings, std::span<const Line> lin
             std::find_if(known.begin(), known.end(), [&](const auto& each) { return each->version == version; });
         return found != known.end() ? *found : nullptr;
     };
-    return intoGuardedMemory(capacity,
-                             [&](std::span<std::byte> out) { return reference::draw(lines, settingsOf, scene, out); });
+    Frame frame = intoGuardedMemory(
+        capacity, [&](std::span<std::byte> out) { return reference::draw(lines, settingsOf, scene, out); });
+    Renderer renderer;
+    const Frame fast = intoGuardedMemory(
+        capacity, [&](std::span<std::byte> out) { return renderer.draw(lines, settingsOf, scene, out); });
+    EXPECT_EQ(fast.drawn, frame.drawn);
+    EXPECT_EQ(fast.hex(), frame.hex());
+    return frame;
 }
 
 Frame drawFrame(const Settings& settings, std::int64_t lines, Scene& scene) {
