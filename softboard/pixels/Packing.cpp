@@ -32,20 +32,40 @@ private:
     std::uint32_t mask_;
 };
 
-/// Four pixels of a packed format, given as words of one pixel each, as one stream.
+/// Four pixels of a packed format, each in the low bits of a word, as one stream. The last eight bytes overlap those in
+/// front of them: a group is no whole number of words, and nothing is written behind it.
 template <std::uint32_t PixelBits>
 void storeGroup(const std::array<std::uint64_t, PackedGroup>& pixels, std::byte* to) {
-    constexpr std::size_t Bytes = PixelBits * PackedGroup / 8;
-    std::array<std::uint64_t, 3> stream{};
-    std::uint32_t place = 0;
-#pragma GCC unroll 4
-    for (std::size_t i = 0; i < PackedGroup; ++i, place += PixelBits) {
-        stream[place / 64] |= pixels[i] << place % 64;
-        if (place % 64 + PixelBits > 64) {
-            stream[place / 64 + 1] |= pixels[i] >> (64 - place % 64);
-        }
+    constexpr std::uint32_t Second = PixelBits;
+    constexpr std::uint32_t Third = 2 * PixelBits;
+    constexpr std::uint32_t Fourth = 3 * PixelBits;
+    static_assert(Second < 64 && Fourth > 64 && Fourth < 128);
+    std::uint64_t low = pixels[0] | pixels[1] << Second;
+    std::uint64_t middle = pixels[3] << (Fourth - 64);
+    if constexpr (Third < 64) {
+        low |= pixels[2] << Third;
+        middle |= pixels[2] >> (64 - Third);
+    } else {
+        middle |= pixels[1] >> (64 - Second) | pixels[2] << (Third - 64);
     }
-    std::memcpy(to, stream.data(), Bytes);
+    const std::uint64_t high = pixels[3] >> (128 - Fourth);
+    std::memcpy(to, &low, sizeof low);
+
+    constexpr std::uint32_t Bytes = PixelBits * PackedGroup / 8;
+    constexpr std::uint32_t LastWord = Bytes * 8 - 64;  // bits in front of it
+    std::uint64_t last = 0;
+    if constexpr (LastWord < 64) {
+        last = low >> LastWord | middle << (64 - LastWord);
+    } else {
+        std::memcpy(to + sizeof low, &middle, sizeof middle);
+        last = middle >> (LastWord - 64) | high << (128 - LastWord);
+    }
+    std::memcpy(to + Bytes - sizeof last, &last, sizeof last);
+}
+
+template <typename Entry>
+void store(std::byte* to, Entry value) {
+    std::memcpy(to, &value, sizeof value);
 }
 
 template <typename Raw, bool Masked, std::uint32_t FormatBits, bool Backwards>
@@ -77,11 +97,11 @@ void drawPixels(const std::byte* from, std::size_t count, const Channels& channe
     } else {
 #pragma GCC unroll 4
         for (std::size_t i = 0; i < count; ++i) {
-            const std::array<Entry, Colours> pixel = {entries0[raw(from + place0)], entries1[raw(from + place1)],
-                                                      entries2[raw(from + place2)]};
-            std::memcpy(to, pixel.data(), sizeof pixel);
+            store(to, entries0[raw(from + place0)]);
+            store(to + sizeof(Entry), entries1[raw(from + place1)]);
+            store(to + 2 * sizeof(Entry), entries2[raw(from + place2)]);
             from += Step;
-            to += sizeof pixel;
+            to += Colours * sizeof(Entry);
         }
     }
 }
