@@ -26,6 +26,16 @@ constexpr std::array Ratios = {
     Ratio{"load / a pass over the lines per look-up", "ConfigurationLoad", "LinesOncePerLookup", 1.5},
     Ratio{"description / its bytes into a buffer", "DescriptionBuild", "DescriptionBytesIntoBuffer", 2.0},
     Ratio{"description / the same by an XML library", "DescriptionBuild", "DescriptionByXmlLibrary", 1.0},
+    Ratio{"photo of 16 bits to FG_COL24 / its copy", "DrawPhotoRgb16Col24", "CopyRgb16", 2.5},
+    Ratio{"noise of 16 bits to FG_COL24 / its copy", "DrawNoiseRgb16Col24", "CopyRgb16", 3.0},
+    Ratio{"photo of 16 bits to FG_COL48 / its copy", "DrawPhotoRgb16Col48", "CopyRgb16", 3.0},
+    Ratio{"noise of 16 bits to FG_COL48 / its copy", "DrawNoiseRgb16Col48", "CopyRgb16", 3.0},
+    Ratio{"photo of 16 bits to FG_COL30 / its copy", "DrawPhotoRgb16Col30", "CopyRgb16", 3.0},
+    Ratio{"noise of 16 bits to FG_COL30 / its copy", "DrawNoiseRgb16Col30", "CopyRgb16", 3.0},
+    Ratio{"noise of 8 bits to FG_COL24 / its copy", "DrawNoiseRgb8Col24", "CopyRgb8", 3.3},
+    Ratio{"ramp of 8 bits / noise of 8 bits", "DrawRampRgb8Col24", "DrawNoiseRgb8Col24", 1.0},
+    Ratio{"ramp in the upper 8 of 16 bits / noise", "DrawRampRgb16Col24", "DrawNoiseRgb16Col24", 1.0},
+    Ratio{"simulator frame / copy of 16 bits", "DrawSimulatorCol24", "CopyRgb16", 0.6},
 };
 
 }  // namespace
