@@ -237,6 +237,13 @@ int Parameter::element(std::size_t index, std::int64_t& value) const {
     return SOFTBOARD_OK;
 }
 
+void Parameter::copyTable(std::span<std::uint16_t> elements) const {
+    const std::size_t count = std::min(elements.size(), table_.size());
+    for (std::size_t index = 0; index < count; ++index) {
+        elements[index] = static_cast<std::uint16_t>(table_[index]);
+    }
+}
+
 namespace {
 
 void appendElement(std::string& text, const void* values, int vtype, std::size_t position) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -54,6 +55,8 @@ public:
     int text(std::string& value) const;
     int setElement(std::size_t index, std::int64_t value);
     int element(std::size_t index, std::int64_t& value) const;
+    /// The first elements of a table, the low 16 bits of each; what the table lacks stays as it is.
+    void copyTable(std::span<std::uint16_t> elements) const;
 
     /// Marks a parameter whose changes move something else; the mark costs an access no more than a look at it.
     void watch() { watched_ = true; }

@@ -1,13 +1,17 @@
 /// @file
-/// The time of the digital signals: whole ticks of the design's clock, 8 ns.
+/// The time of the board: whole ticks of the design's clock, 8 ns.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 
 namespace softboard {
 
 using Tick = std::int64_t;
+
+/// The tick of what is not due.
+inline constexpr Tick Never = std::numeric_limits<Tick>::max();
 
 inline constexpr double TicksPerMicrosecond = 125.0;
 
@@ -16,6 +20,10 @@ inline Tick ticksOf(double microseconds, Tick least) {
     constexpr double Most = 1e6 * TicksPerMicrosecond;
     const double ticks = microseconds * TicksPerMicrosecond;
     return ticks > static_cast<double>(least) ? static_cast<Tick>(std::min(ticks, Most) + 0.5) : least;
+}
+
+inline constexpr Tick ticksInSeconds(std::int64_t seconds) {
+    return seconds * 125'000'000;
 }
 
 inline double microsecondsOf(Tick ticks) {
