@@ -46,6 +46,17 @@ Result onBoard(Fg_Struct* fg, Function function, Result otherwise, Arguments arg
     return guarded<Result>(otherwise, [&] { return fg->board->recorder().call(function, arguments, body); });
 }
 
+/// The answer of a call that started or stopped an acquisition: what is left of the former one has ended by then.
+int settled(Fg_Struct* fg, int result) {
+    if (isHandle(fg)) {
+        guarded<int>(SOFTBOARD_E_INTERNAL, [&]() -> int {
+            fg->board->settleAcquisition();
+            return SOFTBOARD_OK;
+        });
+    }
+    return result;
+}
+
 std::string noArguments() {
     return {};
 }
@@ -103,6 +114,7 @@ int Fg_FreeGrabber(Fg_Struct* fg) {
         }
         return SOFTBOARD_OK;
     });
+    settled(fg, result);
     if (isHandle(fg)) {  // a planned fault changes the answer only: nobody could free the handle after it
         fg->state = 0;
         delete fg;
@@ -211,28 +223,32 @@ int Fg_loadConfig(Fg_Struct* fg, const char* filename) {
         });
 }
 
-int Fg_AcquireEx(Fg_Struct* fg, unsigned dma, int64_t count, unsigned flags, void*) {
-    return onBoard<int>(
+int Fg_AcquireEx(Fg_Struct* fg, unsigned dma, int64_t count, unsigned flags, void* memory) {
+    const int result = onBoard<int>(
         fg, Function::Fg_AcquireEx, SOFTBOARD_E_ARGUMENT, [&] { return listed(dma, count, flags); },
-        [&] { return fg->board->startAcquisitionLocked(dma, count); });
+        [&] { return fg->board->startAcquisitionLocked(dma, count, static_cast<softboard_memory*>(memory)); });
+    return settled(fg, result);
 }
 
 int Fg_stopAcquireEx(Fg_Struct* fg, unsigned dma, void*, unsigned flags) {
-    return onBoard<int>(
+    const int result = onBoard<int>(
         fg, Function::Fg_stopAcquireEx, SOFTBOARD_E_ARGUMENT, [&] { return listed(dma, flags); },
         [&] { return fg->board->stopAcquisitionLocked(dma); });
+    return settled(fg, result);
 }
 
 int Fg_Acquire(Fg_Struct* fg, unsigned dma, int64_t count) {
-    return onBoard<int>(
+    const int result = onBoard<int>(
         fg, Function::Fg_Acquire, SOFTBOARD_E_ARGUMENT, [&] { return listed(dma, count); },
-        [&] { return fg->board->startAcquisitionLocked(dma, count); });
+        [&] { return fg->board->startAcquisitionLocked(dma, count, nullptr); });
+    return settled(fg, result);
 }
 
 int Fg_stopAcquire(Fg_Struct* fg, unsigned dma) {
-    return onBoard<int>(
+    const int result = onBoard<int>(
         fg, Function::Fg_stopAcquire, SOFTBOARD_E_ARGUMENT, [&] { return listed(dma); },
         [&] { return fg->board->stopAcquisitionLocked(dma); });
+    return settled(fg, result);
 }
 
 int64_t Fg_getLastPicNumberEx(Fg_Struct* fg, unsigned dma, void*) {
@@ -254,14 +270,9 @@ int64_t Fg_getLastPicNumberBlockingEx(Fg_Struct* fg, int64_t number, unsigned dm
 int64_t Fg_getStatusEx(Fg_Struct* fg, unsigned param, int64_t data, unsigned dma, void*) {
     return onBoard<int64_t>(
         fg, Function::Fg_getStatusEx, SOFTBOARD_E_ARGUMENT, [&] { return listed(param, data, dma); },
-        [&]() -> int64_t {
-            const softboard::Acquisition& acquisition = fg->board->acquisitionLocked();
-            switch (dma == 0 ? param : ~0U) {
-                case 0: return acquisition.running() ? 1 : 0;
-                case 1: return acquisition.pictures();
-                case 2: return acquisition.wanted();
-                default: return fg->board->noteErrorLocked<int64_t>(SOFTBOARD_E_ARGUMENT);
-            }
+        [&] {
+            return fg->board->noteErrorLocked<int64_t>(dma == 0 ? fg->board->acquisitionStatusLocked(param, data)
+                                                                : SOFTBOARD_E_ARGUMENT);
         });
 }
 

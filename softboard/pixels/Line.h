@@ -9,7 +9,7 @@ namespace softboard::pixels {
 
 /// A line of a frame. The board keeps one for every line that waits, so it is small.
 struct Line {
-    std::int64_t tick;       ///< when its exposure ended, or the simulator had sent it
+    std::int64_t tick;       ///< when its exposure ended, or the simulator began to send it
     std::int64_t position;   ///< where the scene stood; of the simulator see simulatorPosition
     std::uint32_t settings;  ///< version of the settings that it is drawn with
     std::uint32_t fault;     ///< what befell it on its way; the pixels are the same whatever it says

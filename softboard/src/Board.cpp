@@ -18,6 +18,14 @@ Board::Board() {
 }
 
 Board::~Board() {
+    {
+        const std::lock_guard guard(recorder_.mutex);
+        if (acquisition_.running()) {
+            acquisition_.stop(SOFTBOARD_E_ACQUISITION);
+        }
+        endThreadLocked();
+    }
+    settleAcquisition();
     for (char* text : texts_) {
         delete[] text;
     }
@@ -50,6 +58,7 @@ Parameter* Board::findLocked(std::string_view name) {
 void Board::changedLocked(const Parameter& parameter) {
     if (parameter.watched()) {
         signals_.written(parameter);
+        changed_.notify_all();
     }
 }
 
@@ -124,6 +133,7 @@ int Board::releaseTextLocked(char* text) {
 int Board::readParameter(Function function, int id, void* value, unsigned dma, int type) {
     countCall(function);
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     const Parameter* parameter = findLocked(id);
     const char* name = parameter != nullptr ? parameter->description().name.c_str() : UnknownName;
     if (type == OwnType && parameter != nullptr) {
@@ -151,6 +161,7 @@ int Board::readParameter(Function function, int id, void* value, unsigned dma, i
 int Board::writeParameter(Function function, int id, const void* value, unsigned dma, int type) {
     countCall(function);
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     Parameter* parameter = findLocked(id);
     const char* name = parameter != nullptr ? parameter->description().name.c_str() : UnknownName;
     if (type == OwnType && parameter != nullptr) {
@@ -215,6 +226,7 @@ std::uint64_t cutToWidth(std::uint64_t value, int bits) {
 int Board::readRegister(int number, std::uint64_t* value) {
     countCall(Function::OrloRegisterRead);
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     const RegisterName name = registerName(description_.get(), number);
     const auto fault = dueFaultLocked(SOFTBOARD_READ, Function::OrloRegisterRead, name.plain);
     int result = fault ? static_cast<int>(*fault) : checkRegisterLocked(number, false);
@@ -223,6 +235,7 @@ int Board::readRegister(int number, std::uint64_t* value) {
     }
     const bool answered = result == SOFTBOARD_OK && !fault;
     if (answered) {
+        showCountersLocked();
         *value = registers_[static_cast<std::size_t>(number) - 1];
     }
     if (recorder_.transcript.recording()) {
@@ -235,11 +248,13 @@ int Board::readRegister(int number, std::uint64_t* value) {
 int Board::writeRegister(int number, std::uint64_t value) {
     countCall(Function::OrloRegisterWrite);
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     const RegisterName name = registerName(description_.get(), number);
     const auto fault = dueFaultLocked(SOFTBOARD_WRITE, Function::OrloRegisterWrite, name.plain);
     const int result = fault ? static_cast<int>(*fault) : checkRegisterLocked(number, true);
     if (result == SOFTBOARD_OK && !fault) {
         const std::size_t position = static_cast<std::size_t>(number) - 1;
+        showCountersLocked();
         registers_[position] = cutToWidth(value, description_->registers[position].bits);
     }
     if (recorder_.transcript.recording()) {
@@ -269,7 +284,10 @@ void Board::configureLocked(const fpga_design& design, bool keepState) {
     for (const tav_event& event : design.events) {
         events.emplace_back(event.name);
     }
-    signals_.bind([this](std::string_view name) { return findLocked(name); }, events);
+    const Find find = [this](std::string_view name) { return findLocked(name); };
+    signals_.bind(find, events, acquisition_);
+    acquisition_.bind(find, signals_.switchboard());
+    bindCountersLocked();
     for (const auto& [name, change] : std::exchange(pendingChanges_, {})) {
         if (Parameter* parameter = findLocked(name)) {
             change(*parameter);
@@ -284,6 +302,37 @@ void Board::configureLocked(const fpga_design& design, bool keepState) {
     }
 }
 
+void Board::bindCountersLocked() {
+    static constexpr std::array Names = {"FrameCounter", "LineCounter", "TriggerCounter", "DmaByteCounter",
+                                         "Timestamp"};
+    static_assert(Names.size() == std::tuple_size_v<decltype(counters_)>);
+    const auto counts = countsLocked();
+    for (std::size_t index = 0; index < counters_.size(); ++index) {
+        const auto found = description_->registerByName.find(Names[index]);
+        const bool there = found != description_->registerByName.end();
+        counters_[index] = {there ? std::optional(found->second) : std::nullopt, counts[index]};
+    }
+}
+
+Board::Counts Board::countsLocked() const {
+    return {signals_.frames(), signals_.lines(), signals_.triggers(), acquisition_.bytesTransferred(),
+            static_cast<std::uint64_t>(signals_.now())};
+}
+
+/// They count on from whatever was written into them.
+void Board::showCountersLocked() {
+    const auto counts = countsLocked();
+    for (std::size_t index = 0; index < counters_.size(); ++index) {
+        CounterRegister& counter = counters_[index];
+        if (counter.position) {
+            std::uint64_t& value = registers_[*counter.position];
+            value =
+                cutToWidth(value + (counts[index] - counter.shown), description_->registers[*counter.position].bits);
+        }
+        counter.shown = counts[index];
+    }
+}
+
 int Board::lastErrorLocked() const {
     return pinnedError_ != 0 ? pinnedError_ : lastError_;
 }
@@ -295,10 +344,10 @@ void Board::pinError(int number) {
 
 int Board::change(const std::string& name, std::function<int(Parameter&)> change) {
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     if (Parameter* parameter = findLocked(name)) {
         const int result = change(*parameter);
         changedLocked(*parameter);
-        pictureArrived_.notify_all();
         return result;
     }
     if (description_) {
@@ -308,8 +357,9 @@ int Board::change(const std::string& name, std::function<int(Parameter&)> change
     return SOFTBOARD_OK;
 }
 
-int Board::inspect(const std::string& name, const std::function<int(const Parameter&)>& inspect) const {
+int Board::inspect(const std::string& name, const std::function<int(const Parameter&)>& inspect) {
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     if (const Parameter* parameter = constFindLocked(name)) {
         return inspect(*parameter);
     }
@@ -332,6 +382,7 @@ int Board::hide(const std::string& name) {
 
 int Board::setRegister(const std::string& name, std::uint64_t value) {
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     if (!description_) {
         return SOFTBOARD_E_NO_DESIGN;
     }
@@ -339,12 +390,14 @@ int Board::setRegister(const std::string& name, std::uint64_t value) {
     if (found == description_->registerByName.end()) {
         return SOFTBOARD_E_UNKNOWN_ID;
     }
+    showCountersLocked();
     registers_[found->second] = cutToWidth(value, description_->registers[found->second].bits);
     return SOFTBOARD_OK;
 }
 
-int Board::registerValue(const std::string& name, std::uint64_t& value) const {
+int Board::registerValue(const std::string& name, std::uint64_t& value) {
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     if (!description_) {
         return SOFTBOARD_E_NO_DESIGN;
     }
@@ -352,40 +405,33 @@ int Board::registerValue(const std::string& name, std::uint64_t& value) const {
     if (found == description_->registerByName.end()) {
         return SOFTBOARD_E_UNKNOWN_ID;
     }
+    showCountersLocked();
     value = registers_[found->second];
     return SOFTBOARD_OK;
 }
 
 int Board::setInput(unsigned input, bool level) {
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     return description_ ? signals_.setInput(input, level) : SOFTBOARD_E_NO_DESIGN;
 }
 
-int Board::outputLevel(unsigned output, bool& level) const {
+int Board::outputLevel(unsigned output, bool& level) {
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     return description_ ? signals_.output(output, level) : SOFTBOARD_E_NO_DESIGN;
 }
 
-int Board::signalLevel(unsigned select, bool& level) const {
+int Board::signalLevel(unsigned select, bool& level) {
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     return description_ ? signals_.level(select, level) : SOFTBOARD_E_NO_DESIGN;
 }
 
-int Board::eventCount(std::string_view event, std::uint64_t& count) const {
+int Board::eventCount(std::string_view event, std::uint64_t& count) {
     const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
     return description_ ? signals_.eventCount(event, count) : SOFTBOARD_E_NO_DESIGN;
-}
-
-void Board::advanceSignals(double microseconds) {
-    const std::lock_guard guard(recorder_.mutex);
-    if (description_) {
-        signals_.advance(microseconds);
-    }
-}
-
-double Board::signalTime() const {
-    const std::lock_guard guard(recorder_.mutex);
-    return signals_.time();
 }
 
 }  // namespace softboard

@@ -2,6 +2,7 @@
 /// A board: the SDK's parameters, and the design that it runs with the design's parameters and registers.
 #pragma once
 
+#include <array>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -9,12 +10,16 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "softboard/pixels/Renderer.h"
+#include "softboard/pixels/Scene.h"
 #include "softboard/src/Acquisition.h"
+#include "softboard/src/BoardClock.h"
 #include "softboard/src/LoadedDesign.h"
 #include "softboard/src/Parameter.h"
 #include "softboard/src/Recorder.h"
@@ -49,15 +54,24 @@ public:
     Parameter* findLocked(std::string_view name);
     /// To be called after every change of a parameter's value, whoever made it.
     void changedLocked(const Parameter& parameter);
-    int startAcquisitionLocked(unsigned dma, std::int64_t count);
+    /// `memory` is null, or one of this board that no acquisition fills.
+    int startAcquisitionLocked(unsigned dma, std::int64_t count, const softboard_memory* memory);
     int stopAcquisitionLocked(unsigned dma);
-    /// Brings the picture count up to now.
-    Acquisition& acquisitionLocked();
+    const Acquisition& acquisitionLocked() const { return acquisition_; }
+    /// One of the numbers of softboard_status, or 0 to 2.
+    std::int64_t acquisitionStatusLocked(unsigned param, std::int64_t data) const;
     std::int32_t designTypeLocked() const { return description_ ? description_->type : 0; }
 
     /// Waits, at most `seconds`, until picture `number` is there, and gives the number of the last one.
     std::int64_t waitForPicture(std::int64_t number, unsigned dma, unsigned seconds);
-    void deliverPictures(std::int64_t count);
+    int deliverPictures(std::int64_t count);
+    /// To be called without the lock when an acquisition has been started or stopped: waits for what still draws, and
+    /// for threads that have nothing to do any more.
+    void settleAcquisition();
+    /// A buffer has become free: goes on with drawing, if nobody does.
+    void drawWaitingFrames();
+    int setClock(int mode, double speed);
+    void setRedFirst(bool redFirst);
 
     /// Sets what lastErrorLocked answers; with 0 it answers the code of the last failed call.
     void pinError(int number);
@@ -75,25 +89,46 @@ public:
 
     // The hardware's side. Without a design, a change of an unknown name is kept until a design comes that has it.
     int change(const std::string& name, std::function<int(Parameter&)> change);
-    int inspect(const std::string& name, const std::function<int(const Parameter&)>& inspect) const;
+    int inspect(const std::string& name, const std::function<int(const Parameter&)>& inspect);
     int hide(const std::string& name);
     int setRegister(const std::string& name, std::uint64_t value);
-    int registerValue(const std::string& name, std::uint64_t& value) const;
+    int registerValue(const std::string& name, std::uint64_t& value);
     int setInput(unsigned input, bool level);
-    int outputLevel(unsigned output, bool& level) const;
-    int signalLevel(unsigned select, bool& level) const;
-    int eventCount(std::string_view event, std::uint64_t& count) const;
+    int outputLevel(unsigned output, bool& level);
+    int signalLevel(unsigned select, bool& level);
+    int eventCount(std::string_view event, std::uint64_t& count);
     void advanceSignals(double microseconds);
-    double signalTime() const;
+    double signalTime();
 
 private:
     Parameter* findLocked(int id);
     const Parameter* constFindLocked(std::string_view name) const;
     std::optional<std::int64_t> dueFaultLocked(softboard_direction direction, Function function, std::string_view name);
     int readTextLocked(const Parameter& parameter, void* value);
-    std::optional<double> picturePeriodLocked() const;
-    std::optional<double> valueLocked(std::string_view name) const;
     int checkRegisterLocked(int number, bool write) const;
+    /// Frames, lines, image triggers, bytes to the host, ticks.
+    using Counts = std::array<std::uint64_t, 5>;
+    Counts countsLocked() const;
+    void bindCountersLocked();
+    void showCountersLocked();
+
+    // Time, and the frames that it brings.
+    using Lock = std::unique_lock<std::mutex>;
+    /// Brings the board's time up to the time of day, if that moves it.
+    void followDayLocked();
+    /// What time has brought is known to those who wait.
+    void timePassedLocked();
+    void startThreadLocked();
+    void endThreadLocked();
+    void followDay(std::uint64_t threadNumber);
+    /// Draws all frames that wait and have a buffer, unless another thread does. The lock is free meanwhile.
+    void draw(Lock& lock);
+    softboard_frame drawFrame(const WaitingFrame& waiting, FrameMemory& memory);
+    /// Waits until no other thread draws.
+    void waitForDrawer(Lock& lock);
+    std::optional<std::int64_t> waitResultLocked(std::int64_t number) const;
+    std::int64_t waitInDay(Lock& lock, std::int64_t number, unsigned seconds);
+    std::int64_t waitFree(Lock& lock, std::int64_t number, unsigned seconds);
 
     Recorder recorder_;
     std::vector<Parameter> sdk_;
@@ -109,7 +144,21 @@ private:
     std::unordered_set<char*> texts_;  ///< handed out by reads of type 22
     Acquisition acquisition_;
     Signals signals_;
-    std::condition_variable pictureArrived_;
+    /// Registers that count by themselves: where they stand, and how much of their count they have shown.
+    struct CounterRegister {
+        std::optional<std::size_t> position;
+        std::uint64_t shown = 0;
+    };
+    std::array<CounterRegister, std::tuple_size_v<Counts>> counters_;
+    BoardClock clock_;
+    bool followsDay_ = false;           ///< the thread of that number moves the time
+    std::uint64_t threadNumber_ = 0;    ///< of the thread that may move it
+    std::thread::id dayThread_;         ///< it
+    std::vector<std::thread> threads_;  ///< it, and those that end
+    std::thread::id drawer_;            ///< who draws a frame; nobody's otherwise
+    pixels::Renderer renderer_;         ///< the drawer's
+    std::unique_ptr<pixels::Scene> scene_ = std::make_unique<pixels::BarScene>();  ///< the drawer's
+    std::condition_variable changed_;  ///< frames have come, or something else that somebody may wait for
     int lastError_ = 0;
     int pinnedError_ = 0;
 };

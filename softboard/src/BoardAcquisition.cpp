@@ -1,72 +1,34 @@
 /// @file
-/// The acquisition side of a board: when pictures arrive, and waiting for them.
+/// The acquisition side of a board: time, the frames that it brings, drawing them, and waiting for them.
 
+#include <algorithm>
 #include <chrono>
-#include <limits>
+#include <iterator>
+#include <new>
+#include <utility>
 
 #include "softboard/src/Board.h"
-#include "softboard/src/SdkParameters.h"
+#include "softboard/src/Process.h"
 
 namespace softboard {
 
-std::optional<double> Board::valueLocked(std::string_view name) const {
-    const Parameter* parameter = constFindLocked(name);
-    if (parameter == nullptr) {
-        return std::nullopt;
-    }
-    double real = 0.0;
-    if (parameter->real(real) == SOFTBOARD_OK) {
-        return real;
-    }
-    std::int64_t integer = 0;
-    if (parameter->integer(integer) == SOFTBOARD_OK) {
-        return static_cast<double>(integer);
-    }
-    return std::nullopt;
-}
+// ---- Starting and stopping ----
 
-/// Seconds from one picture to the next: the simulator's if it feeds the image path, otherwise line period times height
-/// while a camera sends pixels. Nothing if no pictures come or the design has other parameters.
-std::optional<double> Board::picturePeriodLocked() const {
-    constexpr double ClockPeriod = 8e-9;
-    const auto simulated = valueLocked("Device1_Process0_CameraSimulator_Enable_SelectSource");
-    if (simulated && *simulated == 1.0) {
-        const auto lines = valueLocked("Device1_Process0_CameraSimulator_Size_ImageHeight");
-        const auto cyclesPerLine =
-            valueLocked("Device1_Process0_CameraSimulator_PixelFrequency_SequenceLength_ImageWidth");
-        const auto active = valueLocked("Device1_Process0_CameraSimulator_PixelFrequency_ActivePixel_Number");
-        const auto blocksPerLine = valueLocked("Device1_Process0_CameraSimulator_Size_ImageWidth");
-        const auto byLine = valueLocked("Device1_Process0_CameraSimulator_ControlPixelClock_Mode");
-        if (!lines || !cyclesPerLine || !active || !blocksPerLine || !byLine) {
-            return std::nullopt;
-        }
-        // With the pixel clock in control, `active` of `cyclesPerLine` cycles move a block of 32 pixels each.
-        const double lineCycles = *byLine == 1.0 ? *cyclesPerLine : *blocksPerLine * *cyclesPerLine / *active;
-        return *lines * lineCycles * ClockPeriod;
-    }
-    const auto camera = valueLocked("FG_CAMSTATUS_EXTENDED");
-    const auto linePeriod = valueLocked("Device1_Process0_Trigger_Trigger_ExsyncPeriod");
-    const auto height = valueLocked("Device1_Process0_ImageHeight_ImageHeight");
-    if (!camera || (static_cast<std::int64_t>(*camera) & 1) == 0 || !linePeriod || !height) {
-        return std::nullopt;
-    }
-    return *linePeriod * 1e-6 * *height;
-}
-
-Acquisition& Board::acquisitionLocked() {
-    acquisition_.advance(Acquisition::Clock::now(), picturePeriodLocked());
-    return acquisition_;
-}
-
-int Board::startAcquisitionLocked(unsigned dma, std::int64_t count) {
-    if (dma != 0 || count < -1) {
+int Board::startAcquisitionLocked(unsigned dma, std::int64_t count, const softboard_memory* memory) {
+    auto buffers = memory != nullptr ? Process::instance().memory(memory) : nullptr;
+    const bool known = memory == nullptr || (buffers != nullptr && buffers->board() == this);
+    if (dma != 0 || count < -1 || !known) {
         return noteErrorLocked(SOFTBOARD_E_ARGUMENT);
     }
-    if (acquisition_.running()) {
+    if (acquisition_.running() || (buffers != nullptr && !buffers->beginAcquisition())) {
         return noteErrorLocked(SOFTBOARD_E_ACQUISITION);
     }
-    acquisition_.start(count, Acquisition::Clock::now());
-    sdkById_.at(SdkDmaStatus)->setInteger(1);
+    followDayLocked();
+    signals_.restartPath();
+    acquisition_.start(count, std::move(buffers), signals_.now());
+    if (acquisition_.running() && clock_.followsDay(true) && !followsDay_) {
+        startThreadLocked();
+    }
     return SOFTBOARD_OK;
 }
 
@@ -75,55 +37,330 @@ int Board::stopAcquisitionLocked(unsigned dma) {
         return noteErrorLocked(SOFTBOARD_E_ARGUMENT);
     }
     if (!acquisition_.running()) {
-        return noteErrorLocked(SOFTBOARD_E_ACQUISITION);
+        return acquisition_.takeEndedByItself() ? int{SOFTBOARD_OK} : noteErrorLocked(SOFTBOARD_E_ACQUISITION);
     }
-    acquisitionLocked().stop();
-    sdkById_.at(SdkDmaStatus)->setInteger(0);
-    pictureArrived_.notify_all();
+    acquisition_.stop(SOFTBOARD_E_ACQUISITION);
+    if (!clock_.followsDay(false)) {
+        endThreadLocked();
+    }
+    changed_.notify_all();
     return SOFTBOARD_OK;
 }
 
-void Board::deliverPictures(std::int64_t count) {
+void Board::settleAcquisition() {
+    std::vector<std::thread> ended;
+    {
+        Lock lock(recorder_.mutex);
+        if (!acquisition_.running()) {
+            waitForDrawer(lock);
+        }
+        const auto others = std::partition(threads_.begin(), threads_.end(), [&](const std::thread& thread) {
+            return (followsDay_ && thread.get_id() == dayThread_) || thread.get_id() == std::this_thread::get_id();
+        });
+        std::move(others, threads_.end(), std::back_inserter(ended));
+        threads_.erase(others, threads_.end());
+    }
+    for (std::thread& thread : ended) {
+        thread.join();
+    }
+}
+
+// ---- Time ----
+
+int Board::setClock(int mode, double speed) {
+    constexpr double Fastest = 1000.0;
+    if (mode < SOFTBOARD_CLOCK_STEPPED || mode > SOFTBOARD_CLOCK_AUTO || !(speed > 0.0 && speed <= Fastest)) {
+        return SOFTBOARD_E_ARGUMENT;
+    }
+    {
+        const std::lock_guard guard(recorder_.mutex);
+        followDayLocked();
+        clock_.set(mode, speed);
+        const bool follows = clock_.followsDay(acquisition_.running());
+        if (follows && !followsDay_) {
+            startThreadLocked();
+        } else if (!follows) {
+            endThreadLocked();
+        }
+        changed_.notify_all();
+    }
+    settleAcquisition();
+    return SOFTBOARD_OK;
+}
+
+void Board::startThreadLocked() {
+    clock_.begin();
+    followsDay_ = true;
+    const std::uint64_t number = ++threadNumber_;
+    dayThread_ = threads_.emplace_back([this, number] { followDay(number); }).get_id();
+}
+
+void Board::endThreadLocked() {
+    followsDay_ = false;
+    ++threadNumber_;
+    changed_.notify_all();
+}
+
+/// The board's thread. It looks every millisecond at most: what is due until then comes at once, but with its own tick.
+void Board::followDay(std::uint64_t threadNumber) {
+    constexpr std::chrono::milliseconds Shortest{1};
+    constexpr std::chrono::milliseconds Longest{100};
+    Lock lock(recorder_.mutex);
+    while (threadNumber_ == threadNumber) {
+        followDayLocked();
+        draw(lock);
+        if (threadNumber_ != threadNumber) {
+            break;
+        }
+        if (!clock_.followsDay(acquisition_.running())) {
+            endThreadLocked();
+            break;
+        }
+        BoardClock::Day::duration pause = Longest;
+        if (signals_.next() != Never) {
+            // Within what a duration can hold, however fast the clock is.
+            const Tick ticks = std::min(signals_.next() - signals_.now(), ticksInSeconds(1000));
+            pause = std::clamp<BoardClock::Day::duration>(clock_.duration(ticks), Shortest, Longest);
+        }
+        changed_.wait_for(lock, pause);
+    }
+}
+
+void Board::followDayLocked() {
+    if (!followsDay_ || !description_) {
+        return;
+    }
+    // Where the computer cannot follow, the board's time lags behind rather than taking all there is.
+    constexpr std::chrono::milliseconds MostAtOnce{2};
+    constexpr Tick Slice = 125'000;
+    const auto began = BoardClock::Day::now();
+    const Tick until = signals_.ahead(clock_.passed());
+    while (signals_.now() < until && BoardClock::Day::now() - began < MostAtOnce) {
+        signals_.run(std::min(until, signals_.now() + Slice));
+    }
+    signals_.show();
+    timePassedLocked();
+}
+
+void Board::timePassedLocked() {
+    acquisition_.checkTimeout(signals_.now());
+    changed_.notify_all();
+}
+
+void Board::advanceSignals(double microseconds) {
+    Lock lock(recorder_.mutex);
+    if (!description_) {
+        return;
+    }
+    followDayLocked();
+    const Tick until = signals_.ahead(microseconds);
+    // Frames are drawn as they come, so that none waits longer than it would in many short steps.
+    while (!signals_.run(until)) {
+        draw(lock);
+    }
+    signals_.show();
+    timePassedLocked();
+    draw(lock);
+    waitForDrawer(lock);
+}
+
+double Board::signalTime() {
     const std::lock_guard guard(recorder_.mutex);
-    acquisitionLocked().deliver(count);
-    pictureArrived_.notify_all();
+    followDayLocked();
+    return signals_.time();
+}
+
+// ---- Frames ----
+
+int Board::deliverPictures(std::int64_t count) {
+    const std::lock_guard guard(recorder_.mutex);
+    if (acquisition_.running() && acquisition_.memory() != nullptr) {
+        return SOFTBOARD_E_ACQUISITION;
+    }
+    followDayLocked();
+    acquisition_.count(count);
+    changed_.notify_all();
+    return SOFTBOARD_OK;
+}
+
+void Board::setRedFirst(bool redFirst) {
+    const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
+    signals_.pixelSettings().setRedFirst(redFirst);
+}
+
+void Board::drawWaitingFrames() {
+    Lock lock(recorder_.mutex);
+    draw(lock);
+    changed_.notify_all();
+}
+
+void Board::draw(Lock& lock) {
+    if (drawer_ != std::thread::id()) {
+        return;
+    }
+    while (acquisition_.canDraw()) {
+        const WaitingFrame waiting = acquisition_.nextWaiting();
+        const auto memory = acquisition_.memory();
+        drawer_ = std::this_thread::get_id();
+        lock.unlock();
+        std::optional<softboard_frame> drawn;
+        try {
+            drawn = drawFrame(waiting, *memory);
+            memory->deliver(*drawn);
+        } catch (const std::bad_alloc&) {
+            drawn.reset();
+        }
+        lock.lock();
+        drawer_ = {};
+        if (drawn) {
+            acquisition_.drawn(waiting, drawn->bytes);
+        } else {
+            acquisition_.stop(SOFTBOARD_E_INTERNAL);
+        }
+        changed_.notify_all();
+    }
+}
+
+softboard_frame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memory) {
+    const AssembledFrame& frame = waiting.frame;
+    const auto settingsOf = [&](std::uint32_t version) -> std::shared_ptr<const pixels::Settings> {
+        const auto found = std::lower_bound(frame.settings.begin(), frame.settings.end(), version,
+                                            [](const std::shared_ptr<const pixels::Settings>& it,
+                                               std::uint32_t wanted) { return it->version < wanted; });
+        return found != frame.settings.end() && (*found)->version == version ? *found : nullptr;
+    };
+    const pixels::Drawn drawn = renderer_.draw(frame.lines, settingsOf, *scene_, memory.nextBuffer());
+    const pixels::Settings& first = *frame.settings.front();
+    softboard_frame about{};
+    about.image = waiting.image;
+    about.first_tick = static_cast<std::uint64_t>(frame.firstTick);
+    about.last_tick = static_cast<std::uint64_t>(frame.lastTick);
+    about.bytes = drawn.bytes;
+    about.lost_before = waiting.lostBefore;
+    about.width = first.xLength;
+    about.lines = static_cast<std::uint32_t>(drawn.lines);
+    about.bits = first.formatBits;
+    about.flags = frame.flags | (drawn.truncated ? unsigned{SOFTBOARD_FRAME_TRUNCATED} : 0U) |
+                  (first.redFirst ? unsigned{SOFTBOARD_FRAME_RED_FIRST} : 0U);
+    about.settings = first.version;
+    return about;
+}
+
+void Board::waitForDrawer(Lock& lock) {
+    changed_.wait(lock, [&] { return drawer_ == std::thread::id() || drawer_ == std::this_thread::get_id(); });
+}
+
+// ---- Waiting and asking ----
+
+/// What a wait for picture `number` answers now; nothing if there is still something to wait for.
+std::optional<std::int64_t> Board::waitResultLocked(std::int64_t number) const {
+    if (acquisition_.pictures() >= number) {
+        return acquisition_.pictures();
+    }
+    if (!acquisition_.running()) {
+        return acquisition_.endedWith();
+    }
+    if (acquisition_.wanted() >= 0 && number > acquisition_.wanted()) {
+        return SOFTBOARD_E_ACQUISITION;
+    }
+    return std::nullopt;
+}
+
+/// Waits for the board's thread, or for another thread that moves the time.
+std::int64_t Board::waitInDay(Lock& lock, std::int64_t number, unsigned seconds) {
+    const auto deadline = BoardClock::Day::now() + std::chrono::seconds(seconds);
+    for (;;) {
+        if (const auto result = waitResultLocked(number)) {
+            return *result;
+        }
+        if (changed_.wait_until(lock, deadline) == std::cv_status::timeout) {
+            followDayLocked();
+            return waitResultLocked(number).value_or(SOFTBOARD_E_TIMEOUT);
+        }
+    }
+}
+
+/// Drives the time itself, from frame to frame; `seconds` are the board's. Where time cannot go on, because no buffer
+/// is free or nothing is due, another thread has to do something within `seconds` of the day.
+std::int64_t Board::waitFree(Lock& lock, std::int64_t number, unsigned seconds) {
+    const Tick last = signals_.now() + ticksInSeconds(seconds);
+    const auto deadline = BoardClock::Day::now() + std::chrono::seconds(seconds);
+    const Tick slice = ticksInSeconds(1) / 10;
+    for (;;) {
+        draw(lock);
+        if (const auto result = waitResultLocked(number)) {
+            return *result;
+        }
+        const bool standsStill =
+            drawer_ != std::thread::id() || acquisition_.bytesWaiting() != 0 || signals_.next() == Never;
+        if (standsStill) {
+            if (changed_.wait_until(lock, deadline) == std::cv_status::timeout) {
+                return waitResultLocked(number).value_or(SOFTBOARD_E_TIMEOUT);
+            }
+            continue;
+        }
+        if (signals_.now() >= last) {
+            return SOFTBOARD_E_TIMEOUT;
+        }
+        if (signals_.run(std::min(last, signals_.now() + slice))) {
+            // No frame for long: others have their turn with the board.
+            changed_.wait_for(lock, std::chrono::microseconds(1));
+        }
+        signals_.show();
+        timePassedLocked();
+    }
 }
 
 std::int64_t Board::waitForPicture(std::int64_t number, unsigned dma, unsigned seconds) {
     countCall(Function::Fg_getLastPicNumberBlockingEx);
-    std::unique_lock lock(recorder_.mutex);
+    Lock lock(recorder_.mutex);
     const auto fault = recorder_.faults.empty()
                            ? std::nullopt
                            : recorder_.faults.due(SOFTBOARD_CALL, nameOf(Function::Fg_getLastPicNumberBlockingEx));
     std::int64_t result = 0;
-    const auto deadline = Acquisition::Clock::now() + std::chrono::seconds(seconds);
     if (fault) {
         result = *fault;
     } else if (dma != 0) {
         result = noteErrorLocked<std::int64_t>(SOFTBOARD_E_ARGUMENT);
     } else {
-        while (acquisitionLocked().pictures() < number && acquisition_.running() &&
-               Acquisition::Clock::now() < deadline) {
-            // Sleeps until the picture is due at today's rate, or somebody changes something.
-            const auto period = picturePeriodLocked();
-            const double missing = static_cast<double>(number - acquisition_.pictures());
-            auto until = deadline;
-            if (period && *period * missing < static_cast<double>(seconds)) {
-                until = std::min(deadline,
-                                 Acquisition::Clock::now() + std::chrono::duration_cast<Acquisition::Clock::duration>(
-                                                                 std::chrono::duration<double>(*period * missing)));
-            }
-            pictureArrived_.wait_until(lock, until);
-        }
-        const bool arrived = acquisition_.pictures() >= number;
-        const int missed = acquisition_.running() ? SOFTBOARD_E_TIMEOUT : SOFTBOARD_E_ACQUISITION;
-        result = arrived ? acquisition_.pictures() : noteErrorLocked<std::int64_t>(missed);
+        followDayLocked();
+        result = noteErrorLocked(clock_.isFree() ? waitFree(lock, number, seconds) : waitInDay(lock, number, seconds));
     }
     if (recorder_.transcript.recording()) {
         recorder_.transcript.add(SOFTBOARD_CALL, 0, dma, 0, result, nameOf(Function::Fg_getLastPicNumberBlockingEx),
                                  listed(number, dma, seconds));
     }
     return result;
+}
+
+std::int64_t Board::acquisitionStatusLocked(unsigned param, std::int64_t data) const {
+    switch (param) {
+        case 0: return acquisition_.running() ? 1 : 0;
+        case 1: return acquisition_.pictures();
+        case 2: return acquisition_.wanted();
+        case SOFTBOARD_STATUS_LOST_FRAMES: return static_cast<std::int64_t>(acquisition_.lostFrames());
+        case SOFTBOARD_STATUS_LOST_LINES: return static_cast<std::int64_t>(acquisition_.lostLines());
+        case SOFTBOARD_STATUS_BYTES_WAITING: return static_cast<std::int64_t>(acquisition_.bytesWaiting());
+        case SOFTBOARD_STATUS_FRAME_BYTES:
+        case SOFTBOARD_STATUS_FRAME_BUFFER:
+        case SOFTBOARD_STATUS_FRAME_FIRST_TICK:
+        case SOFTBOARD_STATUS_FRAME_LINES:
+        case SOFTBOARD_STATUS_FRAME_FLAGS: break;
+        default: return SOFTBOARD_E_ARGUMENT;
+    }
+    const auto memory = acquisition_.lastMemory();
+    const auto frame = memory != nullptr ? memory->description(data) : std::nullopt;
+    if (!frame) {
+        return SOFTBOARD_E_RANGE;
+    }
+    switch (param) {
+        case SOFTBOARD_STATUS_FRAME_BYTES: return static_cast<std::int64_t>(frame->bytes);
+        case SOFTBOARD_STATUS_FRAME_BUFFER: return frame->buffer;
+        case SOFTBOARD_STATUS_FRAME_FIRST_TICK: return static_cast<std::int64_t>(frame->first_tick);
+        case SOFTBOARD_STATUS_FRAME_LINES: return frame->lines;
+        default: return frame->flags;
+    }
 }
 
 }  // namespace softboard

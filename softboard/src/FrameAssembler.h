@@ -17,11 +17,11 @@ namespace softboard {
 struct AssembledFrame {
     Tick firstTick = 0;
     Tick lastTick = 0;
-    std::uint32_t flags = 0;                                            ///< softboard_frame_flags
+    std::uint32_t flags = 0;  ///< softboard_frame_flags
     std::uint64_t lineCount = 0;
-    std::size_t bytes = 0;                                              ///< of the whole picture
-    std::vector<pixels::Line> lines;                                    ///< empty if nobody will draw them
-    std::vector<std::shared_ptr<const pixels::Settings>> settings;      ///< of the lines, in the order of their versions
+    std::size_t bytes = 0;                                          ///< of the whole picture
+    std::vector<pixels::Line> lines;                                ///< empty if nobody will draw them
+    std::vector<std::shared_ptr<const pixels::Settings>> settings;  ///< of the lines, in the order of their versions
 };
 
 /// Takes frames when they end.

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "softboard/frames.h"
 #include "softboard/softboard.h"
 
 namespace softboard {
@@ -15,9 +16,10 @@ constexpr std::int64_t SoftwareSource = 4;
 
 }  // namespace
 
-void ImageTrigger::bind(const Find& find, Switchboard& switchboard) {
+void ImageTrigger::bind(const Find& find, Switchboard& switchboard, FrameAssembler& frames) {
     *this = ImageTrigger();
     switchboard_ = &switchboard;
+    assembler_ = &frames;
     const std::string unit = "Device1_Process0_Trigger_Trigger_";
     busy_ = find(unit + "ImgTrgIsBusy");
     mode_ = watched(find, unit + "ImgTriggerMode");
@@ -31,6 +33,7 @@ void ImageTrigger::bind(const Find& find, Switchboard& switchboard) {
     delay_ = find(unit + "ImgTrgDelay");
     yOffset_ = find(unit + "YOffset");
     yLength_ = find(unit + "YLength");
+    maxGatedHeight_ = find(unit + "MaxGatedHeight");
     imageHeight_ = find("Device1_Process0_ImageHeight_ImageHeight");
     flashEnable_ = find(unit + "FlashEnable");
     flashDelay_ = find(unit + "FlashDelay");
@@ -42,9 +45,9 @@ void ImageTrigger::bind(const Find& find, Switchboard& switchboard) {
 }
 
 bool ImageTrigger::allFound() const {
-    for (const Parameter* parameter :
-         {static_cast<const Parameter*>(busy_), mode_, enable_, source_, input_, polarity_, delay_, softwareLevel_,
-          softwarePulse_, yOffset_, yLength_, imageHeight_, flashEnable_, flashDelay_, flashPolarity_}) {
+    for (const Parameter* parameter : {static_cast<const Parameter*>(busy_), mode_, enable_, source_, input_, polarity_,
+                                       delay_, softwareLevel_, softwarePulse_, yOffset_, yLength_, maxGatedHeight_,
+                                       imageHeight_, flashEnable_, flashDelay_, flashPolarity_}) {
         if (parameter == nullptr) {
             return false;
         }
@@ -102,7 +105,7 @@ void ImageTrigger::followTrigger() {
 }
 
 void ImageTrigger::changeMode() {
-    endImage();
+    endImage(0);
     modeInForce_ = integerOf(mode_);
     // A gate that stands open lets an image begin at once; a trigger has to rise first.
     triggerHigh_ = modeInForce_ != GatedMode && triggerLevel();
@@ -114,15 +117,23 @@ void ImageTrigger::changeMode() {
 
 void ImageTrigger::trigger() {
     if (modeInForce_ != FreeRunMode && !running_) {
+        ++triggers_;
         beginImage();
     }
 }
 
 void ImageTrigger::closeGate() {
-    if (switchboard_->level(SOFTBOARD_FVAL) && switchboard_->level(SOFTBOARD_LVAL)) {
+    if (inFrame_ && switchboard_->level(SOFTBOARD_LVAL)) {
         closing_ = true;
     } else {
-        endImage();
+        endImage(SOFTBOARD_FRAME_GATE_ENDED);
+    }
+}
+
+void ImageTrigger::restartFreeRun() {
+    if (bound_ && modeInForce_ == FreeRunMode) {
+        endImage(0);
+        beginImage();
     }
 }
 
@@ -136,17 +147,22 @@ void ImageTrigger::beginImage() {
     busy_->setInteger(modeInForce_ != FreeRunMode ? 1 : 0);
 }
 
-void ImageTrigger::endImage() {
-    endFrame();
+void ImageTrigger::endImage(unsigned flags) {
+    endFrame(flags);
     running_ = false;
     busy_->setInteger(0);
 }
 
-void ImageTrigger::endFrame() {
-    if (switchboard_->level(SOFTBOARD_FVAL)) {
-        switchboard_->setLevel(SOFTBOARD_FVAL, false);
-        switchboard_->pulse(SOFTBOARD_FRAME_END);
+void ImageTrigger::endFrame(unsigned flags) {
+    if (!inFrame_) {
+        return;
     }
+    inFrame_ = false;
+    frames_ += frameLines_ != 0 ? 1U : 0U;
+    switchboard_->setLevel(SOFTBOARD_FVAL, false);
+    switchboard_->pulse(SOFTBOARD_FRAME_END);
+    const bool shortened = frameLines_ < integerOf(imageHeight_);
+    assembler_->frameEnded(switchboard_->now(), flags | (shortened ? unsigned{SOFTBOARD_FRAME_SHORT} : 0U));
 }
 
 void ImageTrigger::exposureStarted() {
@@ -167,33 +183,41 @@ void ImageTrigger::showFlash() {
     switchboard_->setLevel(SOFTBOARD_FLASH, flash_ != (integerOf(flashPolarity_) == 1));
 }
 
-void ImageTrigger::lineStarted() {
+void ImageTrigger::lineStarted(std::int64_t position) {
     if (!running_) {
         return;
     }
     const std::int64_t delay = modeInForce_ != FreeRunMode ? integerOf(delay_) : 0;
     const bool leftOut = lines_ < integerOf(yOffset_) + delay;
     ++lines_;
-    if (!leftOut && !switchboard_->level(SOFTBOARD_FVAL)) {
+    if (leftOut) {
+        return;
+    }
+    if (!inFrame_) {
+        inFrame_ = true;
         frameLines_ = 0;
+        assembler_->frameBegan();
         switchboard_->setLevel(SOFTBOARD_FVAL, true);
         switchboard_->pulse(SOFTBOARD_FRAME_START);
     }
+    assembler_->lineBegan(switchboard_->now(), position);
 }
 
 void ImageTrigger::lineEnded() {
-    if (!switchboard_->level(SOFTBOARD_FVAL)) {
+    if (!inFrame_) {
         return;
     }
     ++imageLines_;
     ++frameLines_;
-    if (closing_ || imageLines_ >= integerOf(yLength_)) {
-        endImage();
+    assembler_->lineEnded();
+    const bool gateDecides = modeInForce_ == GatedMode && integerOf(maxGatedHeight_) == 1;
+    if (closing_ || (!gateDecides && imageLines_ >= integerOf(yLength_))) {
+        endImage(closing_ ? SOFTBOARD_FRAME_GATE_ENDED : 0U);
         if (modeInForce_ == FreeRunMode) {
             beginImage();
         }
     } else if (frameLines_ >= integerOf(imageHeight_)) {
-        endFrame();
+        endFrame(0);
     }
 }
 

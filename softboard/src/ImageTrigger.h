@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "softboard/src/BoundParameters.h"
+#include "softboard/src/FrameAssembler.h"
 #include "softboard/src/Switchboard.h"
 
 namespace softboard {
@@ -16,15 +17,26 @@ namespace softboard {
 /// - Free run: image follows image.
 /// - Triggered: an image begins with a rising edge of the trigger, and the busy flag is 1 until it has ended. Triggers
 ///   are ignored in that time.
-/// - Gated: so, but an image ends at the latest with the line in which the gate closes.
+/// - Gated: so, but an image ends at the latest with the line in which the gate closes; with MaxGatedHeight 1 only
+/// then.
 class ImageTrigger {
 public:
-    void bind(const Find& find, Switchboard& switchboard);
+    void bind(const Find& find, Switchboard& switchboard, FrameAssembler& frames);
 
     /// True while lines belong to an image: always in free run, otherwise from the trigger to the end.
     bool running() const { return running_; }
     /// Rises with every image that begins.
     std::uint64_t imageNumber() const { return imageNumber_; }
+    /// True from the start of a frame's first line to the end of its last: FVAL.
+    bool inFrame() const { return inFrame_; }
+    /// The trigger's level as the unit hears it, active or not.
+    bool triggerHigh() const { return bound_ && triggerLevel(); }
+    /// Images that a trigger has begun, and frames that have ended, since the design was put on the board.
+    std::uint64_t triggers() const { return triggers_; }
+    std::uint64_t frames() const { return frames_; }
+
+    /// An image that ends and begins by itself begins anew.
+    void restartFreeRun();
 
     void written(const Parameter& parameter);
     void inputChanged() { followTrigger(); }
@@ -32,7 +44,8 @@ public:
     // From the camera: exposures begin and end, lines are transferred.
     void exposureStarted();
     void exposureEnded();
-    void lineStarted();
+    /// @param position  where the line lies in what its source shows.
+    void lineStarted(std::int64_t position);
     void lineEnded();
 
 private:
@@ -43,12 +56,13 @@ private:
     void trigger();
     void closeGate();
     void beginImage();
-    void endImage();
-    void endFrame();
+    void endImage(unsigned flags);
+    void endFrame(unsigned flags);
     void showFlash();
 
     bool bound_ = false;  ///< the design has all the parameters
     Switchboard* switchboard_ = nullptr;
+    FrameAssembler* assembler_ = nullptr;
     Parameter* busy_ = nullptr;
     const Parameter* mode_ = nullptr;
     const Parameter* enable_ = nullptr;
@@ -60,6 +74,7 @@ private:
     const Parameter* softwarePulse_ = nullptr;
     const Parameter* yOffset_ = nullptr;
     const Parameter* yLength_ = nullptr;
+    const Parameter* maxGatedHeight_ = nullptr;
     const Parameter* imageHeight_ = nullptr;
     const Parameter* flashEnable_ = nullptr;
     const Parameter* flashDelay_ = nullptr;
@@ -70,7 +85,10 @@ private:
     bool running_ = false;
     bool closing_ = false;  ///< the gate has closed within the line that is being transferred
     bool flash_ = false;
+    bool inFrame_ = false;
     std::uint64_t imageNumber_ = 0;
+    std::uint64_t triggers_ = 0;
+    std::uint64_t frames_ = 0;
     // Since the image began:
     std::int64_t exposures_ = 0;
     std::int64_t lines_ = 0;       ///< with those left out

@@ -22,10 +22,11 @@ bool gated(std::int64_t mode) {
 
 }  // namespace
 
-void LineTrigger::bind(const Find& find, Switchboard& switchboard, ImageTrigger& image) {
+void LineTrigger::bind(const Find& find, Switchboard& switchboard, ImageTrigger& image, CameraPort& port) {
     *this = LineTrigger();
     switchboard_ = &switchboard;
     image_ = &image;
+    port_ = &port;
     const std::string unit = "Device1_Process0_Trigger_Trigger_";
     mode_ = watched(find, unit + "LineTriggerMode");
     enable_ = watched(find, unit + "ExsyncEnable");
@@ -81,7 +82,7 @@ void LineTrigger::followGenerator() {
         return;
     }
     generating_ = generating;
-    ++generation_;
+    nextCycle_ = Never;
     if (generating_) {
         cycleStart_ = switchboard_->now();
         scheduleCycle();
@@ -90,8 +91,7 @@ void LineTrigger::followGenerator() {
 
 /// The cycle that runs gets the period that is set now, even if it should have ended by that.
 void LineTrigger::scheduleCycle() {
-    ++generation_;
-    due_.push({std::max(cycleStart_ + period(), switchboard_->now() + 1), Action::Trigger, generation_});
+    nextCycle_ = std::max(cycleStart_ + period(), switchboard_->now() + 1);
 }
 
 void LineTrigger::inputChanged(unsigned input, bool level) {
@@ -114,59 +114,74 @@ void LineTrigger::inputChanged(unsigned input, bool level) {
     }
 }
 
-void LineTrigger::run(Tick until) {
-    while (!due_.empty() && due_.top().tick <= until) {
-        const Due due = due_.top();
-        due_.pop();
-        switchboard_->setTime(due.tick);
-        happen(due);
-    }
-    switchboard_->setTime(until);
+Tick LineTrigger::next() const {
+    return std::min({lineEnd_, exposureEnd_, nextExsync2_, nextCycle_});
 }
 
-void LineTrigger::happen(const Due& due) {
-    switch (due.action) {
-        case Action::EndLine:
-            if (transferring_ && due.number == line_) {
-                endLine();
-            }
-            break;
-        case Action::EndExposure: endExposure(); break;
-        case Action::Trigger:
-            if (due.number == generation_) {
-                trigger();
-                cycleStart_ = due.tick;
-                scheduleCycle();
-            }
-            break;
-        case Action::BeginExsync2:
-        case Action::EndExsync2:
-            exsync2_ = due.action == Action::BeginExsync2;
-            showExsync();
-            break;
+/// What is due at the same tick happens in this order: the line ends, the exposure, ExSync2; the next cycle begins,
+/// ExSync2 begins.
+void LineTrigger::happen() {
+    const Tick now = switchboard_->now();
+    if (lineEnd_ <= now) {
+        lineEnd_ = Never;
+        port_->endLine(LineSource::Camera);
+    } else if (exposureEnd_ <= now) {
+        endExposure();
+    } else if (nextCycle_ > now || exsync2Ends(now)) {
+        changeExsync2();
+    } else {
+        cycleStart_ = nextCycle_;
+        scheduleCycle();
+        trigger();
     }
+}
+
+bool LineTrigger::exsync2Ends(Tick now) const {
+    return nextExsync2_ <= now && std::any_of(exsync2Edges_.begin(), exsync2Edges_.end(), [&](const Exsync2Edge& edge) {
+               return edge.tick <= now && !edge.active;
+           });
+}
+
+/// The first edge that is due; of two at the same tick the end.
+void LineTrigger::changeExsync2() {
+    const auto first = std::min_element(
+        exsync2Edges_.begin(), exsync2Edges_.end(), [](const Exsync2Edge& one, const Exsync2Edge& other) {
+            return one.tick != other.tick ? one.tick < other.tick : one.active < other.active;
+        });
+    exsync2_ = first->active;
+    exsync2Edges_.erase(first);
+    nextExsync2_ = Never;
+    for (const Exsync2Edge& edge : exsync2Edges_) {
+        nextExsync2_ = std::min(nextExsync2_, edge.tick);
+    }
+    showExsync();
 }
 
 void LineTrigger::trigger() {
     if (exsync_ || (gated(integerOf(mode_)) && !image_->running())) {
         return;
     }
-    const Tick end = switchboard_->now() + ticksOf(realOf(exposure_), ShortestTime);
+    const Tick now = switchboard_->now();
+    const Tick exposure = ticksOf(realOf(exposure_), ShortestTime);
     const Tick delay = ticksOf(realOf(delay_), 0);
     exsync_ = true;
     showExsync();
     image_->exposureStarted();
-    due_.push({end, Action::EndExposure, 0});
-    due_.push({switchboard_->now() + delay, Action::BeginExsync2, 0});
-    due_.push({end + delay, Action::EndExsync2, 0});
+    exposureEnd_ = now + exposure;
+    exsync2Edges_.push_back({now + delay, true});
+    exsync2Edges_.push_back({now + exposure + delay, false});
+    nextExsync2_ = std::min(nextExsync2_, now + delay);
 }
 
 void LineTrigger::endExposure() {
+    exposureEnd_ = Never;
     exsync_ = false;
     showExsync();
     image_->exposureEnded();
     if ((integerOf(camera_) & 1) != 0) {
-        beginLine();
+        const Tick ticks = integerOf(sensorWidth_) / std::max<std::int64_t>(integerOf(parallelism_), 1);
+        lineEnd_ = switchboard_->now() + std::max<Tick>(ticks, 1);
+        port_->beginLine(LineSource::Camera, lines_++);
     }
 }
 
@@ -174,26 +189,6 @@ void LineTrigger::showExsync() {
     const bool inverted = integerOf(polarity_) == 1;
     switchboard_->setLevel(SOFTBOARD_EXSYNC, exsync_ != inverted);
     switchboard_->setLevel(SOFTBOARD_EXSYNC2, exsync2_ != inverted);
-}
-
-void LineTrigger::beginLine() {
-    if (transferring_) {
-        endLine();
-    }
-    transferring_ = true;
-    ++line_;
-    image_->lineStarted();
-    switchboard_->setLevel(SOFTBOARD_LVAL, true);
-    switchboard_->pulse(SOFTBOARD_LINE_START);
-    const Tick ticks = integerOf(sensorWidth_) / std::max<std::int64_t>(integerOf(parallelism_), 1);
-    due_.push({switchboard_->now() + std::max<Tick>(ticks, 1), Action::EndLine, line_});
-}
-
-void LineTrigger::endLine() {
-    transferring_ = false;
-    switchboard_->setLevel(SOFTBOARD_LVAL, false);
-    switchboard_->pulse(SOFTBOARD_LINE_END);
-    image_->lineEnded();
 }
 
 }  // namespace softboard

@@ -3,11 +3,10 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <queue>
 #include <vector>
 
 #include "softboard/src/BoundParameters.h"
+#include "softboard/src/CameraPort.h"
 #include "softboard/src/ImageTrigger.h"
 #include "softboard/src/Switchboard.h"
 
@@ -16,47 +15,43 @@ namespace softboard {
 /// Not locked; the board's lock guards it. A design that lacks one of the parameters has no line trigger.
 ///
 /// - A line trigger comes every ExsyncPeriod, first one period after ExSync was enabled, or with every
-/// LineTrgDownscaler-th
-///   active edge of the selected input, the first of an image with the LineTrgPhase-th. The gated modes let it through
-///   only while an image runs.
+///   LineTrgDownscaler-th active edge of the selected input, the first of an image with the LineTrgPhase-th. The gated
+///   modes let it through only while an image runs.
 /// - ExSync is active for ExsyncExposure; a line trigger in that time is lost. ExSync2 is ExSync, Exsync2Delay later.
 /// - When the exposure ends, the camera, if there is one, transfers the line in SensorWidth / Parallelism ticks. A line
 ///   that is still under way when the next one begins ends there.
 class LineTrigger {
 public:
-    void bind(const Find& find, Switchboard& switchboard, ImageTrigger& image);
+    void bind(const Find& find, Switchboard& switchboard, ImageTrigger& image, CameraPort& port);
 
     void written(const Parameter& parameter);
     void inputChanged(unsigned input, bool level);
-    /// Lets everything happen that is due by then; afterwards that is the switchboard's time.
-    void run(Tick until);
+
+    /// When the next thing happens by itself; Never if nothing will.
+    Tick next() const;
+    /// Lets it happen; the switchboard's time is that tick already.
+    void happen();
 
 private:
-    /// In the order in which they happen if they are due at the same tick.
-    enum class Action { EndLine, EndExposure, EndExsync2, Trigger, BeginExsync2 };
-    struct Due {
+    struct Exsync2Edge {
         Tick tick;
-        Action action;
-        std::uint64_t number;  ///< of the line or generator start that it belongs to, so that it lapses with it
-        bool operator>(const Due& other) const {
-            return tick != other.tick ? tick > other.tick : action > other.action;
-        }
+        bool active;
     };
 
     bool allFound() const;
     Tick period() const;
-    void happen(const Due& due);
     void followGenerator();
     void scheduleCycle();
     void trigger();
     void endExposure();
-    void beginLine();
-    void endLine();
+    bool exsync2Ends(Tick now) const;
+    void changeExsync2();
     void showExsync();
 
     bool bound_ = false;  ///< the design has all the parameters
     Switchboard* switchboard_ = nullptr;
     ImageTrigger* image_ = nullptr;
+    CameraPort* port_ = nullptr;
     const Parameter* mode_ = nullptr;
     const Parameter* enable_ = nullptr;
     const Parameter* input_ = nullptr;
@@ -71,14 +66,18 @@ private:
     const Parameter* parallelism_ = nullptr;
     const Parameter* camera_ = nullptr;
 
-    std::priority_queue<Due, std::vector<Due>, std::greater<>> due_;
+    // What is due, each of a kind at most once, but the edges of ExSync2, which may lag several lines behind.
+    Tick lineEnd_ = Never;
+    Tick exposureEnd_ = Never;
+    Tick nextCycle_ = Never;
+    std::vector<Exsync2Edge> exsync2Edges_;
+    Tick nextExsync2_ = Never;  ///< the earliest of them
+
     bool generating_ = false;
-    std::uint64_t generation_ = 0;
     Tick cycleStart_ = 0;
     bool exsync_ = false;
     bool exsync2_ = false;
-    bool transferring_ = false;
-    std::uint64_t line_ = 0;
+    std::int64_t lines_ = 0;           ///< that the camera has sent, whoever took them
     std::int64_t pulsesLeft_ = 0;      ///< input pulses to the next line trigger
     std::uint64_t imageOfPulses_ = 0;  ///< the image for which they are counted
 };

@@ -56,6 +56,34 @@ std::size_t Process::designCount() const {
     return designs_.size();
 }
 
+softboard_memory* Process::keep(std::shared_ptr<softboard_memory> memory) {
+    const std::lock_guard guard(mutex_);
+    softboard_memory* const key = memory.get();
+    memories_.emplace(key, std::move(memory));
+    return key;
+}
+
+std::shared_ptr<softboard_memory> Process::memory(const softboard_memory* memory) const {
+    const std::lock_guard guard(mutex_);
+    const auto found = memories_.find(memory);
+    return found != memories_.end() ? found->second : nullptr;
+}
+
+int Process::closeMemory(const softboard_memory* memory) {
+    std::shared_ptr<softboard_memory> closed;
+    const std::lock_guard guard(mutex_);
+    const auto found = memories_.find(memory);
+    if (found == memories_.end()) {
+        return SOFTBOARD_E_ARGUMENT;
+    }
+    if (found->second->acquiring()) {
+        return SOFTBOARD_E_ACQUISITION;
+    }
+    closed = std::move(found->second);
+    memories_.erase(found);
+    return SOFTBOARD_OK;
+}
+
 void Process::handleOpened() {
     const std::lock_guard guard(mutex_);
     ++handles_;

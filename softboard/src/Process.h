@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "softboard/src/Board.h"
+#include "softboard/src/FrameMemory.h"
 #include "softboard/src/LoadedDesign.h"
 
 namespace softboard {
@@ -30,6 +31,12 @@ public:
     bool isDesign(const fpga_design* design) const;
     std::size_t designCount() const;
 
+    softboard_memory* keep(std::shared_ptr<softboard_memory> memory);
+    /// Null if there is no such memory.
+    std::shared_ptr<softboard_memory> memory(const softboard_memory* memory) const;
+    /// SOFTBOARD_E_ARGUMENT if there is no such memory, SOFTBOARD_E_ACQUISITION while one fills it.
+    int closeMemory(const softboard_memory* memory);
+
     void handleOpened();
     void handleClosed();
     std::size_t handleCount() const;
@@ -44,6 +51,7 @@ private:
     Recorder recorder_;
     std::unordered_map<const IXdevice*, std::unique_ptr<IXdevice>> boards_;
     std::unordered_map<const fpga_design*, std::unique_ptr<fpga_design>> designs_;
+    std::unordered_map<const softboard_memory*, std::shared_ptr<softboard_memory>> memories_;
     std::size_t handles_ = 0;
     int initError_ = 0;
     int pinnedInitError_ = 0;

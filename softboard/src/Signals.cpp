@@ -1,30 +1,101 @@
 #include "softboard/src/Signals.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "softboard/softboard.h"
 
 namespace softboard {
+namespace {
 
-void Signals::bind(const Find& find, const std::vector<std::string>& events) {
+// Bits of FG_CAMSTATUS_EXTENDED; bit 0, the camera's clock, is the host's.
+constexpr std::int64_t LineValid = 2;
+constexpr std::int64_t FrameValid = 4;
+constexpr std::int64_t CameraTrigger = 8;
+constexpr std::int64_t ImageTriggerInput = 16;
+constexpr std::int64_t AllCameraSignals = LineValid | FrameValid | CameraTrigger | ImageTriggerInput;
+
+}  // namespace
+
+void Signals::bind(const Find& find, const std::vector<std::string>& events, FrameTaker& taker) {
     begunTick_ = 0.0;
+    sourceWaits_ = false;
     inputs_ = watched(find, "Device1_Process1_Trigger_Inputs_InputStatus_Status");
     clear_ = watched(find, "Device1_Process1_Trigger_Analyzer_Clear_Value");
     overflow_ = watched(find, "Device1_Process0_Overflow_OverflowOccurred");
+    cameraStatus_ = find("FG_CAMSTATUS_EXTENDED");
     overflowed_ = integerOf(overflow_) != 0;
     switchboard_.bind(find, events);
-    image_.bind(find, switchboard_);
-    line_.bind(find, switchboard_, image_);
+    frames_.bind(pixelSettings_, taker);
+    image_.bind(find, switchboard_, frames_);
+    port_.bind(find, switchboard_, image_);
+    pixelSettings_.bind(find);
+    pixelSettings_.setSimulator(port_.connected() == LineSource::Simulator);
+    line_.bind(find, switchboard_, image_, port_);
+    simulator_.bind(find, switchboard_, port_);
+    switchboard_.onCameraTrigger([this] { simulator_.cameraTriggerRose(); });
     monitors_.bind(find);
     followInputs();
+    shownSignals_ = cameraSignals();
 }
 
-void Signals::advance(double microseconds) {
+Tick Signals::next() const {
+    return std::min(line_.next(), simulator_.next());
+}
+
+/// Lets the next thing happen; at the same tick the line trigger's before the simulator's.
+void Signals::happen() {
+    const Tick line = line_.next();
+    const Tick simulator = simulator_.next();
+    switchboard_.setTime(std::min(line, simulator));
+    if (line <= simulator) {
+        line_.happen();
+    } else {
+        simulator_.happen();
+    }
+    if (sourceWaits_) {
+        followSource();
+    }
+}
+
+Tick Signals::ahead(double microseconds) {
     const double passed = begunTick_ + microseconds * TicksPerMicrosecond;
     const auto whole = static_cast<Tick>(passed);
     begunTick_ = passed - static_cast<double>(whole);
-    line_.run(switchboard_.now() + whole);
+    return switchboard_.now() + whole;
+}
+
+bool Signals::run(Tick until) {
+    const std::uint64_t handedOn = frames_.handedOn();
+    while (next() <= until) {
+        happen();
+        if (frames_.handedOn() != handedOn) {
+            return false;
+        }
+    }
+    switchboard_.setTime(std::max(until, switchboard_.now()));
+    return true;
+}
+
+void Signals::show() {
     monitors_.show(switchboard_.now());
+    showCameraSignals(AllCameraSignals);
+}
+
+void Signals::restartPath() {
+    image_.restartFreeRun();
+    frames_.forget();
+    followSource();
+    simulator_.restart();
+}
+
+void Signals::followSource() {
+    const bool connected = port_.connect();
+    sourceWaits_ = !connected && port_.switchWaits();
+    if (connected) {
+        pixelSettings_.setSimulator(port_.connected() == LineSource::Simulator);
+        simulator_.restart();
+    }
 }
 
 int Signals::setInput(unsigned input, bool level) {
@@ -67,11 +138,40 @@ void Signals::written(const Parameter& parameter) {
     } else if (&parameter == overflow_) {
         followOverflow();
     } else {
+        pixelSettings_.written(parameter);
         monitors_.written(parameter, switchboard_.now());
         image_.written(parameter);
         line_.written(parameter);
+        simulator_.written(parameter);
+        if (port_.selects(parameter) || sourceWaits_) {
+            followSource();
+        }
     }
-    line_.run(switchboard_.now());  // what a change has made due at once, as an ExSync2 without delay
+    settle();
+    showCameraSignals(cameraSignals() ^ shownSignals_);
+}
+
+/// Lets happen what a change has made due at once, as an ExSync2 without delay. The simulator's lines wait for time.
+void Signals::settle() {
+    while (line_.next() <= switchboard_.now()) {
+        line_.happen();
+    }
+}
+
+std::int64_t Signals::cameraSignals() const {
+    bool cameraTrigger = false;
+    switchboard_.output(0, cameraTrigger);
+    return (switchboard_.level(SOFTBOARD_LVAL) ? LineValid : 0) |
+           (switchboard_.level(SOFTBOARD_FVAL) ? FrameValid : 0) | (cameraTrigger ? CameraTrigger : 0) |
+           (image_.triggerHigh() ? ImageTriggerInput : 0);
+}
+
+/// The camera status keeps what the host gave it where no signal has moved.
+void Signals::showCameraSignals(std::int64_t which) {
+    shownSignals_ = cameraSignals();
+    if (which != 0 && cameraStatus_ != nullptr) {
+        cameraStatus_->setInteger((integerOf(cameraStatus_) & ~which) | (shownSignals_ & which));
+    }
 }
 
 void Signals::followInputs() {
@@ -89,7 +189,7 @@ void Signals::followInputs() {
 void Signals::followOverflow() {
     const bool overflowed = integerOf(overflow_) != 0;
     if (overflowed && !overflowed_) {
-        switchboard_.raise("Device1_Process0_Overflow_Overflow");
+        switchboard_.raise(OverflowEvent);
     }
     overflowed_ = overflowed;
 }

@@ -8,9 +8,13 @@
 #include <vector>
 
 #include "softboard/src/BoundParameters.h"
+#include "softboard/src/CameraPort.h"
+#include "softboard/src/CameraSimulator.h"
+#include "softboard/src/FrameAssembler.h"
 #include "softboard/src/ImageTrigger.h"
 #include "softboard/src/LineTrigger.h"
 #include "softboard/src/Monitors.h"
+#include "softboard/src/PixelSettings.h"
 #include "softboard/src/Switchboard.h"
 
 namespace softboard {
@@ -23,12 +27,30 @@ public:
     Signals& operator=(const Signals&) = delete;
 
     /// Takes up the parameters of a design, which have to stay in place until the next call, and the names of its
-    /// events. It is time 0 again.
-    void bind(const Find& find, const std::vector<std::string>& events);
+    /// events. It is time 0 again. Frames go to `taker` from now on.
+    void bind(const Find& find, const std::vector<std::string>& events, FrameTaker& taker);
 
-    /// Moves the time on, by microseconds, with all that happens meanwhile. It stands still otherwise.
-    void advance(double microseconds);
+    /// The tick that lies so many microseconds ahead; what is left of a tick is kept for the next call.
+    Tick ahead(double microseconds);
+    /// Moves the time on to that tick, with all that happens meanwhile, or, when a frame is handed on, to its end: then
+    /// it returns false. The time stands still otherwise.
+    bool run(Tick until);
+    /// To be called when the time has been moved on: shows what goes by it.
+    void show();
     double time() const { return microsecondsOf(switchboard_.now()); }
+    Tick now() const { return switchboard_.now(); }
+    /// When the next thing happens by itself; Never if nothing will.
+    Tick next() const;
+
+    /// An acquisition starts: what is under way by itself begins anew, and no frame that has begun is handed on.
+    void restartPath();
+    PixelSettings& pixelSettings() { return pixelSettings_; }
+    Switchboard& switchboard() { return switchboard_; }
+
+    // Counts since the design was put on the board.
+    std::uint64_t lines() const { return port_.lines(); }
+    std::uint64_t frames() const { return image_.frames(); }
+    std::uint64_t triggers() const { return image_.triggers(); }
 
     /// Gives an input a level, now.
     int setInput(unsigned input, bool level);
@@ -41,15 +63,27 @@ public:
     void written(const Parameter& parameter);
 
 private:
+    void happen();
+    void settle();
+    void followSource();
     void followInputs();
     void followOverflow();
+    std::int64_t cameraSignals() const;
+    void showCameraSignals(std::int64_t which);
 
     Switchboard switchboard_;
+    PixelSettings pixelSettings_;
+    FrameAssembler frames_;
     ImageTrigger image_;
+    CameraPort port_;
     LineTrigger line_;
+    CameraSimulator simulator_;
     Monitors monitors_;
-    double begunTick_ = 0.0;  ///< the part of the next tick that has passed, 0 to 1
+    double begunTick_ = 0.0;    ///< the part of the next tick that has passed, 0 to 1
+    bool sourceWaits_ = false;  ///< the other source is selected, and is connected when the frame has ended
     Parameter* inputs_ = nullptr;
+    Parameter* cameraStatus_ = nullptr;
+    std::int64_t shownSignals_ = 0;
     const Parameter* clear_ = nullptr;
     const Parameter* overflow_ = nullptr;
     bool overflowed_ = false;

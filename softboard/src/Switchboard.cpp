@@ -104,6 +104,9 @@ void Switchboard::setLevel(unsigned select, bool level) {
         }
     }
     raiseCounted(level ? edgeEvents_[select].rising : edgeEvents_[select].falling);
+    if (cameraTriggerRose_ && outputs_[0].rises(select, level)) {
+        cameraTriggerRose_();
+    }
 }
 
 void Switchboard::pulse(unsigned select) {

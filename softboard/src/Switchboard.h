@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -18,6 +19,9 @@ namespace softboard {
 /// Where the inputs stand in a row among the selects of the switchboard: GPI 0 to 7, front GPI 0 to 3.
 inline constexpr unsigned FirstInputSelect = 21;
 inline constexpr unsigned InputCount = 12;
+
+/// A line did not fit into the board's memory.
+inline constexpr std::string_view OverflowEvent = "Device1_Process0_Overflow_Overflow";
 
 /// Not locked; the board's lock guards it. A design that lacks parameters or events has no such routes or counts.
 class Switchboard {
@@ -40,6 +44,9 @@ public:
     /// The level of an output: that of the signal it selects, inverted if it says so.
     int output(unsigned output, bool& level) const;
     void clearAnalyzers();
+
+    /// Has `rose` called with every rising edge of the camera trigger, output 0.
+    void onCameraTrigger(std::function<void()> rose) { cameraTriggerRose_ = std::move(rose); }
 
     void raise(std::string_view event);
     /// Null if the design has no such event.
@@ -89,6 +96,7 @@ private:
     std::array<CustomEvent, 2> customEvents_;
     std::array<EdgeEvents, SignalCount> edgeEvents_;
     std::map<std::string, std::uint64_t, std::less<>> eventCounts_;
+    std::function<void()> cameraTriggerRose_;
 };
 
 }  // namespace softboard

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include "softboard/clock.h"
 #include "softboard/src/Board.h"
 #include "softboard/src/Guarded.h"
 #include "softboard/src/Process.h"
@@ -224,11 +225,12 @@ int softboard_get_signal_time(IXdevice* board, double* microseconds) {
     });
 }
 
+int softboard_clock(IXdevice* board, int mode, double speed) {
+    return withBoard(board, "", [&] { return board->setClock(mode, speed); });
+}
+
 int softboard_deliver_pictures(IXdevice* board, int64_t count) {
-    return withBoard(board, count >= 0 ? "" : nullptr, [&] {
-        board->deliverPictures(count);
-        return SOFTBOARD_OK;
-    });
+    return withBoard(board, count >= 0 ? "" : nullptr, [&] { return board->deliverPictures(count); });
 }
 
 int softboard_set_sdk_error(IXdevice* board, int number) {

@@ -1,6 +1,3 @@
-#include "softboard/src/Acquisition.h"
-
-#include <chrono>
 #include <cstdint>
 #include <thread>
 
@@ -104,6 +101,7 @@ TEST_F(AcquisitionCalls, WakeTheWaitingThreadWhenTheAcquisitionStops) {
 
 TEST_F(AcquisitionCalls, GetPicturesFromACameraAtTheLinePeriod) {
     softboard_set_double(board, ExsyncPeriod, 1.0);
+    softboard_set_integer(board, "Device1_Process0_Trigger_Trigger_ExsyncEnable", 1);
     softboard_set_integer(board, "Device1_Process0_ImageHeight_ImageHeight", 100);
     softboard_set_integer(board, "FG_CAMSTATUS_EXTENDED", 1);
     Fg_AcquireEx(fg, 0, 3, 0, nullptr);
@@ -116,27 +114,6 @@ TEST_F(AcquisitionCalls, GetPicturesFromTheSimulator) {
     softboard_set_integer(board, "Device1_Process0_CameraSimulator_Size_ImageHeight", 10);
     Fg_AcquireEx(fg, 0, 2, 0, nullptr);
     EXPECT_EQ(Fg_getLastPicNumberBlockingEx(fg, 2, 0, 60, nullptr), 2);
-}
-
-TEST(Acquisition, CountsByTimeAndKeepsTheBegunPicture) {
-    using namespace std::chrono_literals;
-    const softboard::Acquisition::Clock::time_point start{};
-    softboard::Acquisition acquisition;
-    acquisition.start(-1, start);
-    acquisition.advance(start + 250ms, 0.1);
-    EXPECT_EQ(acquisition.pictures(), 2);
-    acquisition.advance(start + 300ms, 0.1);
-    EXPECT_EQ(acquisition.pictures(), 3);
-}
-
-TEST(Acquisition, CountsNothingWithoutAPeriod) {
-    using namespace std::chrono_literals;
-    const softboard::Acquisition::Clock::time_point start{};
-    softboard::Acquisition acquisition;
-    acquisition.start(-1, start);
-    acquisition.advance(start + 1h, std::nullopt);
-    acquisition.advance(start + 2h, 0.0);
-    EXPECT_EQ(acquisition.pictures(), 0);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ enum softboard_clock_mode {
     SOFTBOARD_CLOCK_STEPPED = 0,  ///< nothing else: two runs give the same bytes
     SOFTBOARD_CLOCK_REAL = 1,     ///< the time of day, `speed` times as fast
     SOFTBOARD_CLOCK_FREE = 2,     ///< whoever waits for a frame: time jumps from event to event, and nothing is lost
-    SOFTBOARD_CLOCK_AUTO = 3      ///< the time of day while an acquisition runs, nothing otherwise: the mode of a new board
+    SOFTBOARD_CLOCK_AUTO = 3  ///< the time of day while an acquisition runs, nothing otherwise: the mode of a new board
 };
 
 /// Sets the mode. `speed` is board seconds per second of the day (above 0, at most 1000; only for REAL and AUTO).

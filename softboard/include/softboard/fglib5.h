@@ -74,17 +74,30 @@ SOFTBOARD_API void* Fg_getParameterInfo(Fg_Struct* fg, int port);
 SOFTBOARD_API int Fg_saveConfig(Fg_Struct* fg, const char* filename);
 SOFTBOARD_API int Fg_loadConfig(Fg_Struct* fg, const char* filename);
 
-/// Starts the acquisition of `count` pictures, without end if that is -1.
+/// Starts the acquisition of `count` frames, without end if that is -1; it ends by itself at its count, and when no
+/// frame has come for FG_TIMEOUT seconds of the board. 0 starts nothing and is no failure. What runs by itself, free
+/// images and the simulator, begins anew; a frame that a trigger has begun before is not taken.
+/// @param flags   noted in the transcript, and nothing else: what a memory does is a matter of the memory.
+/// @param memory  from softboard_memory_open, of this board; or null: then frames are counted and not drawn.
+/// @return 0; SOFTBOARD_E_ARGUMENT: a count below -1, a pointer that is no such memory; SOFTBOARD_E_ACQUISITION: one
+///         runs already.
 SOFTBOARD_API int Fg_AcquireEx(Fg_Struct* fg, unsigned dma, int64_t count, unsigned flags, void* memory);
+/// Ends the acquisition; a frame that is under way is dropped. 0 also once after it has ended by itself, else
+/// SOFTBOARD_E_ACQUISITION if none runs.
 SOFTBOARD_API int Fg_stopAcquireEx(Fg_Struct* fg, unsigned dma, void* memory, unsigned flags);
 SOFTBOARD_API int Fg_Acquire(Fg_Struct* fg, unsigned dma, int64_t count);
 SOFTBOARD_API int Fg_stopAcquire(Fg_Struct* fg, unsigned dma);
-/// Number of pictures since the start of the acquisition, the running or the last one.
+/// Number of the last frame of the acquisition, the running or the last one; 0 before the first.
 SOFTBOARD_API int64_t Fg_getLastPicNumberEx(Fg_Struct* fg, unsigned dma, void* memory);
-/// Waits until picture `number` has arrived, at most `timeout` seconds, and gives the number of the last one.
+/// Waits until frame `number` has come, and gives the number of the last one. `timeout` are seconds of the day; with
+/// SOFTBOARD_CLOCK_FREE this call moves the board's time itself, and they are the board's seconds.
+/// @return SOFTBOARD_E_ACQUISITION, at once, if the acquisition has ended or asks for fewer frames; SOFTBOARD_E_TIMEOUT
+///         when the time is over, and at once if the acquisition ended because no frame came for FG_TIMEOUT seconds.
 SOFTBOARD_API int64_t Fg_getLastPicNumberBlockingEx(Fg_Struct* fg, int64_t number, unsigned dma, unsigned timeout,
                                                     void* memory);
-/// `param` 0: 1 while an acquisition runs; 1: pictures so far; 2: pictures asked for, -1 without end.
+/// `param` 0: 1 while an acquisition runs; 1: frames so far; 2: frames asked for, -1 without end; others: see
+/// softboard_status. Of the running acquisition or the last one.
+/// @return SOFTBOARD_E_ARGUMENT for another `param`; SOFTBOARD_E_RANGE for a frame that is not in the memory.
 SOFTBOARD_API int64_t Fg_getStatusEx(Fg_Struct* fg, unsigned param, int64_t data, unsigned dma, void* memory);
 
 /* This board has no shading: null or SOFTBOARD_E_NOT_IMPLEMENTED. */

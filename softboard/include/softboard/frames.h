@@ -34,7 +34,8 @@ enum softboard_frame_flags {
     SOFTBOARD_FRAME_GATE_ENDED = 2,  ///< its image ended because the gate fell
     SOFTBOARD_FRAME_TRUNCATED = 4,   ///< the buffer is smaller than the frame: its end is missing
     SOFTBOARD_FRAME_LINES_LOST = 8,  ///< lines of it did not fit into the board's own memory
-    SOFTBOARD_FRAME_INJECTED = 16    ///< it came in through a debug point
+    SOFTBOARD_FRAME_INJECTED = 16,   ///< it came in through a debug point
+    SOFTBOARD_FRAME_RED_FIRST = 32   ///< a pixel's first component is red, see softboard_byte_order
 };
 
 /// What is known of a frame. A tick is 8 ns of the board's clock.
@@ -43,13 +44,13 @@ typedef struct softboard_frame {
     uint64_t number;       ///< 1, 2, 3 ... since the start of the acquisition, without gaps
     uint64_t image;        ///< which frame of the trigger unit this is since the start, from 1: gaps are frames that
                            ///< the image selector left out or that were lost
-    uint64_t first_tick;   ///< when the exposure of its first line ended, or the simulator had sent that line
+    uint64_t first_tick;   ///< when the exposure of its first line ended, or the simulator began to send that line
     uint64_t last_tick;    ///< the same of its last line
     uint64_t bytes;        ///< of the picture in its buffer
     uint64_t lost_before;  ///< frames that were lost between the frame before and this one
     uint32_t width;        ///< pixels of a line
     uint32_t lines;        ///< complete lines in the buffer
-    uint32_t bits;         ///< of a component: 8, 10, 12, 14 or 16; a pixel has three, blue first, packed without gaps
+    uint32_t bits;         ///< of a component: 8, 10, 12, 14 or 16; a pixel has three, packed without gaps
                            ///< from the lowest bit of the first byte on
     uint32_t flags;        ///< softboard_frame_flags
     uint32_t buffer;       ///< index of its buffer

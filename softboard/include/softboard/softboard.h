@@ -118,14 +118,14 @@ SOFTBOARD_API int softboard_hide_parameter(struct IXdevice* board, const char* n
 /// Changes or reads a register of the design.
 SOFTBOARD_API int softboard_set_register(struct IXdevice* board, const char* name, uint64_t value);
 SOFTBOARD_API int softboard_get_register(struct IXdevice* board, const char* name, uint64_t* value);
-/// Lets `count` pictures arrive at once, if an acquisition runs. Others arrive by themselves, at the rate that the
-/// design is set to.
+/// Lets `count` pictures arrive at once, if an acquisition without a memory runs; SOFTBOARD_E_ACQUISITION with one,
+/// whose frames come of lines only. Others arrive by themselves, as the design's triggers decide.
 SOFTBOARD_API int softboard_deliver_pictures(struct IXdevice* board, int64_t count);
 /// The number that the SDK's Fg_getLastErrorNumber answers for this board; a null board: for a null SDK handle. It
 /// stands until it is changed; with 0 the code of the last failed call is answered again, 0 at first.
 SOFTBOARD_API int softboard_set_sdk_error(struct IXdevice* board, int number);
 
-/* ---- Digital signals, on a clock of their own ---- */
+/* ---- Digital signals ---- */
 
 /// Signals of the switchboard, under the numbers by which the design's Select parameters choose them. 21 to 28 are
 /// GPI 0 to 7, 29 to 32 are front GPI 0 to 3; the other numbers up to 36 are always low.
@@ -143,11 +143,11 @@ enum softboard_signal {
     SOFTBOARD_FRAME_END = 36
 };
 
-/// Moves the clock of the signals on by 0 to 60 seconds (in microseconds; SOFTBOARD_E_ARGUMENT otherwise), and lets
-/// everything happen that is due by then: ExSync, lines, frames, flash, what the analyzers measure, events, the drift
-/// of the monitors. Without it time stands still and none of them moves, except that a change of an input or a
-/// parameter acts at once. softboard/README.md tells the model. The clock counts ticks of 8 ns; what is left of a tick
-/// is kept.
+/// Moves the board's clock on by 0 to 60 seconds (in microseconds; SOFTBOARD_E_ARGUMENT otherwise), and lets everything
+/// happen that is due by then: ExSync, lines, frames, flash, what the analyzers measure, events, the drift of the
+/// monitors. Frames of an acquisition are drawn when it returns. While nothing moves the clock (see softboard/clock.h)
+/// time stands still and none of them moves, except that a change of an input or a parameter acts at once.
+/// softboard/README.md tells the model. The clock counts ticks of 8 ns; what is left of a tick is kept.
 SOFTBOARD_API int softboard_advance_signals(struct IXdevice* board, double microseconds);
 /// The time of that clock in microseconds, 0 when a design is put on the board.
 SOFTBOARD_API int softboard_get_signal_time(struct IXdevice* board, double* microseconds);
