@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "cli/ExitStatus.h"
+#include "cli/PartFile.h"
 #include "cli/Terminal.h"
 #include "cli/Values.h"
 
@@ -51,6 +52,16 @@ constexpr double FrameRight = 930;
 constexpr double FrameBottom = 470;
 constexpr double FontSize = 14;
 
+/// The way of a picture's bytes into a PartFile; the library is C, which no exception may pass through.
+cairo_status_t append(void* part, const unsigned char* data, unsigned size) {
+    try {
+        static_cast<PartFile*>(part)->write(std::as_bytes(std::span(data, size)));
+        return CAIRO_STATUS_SUCCESS;
+    } catch (const RefusedError&) {
+        return CAIRO_STATUS_WRITE_ERROR;
+    }
+}
+
 /// Draws one chart; the library's objects go away with it.
 class Picture {
 public:
@@ -70,9 +81,11 @@ public:
     }
 
     void write(const std::filesystem::path& file) const {
-        if (cairo_surface_write_to_png(surface_.get(), file.c_str()) != CAIRO_STATUS_SUCCESS) {
+        PartFile part(file);
+        if (cairo_surface_write_to_png_stream(surface_.get(), append, &part) != CAIRO_STATUS_SUCCESS) {
             throw RefusedError(file.string() + " cannot be written");
         }
+        part.takePlace();
     }
 
 private:

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "cli/ExitStatus.h"
 #include "tests/cli/Command.h"
+#include "tests/cli/SizeLimit.h"
 
 namespace quillon::cli {
 namespace {
@@ -35,6 +37,13 @@ TEST(Chart, APictureIsWrittenAsPng) {
     const testing::Folder folder;
     writePicture(ramp(), folder / "ramp.png");
     EXPECT_THAT(testing::contentOf(folder / "ramp.png"), StartsWith("\x89PNG"));
+}
+
+TEST(Chart, AnEndOfTheRoomLeavesNoTornPicture) {
+    const testing::Folder folder;
+    const testing::SizeLimit limit(1000);
+    EXPECT_THROW(writePicture(ramp(), folder / "ramp.png"), RefusedError);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 }  // namespace
