@@ -2,6 +2,7 @@
 /// Plain text for people: aligned columns, and colour where the output is a terminal.
 #pragma once
 
+#include <chrono>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -22,6 +23,19 @@ public:
 private:
     bool coloured_;
 };
+
+/// Characters that fit into a terminal.
+struct TerminalSize {
+    unsigned columns;
+    unsigned rows;
+};
+/// 80 x 24 where the descriptor is no terminal, or one that does not tell.
+TerminalSize terminalSize(int descriptor);
+
+/// Whether a terminal draws sixel graphics, by its own word: it is asked for its attributes and has `patience` to
+/// answer. `descriptor` is open for reading and writing; what waits there to be read is lost. No for anything but a
+/// terminal that this process has in the foreground.
+bool drawsSixels(int descriptor, std::chrono::milliseconds patience);
 
 /// Characters that a UTF-8 text shows.
 std::size_t displayWidth(std::string_view text);
