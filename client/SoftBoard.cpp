@@ -3,9 +3,8 @@
 #include <array>
 #include <utility>
 
-#include "client/SharedLibrary.h"
+#include "client/SoftBoardFunctions.h"
 #include "quillon/client/Errors.h"
-#include "softboard/softboard.h"
 
 namespace quillon::client {
 
@@ -17,56 +16,10 @@ static_assert(static_cast<unsigned>(Signal::Exsync) == SOFTBOARD_EXSYNC &&
               static_cast<unsigned>(Signal::Flash) == SOFTBOARD_FLASH &&
               static_cast<unsigned>(Signal::LineValid) == SOFTBOARD_LVAL &&
               static_cast<unsigned>(Signal::FrameValid) == SOFTBOARD_FVAL);
-
-namespace {
-
-void expect(const std::string& function, int code) {
-    if (code != SOFTBOARD_OK) {
-        throw CallError("softboard_" + function, code);
-    }
-}
-
-}  // namespace
-
-// The functions of softboard.h, by their names without the prefix.
-// clang-format off
-#define SOFTBOARD_FUNCTIONS(FUNCTION)                                                                                  \
-    FUNCTION(open) FUNCTION(close)                                                                                     \
-    FUNCTION(transcript_size) FUNCTION(transcript_get) FUNCTION(transcript_clear) FUNCTION(transcript_record)          \
-    FUNCTION(plan_fault) FUNCTION(plan_fault_at) FUNCTION(clear_faults)                                                \
-    FUNCTION(set_integer) FUNCTION(get_integer) FUNCTION(set_double) FUNCTION(get_double)                              \
-    FUNCTION(set_text) FUNCTION(get_text) FUNCTION(set_element) FUNCTION(get_element) FUNCTION(hide_parameter)         \
-    FUNCTION(set_register) FUNCTION(get_register) FUNCTION(deliver_pictures) FUNCTION(set_sdk_error)                   \
-    FUNCTION(advance_signals) FUNCTION(get_signal_time) FUNCTION(set_input) FUNCTION(get_output) FUNCTION(get_signal)  \
-    FUNCTION(event_count)                                                                                              \
-    FUNCTION(call_count) FUNCTION(live_designs) FUNCTION(live_handles)
-// clang-format on
-
-struct SoftBoardLibrary::Loaded {
-    explicit Loaded(const std::filesystem::path& file) : library(file) {
-#define SOFTBOARD_RESOLVE(function) library.resolve("softboard_" #function, function);
-        SOFTBOARD_FUNCTIONS(SOFTBOARD_RESOLVE)
-#undef SOFTBOARD_RESOLVE
-    }
-
-    SharedLibrary library;
-#define SOFTBOARD_MEMBER(function) decltype(&::softboard_##function) function = nullptr;
-    SOFTBOARD_FUNCTIONS(SOFTBOARD_MEMBER)
-#undef SOFTBOARD_MEMBER
-
-    std::vector<Access> transcript(IXdevice* board) const {
-        std::vector<Access> entries;
-        const std::size_t size = transcript_size(board);
-        entries.reserve(size);
-        for (std::size_t i = 0; i < size; ++i) {
-            softboard_access entry{};
-            expect("transcript_get", transcript_get(board, i, &entry));
-            entries.push_back({entry.sequence, static_cast<Direction>(entry.direction), entry.id, entry.dma, entry.type,
-                               entry.result, entry.name, entry.value});
-        }
-        return entries;
-    }
-};
+static_assert(static_cast<int>(ClockMode::Stepped) == SOFTBOARD_CLOCK_STEPPED &&
+              static_cast<int>(ClockMode::Real) == SOFTBOARD_CLOCK_REAL &&
+              static_cast<int>(ClockMode::Free) == SOFTBOARD_CLOCK_FREE &&
+              static_cast<int>(ClockMode::Auto) == SOFTBOARD_CLOCK_AUTO);
 
 std::string Access::line() const {
     const bool failed = direction == Direction::Call ? result < 0 : result != 0;
@@ -87,19 +40,19 @@ std::vector<Access> SoftBoardLibrary::transcript() const {
 }
 
 void SoftBoardLibrary::clearTranscript() {
-    expect("transcript_clear", loaded_->transcript_clear(nullptr));
+    expectOk("transcript_clear", loaded_->transcript_clear(nullptr));
 }
 
 void SoftBoardLibrary::planCallFault(const std::string& function, unsigned nth, std::int64_t code) {
-    expect("plan_fault", loaded_->plan_fault(nullptr, function.c_str(), SOFTBOARD_CALL, nth, code));
+    expectOk("plan_fault", loaded_->plan_fault(nullptr, function.c_str(), SOFTBOARD_CALL, nth, code));
 }
 
 void SoftBoardLibrary::clearFaults() {
-    expect("clear_faults", loaded_->clear_faults(nullptr));
+    expectOk("clear_faults", loaded_->clear_faults(nullptr));
 }
 
 void SoftBoardLibrary::setSdkError(int number) {
-    expect("set_sdk_error", loaded_->set_sdk_error(nullptr, number));
+    expectOk("set_sdk_error", loaded_->set_sdk_error(nullptr, number));
 }
 
 std::uint64_t SoftBoardLibrary::callCount(const std::string& function) const {
@@ -132,11 +85,11 @@ std::vector<Access> SoftBoard::transcript() const {
 }
 
 void SoftBoard::clearTranscript() {
-    expect("transcript_clear", board().transcript_clear(device()));
+    expectOk("transcript_clear", board().transcript_clear(device()));
 }
 
 void SoftBoard::record(bool enabled) {
-    expect("transcript_record", board().transcript_record(device(), enabled ? 1 : 0));
+    expectOk("transcript_record", board().transcript_record(device(), enabled ? 1 : 0));
 }
 
 std::vector<std::string> SoftBoard::lines(std::optional<Direction> direction) const {
@@ -166,109 +119,113 @@ std::vector<std::string> SoftBoard::calls() const {
 }
 
 void SoftBoard::planFault(const std::string& name, Direction direction, unsigned nth, std::int64_t code) {
-    expect("plan_fault", board().plan_fault(device(), name.c_str(), static_cast<int>(direction), nth, code));
+    expectOk("plan_fault", board().plan_fault(device(), name.c_str(), static_cast<int>(direction), nth, code));
 }
 
 void SoftBoard::planFaultAt(unsigned nth, std::int64_t code) {
-    expect("plan_fault_at", board().plan_fault_at(device(), nth, code));
+    expectOk("plan_fault_at", board().plan_fault_at(device(), nth, code));
 }
 
 void SoftBoard::clearFaults() {
-    expect("clear_faults", board().clear_faults(device()));
+    expectOk("clear_faults", board().clear_faults(device()));
 }
 
 void SoftBoard::setInteger(const std::string& name, std::int64_t value) {
-    expect("set_integer of " + name, board().set_integer(device(), name.c_str(), value));
+    expectOk("set_integer of " + name, board().set_integer(device(), name.c_str(), value));
 }
 
 std::int64_t SoftBoard::integer(const std::string& name) const {
     std::int64_t value = 0;
-    expect("get_integer of " + name, board().get_integer(device(), name.c_str(), &value));
+    expectOk("get_integer of " + name, board().get_integer(device(), name.c_str(), &value));
     return value;
 }
 
 void SoftBoard::setDouble(const std::string& name, double value) {
-    expect("set_double of " + name, board().set_double(device(), name.c_str(), value));
+    expectOk("set_double of " + name, board().set_double(device(), name.c_str(), value));
 }
 
 double SoftBoard::real(const std::string& name) const {
     double value = 0;
-    expect("get_double of " + name, board().get_double(device(), name.c_str(), &value));
+    expectOk("get_double of " + name, board().get_double(device(), name.c_str(), &value));
     return value;
 }
 
 void SoftBoard::setText(const std::string& name, const std::string& value) {
-    expect("set_text of " + name, board().set_text(device(), name.c_str(), value.c_str()));
+    expectOk("set_text of " + name, board().set_text(device(), name.c_str(), value.c_str()));
 }
 
 std::string SoftBoard::text(const std::string& name) const {
     std::array<char, 4096> buffer{};
-    expect("get_text of " + name, board().get_text(device(), name.c_str(), buffer.data(), buffer.size()));
+    expectOk("get_text of " + name, board().get_text(device(), name.c_str(), buffer.data(), buffer.size()));
     return buffer.data();
 }
 
 void SoftBoard::setElement(const std::string& name, std::size_t index, std::int64_t value) {
-    expect("set_element of " + name, board().set_element(device(), name.c_str(), index, value));
+    expectOk("set_element of " + name, board().set_element(device(), name.c_str(), index, value));
 }
 
 std::int64_t SoftBoard::element(const std::string& name, std::size_t index) const {
     std::int64_t value = 0;
-    expect("get_element of " + name, board().get_element(device(), name.c_str(), index, &value));
+    expectOk("get_element of " + name, board().get_element(device(), name.c_str(), index, &value));
     return value;
 }
 
 void SoftBoard::hideParameter(const std::string& name) {
-    expect("hide_parameter of " + name, board().hide_parameter(device(), name.c_str()));
+    expectOk("hide_parameter of " + name, board().hide_parameter(device(), name.c_str()));
 }
 
 void SoftBoard::setRegister(const std::string& name, std::uint64_t value) {
-    expect("set_register of " + name, board().set_register(device(), name.c_str(), value));
+    expectOk("set_register of " + name, board().set_register(device(), name.c_str(), value));
 }
 
 std::uint64_t SoftBoard::registerValue(const std::string& name) const {
     std::uint64_t value = 0;
-    expect("get_register of " + name, board().get_register(device(), name.c_str(), &value));
+    expectOk("get_register of " + name, board().get_register(device(), name.c_str(), &value));
     return value;
 }
 
 void SoftBoard::setSdkError(int number) {
-    expect("set_sdk_error", board().set_sdk_error(device(), number));
+    expectOk("set_sdk_error", board().set_sdk_error(device(), number));
 }
 
 void SoftBoard::advanceSignals(double microseconds) {
-    expect("advance_signals", board().advance_signals(device(), microseconds));
+    expectOk("advance_signals", board().advance_signals(device(), microseconds));
 }
 
 double SoftBoard::signalTime() const {
     double microseconds = 0;
-    expect("get_signal_time", board().get_signal_time(device(), &microseconds));
+    expectOk("get_signal_time", board().get_signal_time(device(), &microseconds));
     return microseconds;
 }
 
 void SoftBoard::setInput(unsigned input, bool high) {
-    expect("set_input", board().set_input(device(), input, high ? 1 : 0));
+    expectOk("set_input", board().set_input(device(), input, high ? 1 : 0));
 }
 
 bool SoftBoard::output(unsigned output) const {
     int level = 0;
-    expect("get_output", board().get_output(device(), output, &level));
+    expectOk("get_output", board().get_output(device(), output, &level));
     return level != 0;
 }
 
 bool SoftBoard::signal(Signal signal) const {
     int level = 0;
-    expect("get_signal", board().get_signal(device(), static_cast<unsigned>(signal), &level));
+    expectOk("get_signal", board().get_signal(device(), static_cast<unsigned>(signal), &level));
     return level != 0;
 }
 
 std::uint64_t SoftBoard::eventCount(const std::string& event) const {
     std::uint64_t count = 0;
-    expect("event_count of " + event, board().event_count(device(), event.c_str(), &count));
+    expectOk("event_count of " + event, board().event_count(device(), event.c_str(), &count));
     return count;
 }
 
+void SoftBoard::setClock(ClockMode mode, double speed) {
+    expectOk("clock", board().clock(device(), static_cast<int>(mode), speed));
+}
+
 void SoftBoard::deliverPictures(std::int64_t count) {
-    expect("deliver_pictures", board().deliver_pictures(device(), count));
+    expectOk("deliver_pictures", board().deliver_pictures(device(), count));
 }
 
 }  // namespace quillon::client

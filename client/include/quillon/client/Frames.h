@@ -1,12 +1,27 @@
 /// @file
-/// Pictures: their bytes, and what is known of them.
+/// Pictures: their bytes, what is known of them, and how they come.
+///
+///     SoftBoard board("build/lib/softboard");
+///     Applet applet(library, board);
+///     FrameMemory memory(board, frameSize(applet), 4);
+///     for (const Frame& frame : Acquisition(applet, memory, 10)) {
+///         std::cout << frame.component(0, 0, Component::Red) << '\n';
+///     }
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "quillon/client/Applet.h"
+#include "quillon/client/SoftBoard.h"
+
+struct softboard_memory;
 
 namespace quillon::client {
 
@@ -71,6 +86,102 @@ private:
 
     FrameDescription description_;
     std::span<const std::byte> bytes_;
+};
+
+/// The bytes of a frame as the applet is set now: FG_WIDTH times FG_HEIGHT pixels in the FG_FORMAT. Throws what
+/// Applet::get throws.
+std::size_t frameSize(const Applet& applet);
+
+/// How a memory is filled again when all its buffers hold frames.
+enum class MemoryMode {
+    Ring = 0,  ///< the oldest frame is overwritten
+    Hold = 1,  ///< only buffers that were released are filled; frames wait on the board until then
+};
+
+/// Buffers for the frames of a software board, filled with zeros at first.
+class FrameMemory {
+public:
+    /// Throws Error if a number is 0 or memory is short.
+    FrameMemory(const SoftBoard& board, std::size_t bufferSize, unsigned buffers);
+
+    /// What Fg_AcquireEx takes.
+    void* pointer() const { return memory_.get(); }
+    /// A new memory is a ring. Throws CallError while an acquisition runs.
+    void setMode(MemoryMode mode);
+    /// Frame `number` (from 1) of the acquisition that runs or ran last; nothing if it has not come yet or is gone. In
+    /// a ring its bytes may change at any time; in hold mode they stay until it is released.
+    std::optional<Frame> frame(std::uint64_t number) const;
+    /// Lets the frame's buffer be filled again (hold mode). Throws CallError if the frame is not held.
+    void release(std::uint64_t number);
+
+private:
+    struct Close {
+        std::shared_ptr<const SoftBoardLibrary::Loaded> loaded;
+        void operator()(softboard_memory* memory) const;
+    };
+
+    std::shared_ptr<const SoftBoardLibrary::Loaded> loaded_;
+    std::unique_ptr<softboard_memory, Close> memory_;
+    std::size_t bufferSize_;
+};
+
+/// A frame did not come: the time was over, or the acquisition has ended.
+class FrameError : public CallError {
+public:
+    FrameError(std::uint64_t frameNumber, unsigned timeout, int answeredCode);
+    std::uint64_t number;  ///< of the frame that was waited for
+};
+
+/// An acquisition from its start to its stop, frame by frame. A frame is held in its buffer until the next one is asked
+/// for. Applet and memory must outlive it; one acquisition runs at a time.
+class Acquisition {
+public:
+    /// Starts an acquisition of `count` frames (-1: without end) and sets the memory to hold. `timeout` is how many
+    /// seconds each frame is waited for. Throws CallError if it does not start.
+    Acquisition(Applet& applet, FrameMemory& memory, std::int64_t count, unsigned timeout = 5);
+    Acquisition(const Acquisition&) = delete;
+    Acquisition& operator=(const Acquisition&) = delete;
+    /// Stops it, if it still runs.
+    ~Acquisition();
+
+    /// Waits for the next frame and lets go of the one before; null when `count` frames have come. Throws FrameError.
+    const Frame* next();
+    /// Frames that were lost since the start.
+    std::uint64_t lost() const;
+
+    /// Steps from frame to frame with next().
+    class Iterator {
+    public:
+        using value_type = Frame;
+        using difference_type = std::ptrdiff_t;
+
+        explicit Iterator(Acquisition& acquisition) : acquisition_(&acquisition), frame_(acquisition.next()) {}
+        const Frame& operator*() const { return *frame_; }
+        const Frame* operator->() const { return frame_; }
+        Iterator& operator++() {
+            frame_ = acquisition_->next();
+            return *this;
+        }
+        void operator++(int) { ++*this; }
+        bool operator==(std::default_sentinel_t) const { return frame_ == nullptr; }
+
+    private:
+        Acquisition* acquisition_;
+        const Frame* frame_;
+    };
+    /// To be called once: it waits for the first frame.
+    Iterator begin() { return Iterator(*this); }
+    std::default_sentinel_t end() const { return {}; }
+
+private:
+    void release();
+
+    Applet& applet_;
+    FrameMemory& memory_;
+    std::int64_t count_;
+    unsigned timeout_;
+    std::uint64_t number_ = 0;  ///< of the latest frame
+    std::optional<Frame> frame_;
 };
 
 }  // namespace quillon::client

@@ -32,6 +32,14 @@ struct Access {
 /// The camera's signals, under their numbers among the design's signal selects.
 enum class Signal : unsigned { Exsync = 1, Exsync2 = 2, Flash = 3, LineValid = 4, FrameValid = 5 };
 
+/// What moves a board's clock; advanceSignals does in every mode.
+enum class ClockMode {
+    Stepped = 0,  ///< nothing else: two runs give the same bytes
+    Real = 1,     ///< the time of day
+    Free = 2,     ///< whoever waits for a frame: time jumps from event to event, and nothing is lost
+    Auto = 3,     ///< the time of day while an acquisition runs, nothing otherwise; the mode of a new board
+};
+
 /// The software board's library with what belongs to the process and to no board. Copies share it.
 class SoftBoardLibrary {
 public:
@@ -53,6 +61,7 @@ public:
 
 private:
     friend class SoftBoard;
+    friend class FrameMemory;
     struct Loaded;
     std::shared_ptr<const Loaded> loaded_;
 };
@@ -108,6 +117,8 @@ public:
     /// Lets pictures arrive at once, if an acquisition runs.
     void deliverPictures(std::int64_t count);
 
+    /// Sets what moves the clock. `speed`: seconds of the board in a second of the day, above 0 and at most 1000.
+    void setClock(ClockMode mode, double speed = 1.0);
     /// Moves the clock of the digital signals on, by at most 60 s at once; it stands still otherwise.
     void advanceSignals(double microseconds);
     double signalTime() const;  ///< µs since the design was put on the board
@@ -123,6 +134,7 @@ public:
     void setSdkError(int number);
 
 private:
+    friend class FrameMemory;
     struct Close {
         std::shared_ptr<const SoftBoardLibrary::Loaded> loaded;
         void operator()(IXdevice* board) const;
