@@ -16,10 +16,10 @@ namespace quillon::cli {
 
 namespace {
 
-constexpr std::array verbAdders{addInfoVerb,     addGetVerb,  addSetVerb,       addRegistersVerb, addListVerb,
-                                addDescribeVerb, addXmlVerb,  addEventsVerb,    addSaveVerb,      addLoadVerb,
-                                addCheckVerb,    addDiffVerb, addStatusVerb,    addLutVerb,       addTriggerVerb,
-                                addIoVerb,       addDemoVerb, addReferenceVerb, addManualVerb,    addCompletionVerb};
+constexpr std::array verbAdders{
+    addInfoVerb,    addGetVerb,  addSetVerb,  addRegistersVerb, addListVerb,      addDescribeVerb, addXmlVerb,
+    addEventsVerb,  addSaveVerb, addLoadVerb, addCheckVerb,     addDiffVerb,      addStatusVerb,   addLutVerb,
+    addTriggerVerb, addIoVerb,   addGrabVerb, addDemoVerb,      addReferenceVerb, addManualVerb,   addCompletionVerb};
 
 constexpr const char* description =
     "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold, and\n"
@@ -32,6 +32,7 @@ constexpr const char* examples =
     "  quillon set FG_WIDTH=2048 --trace              a change, and every access to the design that it causes\n"
     "  quillon describe FG_XOFFSET                    everything about one parameter\n"
     "  quillon list --group ROI                       the tree of parameters\n"
+    "  quillon grab -o out.png                        a frame as a picture\n"
     "\n"
     "Exit status: 0 done, 1 refused by the applet or the design, 2 usage, 3 no library or board.";
 
@@ -127,6 +128,11 @@ Argument& Argument::words(int count) {
 
 Argument& Argument::oneWordEach() {
     option_.allow_extra_args(false);
+    return *this;
+}
+
+Argument& Argument::orWithout(const char* word) {
+    option_.expected(0, 1)->default_str(word);
     return *this;
 }
 

@@ -47,6 +47,8 @@ public:
     Argument& words(int count);
     /// Takes one word each time it is given.
     Argument& oneWordEach();
+    /// Takes one word or none, which stands for `word`.
+    Argument& orWithout(const char* word);
     Argument& within(double least, double most);
     Argument& oneOf(const std::vector<std::string>& words);
 
@@ -114,6 +116,7 @@ void addStatusVerb(Verbs& verbs);
 void addLutVerb(Verbs& verbs);
 void addTriggerVerb(Verbs& verbs);
 void addIoVerb(Verbs& verbs);
+void addGrabVerb(Verbs& verbs);
 void addDemoVerb(Verbs& verbs);
 void addReferenceVerb(Verbs& verbs);
 void addManualVerb(Verbs& verbs);

@@ -1,4 +1,5 @@
 #include "cli/Arguments.h"
+#include "cli/Assignments.h"
 #include "cli/Refusals.h"
 #include "cli/Trace.h"
 #include "cli/Verb.h"
@@ -11,13 +12,6 @@ struct SetArguments {
     std::vector<std::string> assignments;
     std::vector<std::string> faults;
     bool trace = false;
-};
-
-/// A value on its way to a parameter.
-struct Assignment {
-    Parameter parameter;
-    Value value;
-    std::string text;
 };
 
 /// "NAME=VALUE" words, or a NAME followed by its VALUE.
@@ -85,8 +79,7 @@ ExitStatus set(Session& session, Console& console, const SetArguments& arguments
     const auto pairs = splitWords(arguments.assignments);
     std::vector<Assignment> assignments;
     for (const auto& [name, text] : pairs) {
-        const Parameter parameter = findParameter(session.applet(), name);
-        assignments.push_back({parameter, parseValue(session.applet(), parameter, text), text});
+        assignments.push_back(parseAssignment(session.applet(), name, text));
     }
     planFaults(session.board(), arguments.faults);
     Json list = emptyList();

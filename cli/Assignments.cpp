@@ -1,0 +1,31 @@
+#include "cli/Assignments.h"
+
+#include "cli/Arguments.h"
+#include "cli/ExitStatus.h"
+#include "cli/Refusals.h"
+
+namespace quillon::cli {
+
+Assignment parseAssignment(const client::Applet& applet, const std::string& name, const std::string& text) {
+    const Parameter parameter = findParameter(applet, name);
+    return {parameter, parseValue(applet, parameter, text), text};
+}
+
+void assign(client::Applet& applet, const std::vector<std::string>& words) {
+    std::vector<Assignment> assignments;
+    for (const std::string& word : words) {
+        const auto parts = splitAssignment(word);
+        if (!parts) {
+            throw UsageError("\"" + trimmed(word) + "\" has no value: a parameter is set as NAME=VALUE");
+        }
+        assignments.push_back(parseAssignment(applet, parts->first, parts->second));
+    }
+    for (const Assignment& assignment : assignments) {
+        if (const int code = writeValue(applet, assignment.parameter, assignment.value); code != 0) {
+            throw RefusedError(assignment.parameter.name + "=" + assignment.text + " " +
+                               inWords(explainSet(applet, assignment.parameter, code)));
+        }
+    }
+}
+
+}  // namespace quillon::cli
