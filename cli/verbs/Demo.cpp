@@ -1,5 +1,6 @@
 #include <array>
 #include <fstream>
+#include <limits>
 #include <sstream>
 
 #include "cli/CommandLine.h"
@@ -85,7 +86,32 @@ public:
         run({"xml"}, 12);
     }
 
+    /// What the parameters do to pixels, with pictures in `folder`.
+    void showPictures(const std::filesystem::path& folder) {
+        heading("Pictures");
+        out_
+            << "  The simulator takes the camera's place; its frames are written as pictures, and shown as they are.\n";
+        const std::vector<std::string> simulator{"--set", "FG_CAMERASIMULATOR_ENABLE=FG_CAMERASIMULATOR", "--set",
+                                                 "FG_CAMERASIMULATOR_PATTERN=FG_DIAGONAL"};
+        grab(folder / "pattern.png", simulator);
+        out_ << "\n  The same with white balance and gamma:\n";
+        grab(folder / "white_balance_and_gamma.png", simulator,
+             {"FG_SCALINGFACTOR_RED=1.0", "FG_SCALINGFACTOR_GREEN=0.6", "FG_SCALINGFACTOR_BLUE=0.3",
+              "FG_LUT_ENABLE=FG_ON", "FG_PROCESSING_GAMMA=2.2"});
+        out_ << "\n  A region of interest of it:\n";
+        grab(folder / "region_of_interest.png", simulator, {"FG_WIDTH=256", "FG_XOFFSET=128", "FG_HEIGHT=128"});
+    }
+
 private:
+    void grab(const std::filesystem::path& file, std::vector<std::string> words,
+              const std::vector<std::string>& assignments = {}) {
+        for (const std::string& assignment : assignments) {
+            words.insert(words.end(), {"--set", assignment});
+        }
+        words.insert(words.begin(), {"grab", "-o", file.string(), "--show", "--graphics", "blocks"});
+        run(words, std::numeric_limits<std::size_t>::max());
+    }
+
     /// Runs a command as a person would, on a board of its own, and shows its first `most` lines.
     void run(std::vector<std::string> words, std::size_t most = 40) {
         out_ << "\n  $ quillon";
@@ -165,7 +191,13 @@ private:
     std::filesystem::path path_;
 };
 
-ExitStatus demonstrate(Session& session, Console& console, const std::filesystem::path& example) {
+struct DemoArguments {
+    std::filesystem::path example = "examples/free_running_4k.mcf";
+    std::filesystem::path pictures;
+};
+
+ExitStatus demonstrate(Session& session, Console& console, const DemoArguments& arguments) {
+    const std::filesystem::path& example = arguments.example;
     Demo demo(session, console);
     demo.showApplet();
     demo.showRegionOfInterest();
@@ -179,20 +211,29 @@ ExitStatus demonstrate(Session& session, Console& console, const std::filesystem
                     << " is not there; the chapters on configurations are left out\n";
     }
     demo.showDescription();
+    if (arguments.pictures.empty()) {
+        demo.showPictures(DemoFolder().path());
+    } else {
+        std::filesystem::create_directories(arguments.pictures);
+        demo.showPictures(arguments.pictures);
+    }
     return Done;
 }
 
 }  // namespace
 
 void addDemoVerb(Verbs& verbs) {
-    auto example = std::make_shared<std::filesystem::path>("examples/free_running_4k.mcf");
-    Verb verb =
-        verbs.add("demo", "Show what the applet does, in a few minutes' reading",
-                  "  quillon demo\n"
-                  "  quillon demo --example conveyor.mcf        with a configuration of one's own",
-                  [example](Session& session, Console& console) { return demonstrate(session, console, *example); });
-    verb.add("--example", example.get(), "Configuration to show; by default examples/free_running_4k.mcf")
+    auto arguments = std::make_shared<DemoArguments>();
+    Verb verb = verbs.add(
+        "demo", "Show what the applet does, in a few minutes' reading",
+        "  quillon demo\n"
+        "  quillon demo --example conveyor.mcf        with a configuration of one's own\n"
+        "  quillon demo --pictures shots              with its pictures in a folder of one's own",
+        [arguments](Session& session, Console& console) { return demonstrate(session, console, *arguments); });
+    verb.add("--example", &arguments->example, "Configuration to show; by default examples/free_running_4k.mcf")
         .shownAs("FILE");
+    verb.add("--pictures", &arguments->pictures, "Keep the pictures in this folder; without it they go with the show")
+        .shownAs("FOLDER");
 }
 
 }  // namespace quillon::cli

@@ -140,5 +140,16 @@ TEST(GrabbedFrames, AFolderThatIsMissingIsRefused) {
     EXPECT_THAT(outcome.err, HasSubstr("/no/such/folder/out.png cannot be written: No such file or directory"));
 }
 
+TEST(GrabbedFrames, TheDemonstrationLeavesItsPictures) {
+    const Folder folder;
+    const Outcome outcome = quillon({"demo", "--pictures", folder / "shots"}, folder.path());
+    EXPECT_EQ(outcome.status, 0);
+    for (const char* name : {"pattern.png", "white_balance_and_gamma.png", "region_of_interest.png"}) {
+        EXPECT_THAT(contentOf(folder / "shots" / name), StartsWith("\x89PNG")) << name;
+        EXPECT_THAT(outcome.out, HasSubstr("written: " + (folder / "shots" / name).string())) << name;
+    }
+    EXPECT_THAT(outcome.out, HasSubstr("\xE2\x96\x80\033[0m\n"));
+}
+
 }  // namespace
 }  // namespace quillon::cli::testing
