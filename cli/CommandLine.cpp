@@ -141,6 +141,11 @@ Argument& Argument::within(double least, double most) {
     return *this;
 }
 
+Argument& Argument::within(int least, int most) {
+    option_.check(CLI::Range(least, most));
+    return *this;
+}
+
 Argument& Argument::oneOf(const std::vector<std::string>& words) {
     option_.check(CLI::IsMember(words));
     return *this;

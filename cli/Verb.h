@@ -50,6 +50,7 @@ public:
     /// Takes one word or none, which stands for `word`.
     Argument& orWithout(const char* word);
     Argument& within(double least, double most);
+    Argument& within(int least, int most);
     Argument& oneOf(const std::vector<std::string>& words);
 
 private:

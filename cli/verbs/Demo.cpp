@@ -108,7 +108,7 @@ private:
         for (const std::string& assignment : assignments) {
             words.insert(words.end(), {"--set", assignment});
         }
-        words.insert(words.begin(), {"grab", "-o", file.string(), "--show", "--graphics", "blocks"});
+        words.insert(words.begin(), {"grab", "-o", file.string(), "--show", "--graphics", "blocks", "--columns", "32"});
         run(words, std::numeric_limits<std::size_t>::max());
     }
 

@@ -34,6 +34,7 @@ struct GrabArguments {
     unsigned timeout = 5;  ///< seconds
     bool show = false;
     std::string graphics;
+    unsigned columns = 0;  ///< 0: the terminal's
     std::string histogram;
 };
 
@@ -95,12 +96,14 @@ private:
 /// Puts frames on the screen.
 class Display {
 public:
-    Display(std::ostream& out, const std::string& graphics)
-        : out_(out), sixels_(graphics.empty() ? terminalHasSixels() : graphics == Sixel) {}
+    Display(std::ostream& out, const GrabArguments& arguments)
+        : out_(out),
+          columns_(arguments.columns),
+          sixels_(arguments.graphics.empty() ? terminalHasSixels() : arguments.graphics == Sixel) {}
 
     void show(const client::Frame& frame) const {
         const TerminalSize size = terminalSize(STDOUT_FILENO);
-        const unsigned columns = std::max(size.columns, 3U) - 2;
+        const unsigned columns = columns_ != 0 ? columns_ : std::max(size.columns, 3U) - 2;
         const unsigned rows = std::max(size.rows, 5U) - 4;
         if (sixels_) {
             out_ << asSixels(shrink(frame, columns * CellWidth, rows * CellHeight)) << '\n';
@@ -125,6 +128,7 @@ private:
     }
 
     std::ostream& out_;
+    unsigned columns_;
     bool sixels_;
 };
 
@@ -243,7 +247,7 @@ ExitStatus grab(Session& session, Console& console, const GrabArguments& argumen
     Histogram histogram;
     std::optional<Display> display;
     if (arguments.show) {
-        display.emplace(screen, arguments.graphics);
+        display.emplace(screen, arguments);
     }
     const Progress progress(console.err, arguments.count);
     const Statistics statistics =
@@ -293,7 +297,7 @@ void addGrabVerb(Verbs& verbs) {
         "the\n"
         "camera sends them. Exit status 1 if fewer came than were asked for, with what the parameters tell of why.",
         [arguments](Session& session, Console& console) { return grab(session, console, *arguments); });
-    verb.add("-n,--count", &arguments->count, "Frames; by default 1").shownAs("COUNT").within(1, 1e9);
+    verb.add("-n,--count", &arguments->count, "Frames; by default 1").shownAs("COUNT").within(1, 1'000'000'000);
     verb.add("-o,--output", &arguments->output,
              "Write each frame to this file; %d or %03d stands for its number, %% for a percent sign")
         .shownAs("FILE");
@@ -311,6 +315,9 @@ void addGrabVerb(Verbs& verbs) {
              "How: as sixel graphics or as half blocks; by default sixel where the terminal says that it has them")
         .shownAs("KIND")
         .oneOf({Sixel, Blocks});
+    verb.add("--columns", &arguments->columns, "How wide: columns of the terminal; by default all of it")
+        .shownAs("COLUMNS")
+        .within(1, 1000);
     verb.add("--histogram", &arguments->histogram,
              "A histogram of the colours: in the terminal, or as a picture (.png)")
         .shownAs("FILE")

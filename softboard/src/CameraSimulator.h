@@ -14,8 +14,9 @@ namespace softboard {
 ///
 /// A line is Size_ImageWidth blocks of 32 pixels, of which the first LineGap_Number are sent and the others are gap; a
 /// frame is Size_ImageHeight lines, of which the first FrameGap_Number are sent. (The names of the parameters do not
-/// match.) With ControlPixelClock_Mode 0, ActivePixel_Number of every SequenceLength cycles of 8 ns move a block, one in
-/// RepeatPat_Divisor; with 1, so many lines start in each sequence, and the blocks of a line follow each other at once.
+/// match.) With ControlPixelClock_Mode 0, ActivePixel_Number of every SequenceLength cycles of 8 ns move a block, one
+/// in RepeatPat_Divisor; with 1, so many lines start in each sequence, and the blocks of a line follow each other at
+/// once.
 ///
 /// It runs while the port is connected to it: by itself (TriggerValve_FreeRun_Select 1), or a rising edge of the camera
 /// trigger lets one line (TriggerValve_Mode 1) or one frame (2) through. Edges that come while it sends are lost.

@@ -40,8 +40,8 @@ bool FrameMemory::map(const char* sharedName) {
             return false;
         }
     }
-    void* const mapped = mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                              file >= 0 ? MAP_SHARED : MAP_PRIVATE | MAP_ANONYMOUS, file, 0);
+    void* const mapped =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, file >= 0 ? MAP_SHARED : MAP_PRIVATE | MAP_ANONYMOUS, file, 0);
     if (file >= 0) {
         close(file);
     }

@@ -477,7 +477,8 @@ TEST_F(FrameClock, SurvivesWritesFromOtherThreads) {
     softboard_memory* const memory = memoryOf(4);
     std::atomic<std::uint64_t> called = 0;
     softboard_on_frame(
-        memory, [](void* user, const softboard_frame*, const void*) { ++*static_cast<std::atomic<std::uint64_t>*>(user); },
+        memory,
+        [](void* user, const softboard_frame*, const void*) { ++*static_cast<std::atomic<std::uint64_t>*>(user); },
         &called);
     acquire(-1, memory);
     std::thread writer([&] {
