@@ -24,8 +24,10 @@ public:
         ASSERT_NE(record, nullptr) << parameter.name;
         // What is refused is no matter: any state will do.
         // Rates that the simulator's speed mode derives can be written all the same; they then run with a line gap of 0
-        // while the mode still has the one that was asked for, which is what a load applies.
-        if (parameter.name.starts_with("FG_CAMERASIMULATOR_") && !record->writable) {
+        // while the mode still has the one that was asked for, which is what a load applies. A change of the mode that
+        // is refused leaves the records as the refused mode has them.
+        if (parameter.name.starts_with("FG_CAMERASIMULATOR_") &&
+            (!record->writable || isRateOfAnotherMode(parameter.id, applet))) {
             return;
         }
         switch (parameter.kind) {
@@ -40,6 +42,16 @@ public:
 
 private:
     std::size_t below(std::size_t end) { return random_() % end; }
+
+    static bool isRateOfAnotherMode(int id, client::Applet& applet) {
+        const std::int32_t mode = applet.readInt(FG_CAMERASIMULATOR_SELECT_MODE);
+        switch (id) {
+            case FG_CAMERASIMULATOR_PIXEL_FREQUENCY: return mode != FG_PIXEL_FREQUENCY;
+            case FG_CAMERASIMULATOR_LINERATE: return mode != FG_LINERATE;
+            case FG_CAMERASIMULATOR_FRAMERATE: return mode != FG_FRAMERATE;
+            default: return false;
+        }
+    }
 
     std::int32_t integerFor(const client::ParameterRecord& record) {
         if (!record.entries.empty()) {
