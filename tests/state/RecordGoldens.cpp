@@ -82,6 +82,27 @@ void recordConfiguration(const std::filesystem::path& file, const std::string& s
     }
 }
 
+/// `text`, which need be no configuration, with the lines of the new keys behind the lines that `start` has in front of
+/// them, where it has those.
+std::string withNewKeys(std::string text, const std::string& start, const Lines& newKeys) {
+    std::string previous;
+    for (const std::string& line : linesIn(start)) {
+        const std::string key = keyOf(line);
+        const std::size_t place = text.find("\n" + previous + "=");
+        if (std::ranges::find(newKeys, key) != newKeys.end() && place != std::string::npos &&
+            text.find("\n" + key + "=") == std::string::npos) {
+            text.insert(std::min(text.find('\n', place + 1), text.size()), "\n" + line);
+        }
+        previous = key;
+    }
+    return text;
+}
+
+/// The fuzz targets' copy of a configuration.
+void writeSeed(const std::filesystem::path& configuration) {
+    write(std::filesystem::path(FUZZ_SEED_FOLDER) / configuration.filename(), read(configuration));
+}
+
 /// "NAME ID" for each position.
 Lines positions(const client::Applet& applet) {
     Lines lines;
@@ -92,9 +113,15 @@ Lines positions(const client::Applet& applet) {
     return lines;
 }
 
-/// The lines of a list of accesses with the accesses that are new. Steps and refreshes stay as they are listed; what is
-/// new becomes a step of its own, named by the first of `keys` that has none.
-Lines withNewAccesses(const Lines& listed, const Lines& seen, const Lines& keys) {
+/// The name of the design's parameter in a line of a transcript.
+std::string nameOf(const std::string& access) {
+    return access.substr(0, access.find(' '));
+}
+
+/// The lines of a list of accesses with the accesses that are new. Steps and refreshes stay as they are listed, and an
+/// access that has another value stays in its step; what is new becomes a step of its own, named by the first of
+/// `newKeys` that has none.
+Lines withNewAccesses(const Lines& listed, const Lines& seen, const Lines& newKeys) {
     const auto isAccess = [](const std::string& line) {
         return line.starts_with("    ") && !line.starts_with("    limit ");
     };
@@ -106,7 +133,11 @@ Lines withNewAccesses(const Lines& listed, const Lines& seen, const Lines& keys)
             const std::string bare = line.substr(line.find_first_not_of(' '));
             const auto found = std::find(access, seen.end(), bare.substr(0, bare.find_last_not_of(' ') + 1));
             if (found == seen.end()) {
-                continue;  // it is gone
+                if (access != seen.end() && nameOf(*access) == nameOf(bare)) {
+                    result.push_back(line.substr(0, line.size() - bare.size()) + *access);
+                    ++access;
+                }
+                continue;  // otherwise it is gone
             }
             Lines fresh;
             for (; access != found; ++access) {
@@ -114,8 +145,8 @@ Lines withNewAccesses(const Lines& listed, const Lines& seen, const Lines& keys)
             }
             if (!fresh.empty()) {
                 const auto key =
-                    std::ranges::find_if(keys, [&](const std::string& name) { return !steps.contains(name); });
-                const std::string name = key != keys.end() ? *key : "new";
+                    std::ranges::find_if(newKeys, [&](const std::string& name) { return !steps.contains(name); });
+                const std::string name = key != newKeys.end() ? *key : "new";
                 steps.insert(name);
                 // In front of the headings of the access that was found.
                 auto place = result.end();
@@ -160,21 +191,31 @@ Lines acceptedWrites(const client::SoftBoard& board) {
     return lines;
 }
 
-void record() {
-    const std::filesystem::path golden = STATE_GOLDEN_FOLDER;
-    BuiltApplet started;
-    if (started.applet.saveConfig(golden / "start_up_state.mcf") != 0) {
-        throw std::runtime_error("cannot save the state of a start");
-    }
-    const std::string start = read(golden / "start_up_state.mcf");
+Lines keysOf(const std::string& configuration) {
     Lines keys;
-    for (const std::string& line : linesIn(start)) {
+    for (const std::string& line : linesIn(configuration)) {
         if (keyOf(line).starts_with("FG_")) {
             keys.push_back(keyOf(line));
         }
     }
+    return keys;
+}
+
+void record() {
+    const std::filesystem::path golden = STATE_GOLDEN_FOLDER;
+    BuiltApplet started;
+    const Lines recordedKeys = keysOf(read(golden / "start_up_state.mcf"));
+    if (started.applet.saveConfig(golden / "start_up_state.mcf") != 0) {
+        throw std::runtime_error("cannot save the state of a start");
+    }
+    const std::string start = read(golden / "start_up_state.mcf");
+    const Lines keys = keysOf(start);
+    Lines newKeys;
+    std::ranges::copy_if(keys, std::back_inserter(newKeys), [&](const std::string& key) {
+        return std::ranges::find(recordedKeys, key) == recordedKeys.end();
+    });
     writeLines(golden / "start_up_accesses.txt",
-               withNewAccesses(goldenLines("start_up_accesses.txt"), shownAccesses(BuiltApplet().board), keys));
+               withNewAccesses(goldenLines("start_up_accesses.txt"), shownAccesses(BuiltApplet().board), newKeys));
     writeLines(golden / "start_up_values.txt", startUpValues(started.applet, keys));
     writeLines(golden / "accepted_writes.txt", acceptedWrites(BuiltApplet().board));
 
@@ -187,11 +228,21 @@ void record() {
         throw std::runtime_error("other_state.mcf can't be loaded");
     }
     writeLines(golden / "load_accesses.txt",
-               withNewAccesses(goldenLines("load_accesses.txt"), shownAccesses(loaded.board), keys));
+               withNewAccesses(goldenLines("load_accesses.txt"), shownAccesses(loaded.board), newKeys));
 
+    for (const auto& seed : std::filesystem::directory_iterator(FUZZ_SEED_FOLDER)) {
+        const std::string text = read(seed.path());
+        if (const std::string complete = withNewKeys(text, start, newKeys); complete != text) {
+            write(seed.path(), complete);
+        }
+    }
+    for (const char* name : {"start_up_state.mcf", "other_state.mcf"}) {
+        writeSeed(golden / name);
+    }
     for (const auto& example : std::filesystem::directory_iterator(STATE_EXAMPLES_FOLDER)) {
         if (example.path().extension() == ".mcf") {
             recordConfiguration(example.path(), start);
+            writeSeed(example.path());
         }
     }
 }
