@@ -8,6 +8,7 @@
 
 #include "client/testing/BuiltApplet.h"
 #include "client/testing/KnownLeak.h"
+#include "quillon/PublicParameters.h"
 
 namespace quillon::client {
 namespace {
@@ -124,11 +125,11 @@ TEST(Applet, ADescriptionIsAskedForByName) {
 
 TEST(Applet, NamesIdsAndPositionsBelongTogether) {
     const BuiltApplet built;
-    EXPECT_EQ(built.applet.parameterCount(), 163);
+    EXPECT_EQ(built.applet.parameterCount(), PositionCount);
     EXPECT_EQ(built.applet.parameterNameAt(46), "FG_WIDTH");
     EXPECT_EQ(built.applet.parameterIdAt(46), 100);
     EXPECT_EQ(built.applet.parameterId("FG_WIDTH"), 100);
-    EXPECT_EQ(built.applet.parameterNameAt(163), std::nullopt);
+    EXPECT_EQ(built.applet.parameterNameAt(PositionCount), std::nullopt);
     EXPECT_EQ(built.applet.parameterId("FG_WIDHT"), -2070);
 }
 

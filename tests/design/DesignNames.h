@@ -5,7 +5,7 @@
 namespace quillon {
 
 /// The names of the design's parameters that the applet binds, in the order of their look-up.
-inline constexpr std::array<const char*, 139> DesignNames = {
+inline constexpr auto DesignNames = std::to_array<const char*>(
     {"Device1_Process0_Buffer_0_SensorWidth",
      "Device1_Process0_Buffer_0_SensorHeight",
      "Device1_Process0_Buffer_0_XMirror",
@@ -144,6 +144,6 @@ inline constexpr std::array<const char*, 139> DesignNames = {
      "Device1_Process1_Trigger_Events_SelectCustomSignalEvent0_SelectSignal_Select",
      "Device1_Process1_Trigger_Events_SelectCustomSignalEvent0_Polarity_Invert",
      "Device1_Process1_Trigger_Events_SelectCustomSignalEvent1_SelectSignal_Select",
-     "Device1_Process1_Trigger_Events_SelectCustomSignalEvent1_Polarity_Invert"}};
+     "Device1_Process1_Trigger_Events_SelectCustomSignalEvent1_Polarity_Invert"});
 
 }  // namespace quillon

@@ -72,12 +72,12 @@ TEST_F(LyingLoader, RegistersWithoutANameAreLeftOut) {
     told.registerCount = 6;
     told.registerNames = {"First", nullptr, "Third"};
     BuiltApplet built;
-    EXPECT_EQ(built.applet.parameterCount(), 165);
+    EXPECT_EQ(built.applet.parameterCount(), PositionCount + 2);
     EXPECT_EQ(built.applet.parameterNameAt(PositionCount), "DRA_First");
     EXPECT_EQ(built.applet.parameterNameAt(PositionCount + 1), "DRA_Third");
     EXPECT_EQ(built.applet.parameterId("DRA_First"), 1000001);
     EXPECT_EQ(built.applet.parameterId("DRA_Third"), 1000003);
-    EXPECT_EQ(built.applet.functions().Fg_getParameterName(built.applet.handle(), 165), nullptr);
+    EXPECT_EQ(built.applet.functions().Fg_getParameterName(built.applet.handle(), PositionCount + 2), nullptr);
     const std::vector<ParameterRecord> records = built.applet.parameterInfo().front().children;
     ASSERT_EQ(records.size(), 2U);
     EXPECT_EQ(records[0].symbol, "DRA_First");

@@ -165,7 +165,7 @@ protected:
 TEST_F(NoRegisters, AddNoNames) {
     open();
     EXPECT_EQ(built->applet.parameterCount(), PositionCount);
-    EXPECT_EQ(built->applet.parameterNameAt(162), "FG_CUSTOM_SIGNAL_EVENT_1_POLARITY");
+    EXPECT_EQ(built->applet.parameterNameAt(PositionCount - 1), PositionedParameters.back().name);
     EXPECT_EQ(built->applet.parameterNameAt(PositionCount), std::nullopt);
     EXPECT_EQ(built->applet.parameterIdAt(PositionCount), -2070);
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "quillon/Vocabulary.h"
+#include "softboard/src/DesignDescription.h"
 #include "tests/softboard/OpenBoard.h"
 
 namespace {
@@ -130,7 +131,8 @@ TEST_F(ParameterAccess, RefusesToReadWhatCanOnlyBeWritten) {
 
 TEST_F(ParameterAccess, RefusesUnknownIds) {
     std::uint32_t value = 0;
-    for (const int unknown : {0, -9002, 1, 9999, 10177, 2147483647}) {
+    const std::size_t described = softboard::parseDesign(fileContent(DESIGN_FILE))->parameters.size();
+    for (const int unknown : {0, -9002, 1, 9999, 10000 + static_cast<int>(described), 2147483647}) {
         EXPECT_EQ(Fg_setParameterWithType(fg, unknown, &value, 0, 2), SOFTBOARD_E_UNKNOWN_ID) << unknown;
         EXPECT_EQ(Fg_getParameterWithType(fg, unknown, &value, 0, 2), SOFTBOARD_E_UNKNOWN_ID) << unknown;
     }

@@ -29,7 +29,7 @@ struct ConfigurationKey {
 };
 
 // clang-format off
-inline constexpr std::array<ConfigurationKey, 114> ConfigurationKeys = {{
+inline constexpr auto ConfigurationKeys = std::to_array<ConfigurationKey>({
     {"FG_TIMEOUT", Source::Field, Load::Applied},
     {"FG_DEBUGSOURCE", Source::Field, Load::NotRead},
     {"FG_DEBUGINENABLE", Source::Design, Load::NotRead},
@@ -144,7 +144,7 @@ inline constexpr std::array<ConfigurationKey, 114> ConfigurationKeys = {{
     {"FG_CUSTOM_SIGNAL_EVENT_0_POLARITY", Source::Applied, Load::Applied},
     {"FG_CUSTOM_SIGNAL_EVENT_1_SOURCE", Source::Applied, Load::Applied},
     {"FG_CUSTOM_SIGNAL_EVENT_1_POLARITY", Source::Applied, Load::Applied},
-}};
+});
 // clang-format on
 
 }  // namespace quillon::state

@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <sstream>
+#include <string_view>
+
 #include "tests/state/StateTest.h"
 
 namespace quillon::state {
@@ -13,6 +17,23 @@ class Save : public StateTest {};
 TEST_F(Save, TheStartUpStateIsThisFile) {
     EXPECT_EQ(save(), start);
     EXPECT_EQ(built.applet.lastError(), 0);
+}
+
+TEST_F(Save, TheKeysOfAFileAreThese114OfWhich99AreRead) {
+    std::vector<std::string_view> names;
+    for (const ConfigurationKey& key : ConfigurationKeys) {
+        names.push_back(key.name);
+    }
+    std::vector<std::string> saved;
+    std::istringstream text(save());
+    for (std::string line; std::getline(text, line);) {
+        if (line.starts_with("FG_")) {
+            saved.push_back(line.substr(0, line.find('=')));
+        }
+    }
+    EXPECT_THAT(saved, ::testing::ElementsAreArray(names));
+    EXPECT_EQ(names.size(), 114U);
+    EXPECT_EQ(std::ranges::count(ConfigurationKeys, Load::NotRead, &ConfigurationKey::load), 114 - 99);
 }
 
 TEST_F(Save, AnExistingFileIsReplaced) {
