@@ -212,7 +212,7 @@ void ImageTrigger::lineEnded() {
     assembler_->lineEnded();
     const bool gateDecides = modeInForce_ == GatedMode && integerOf(maxGatedHeight_) == 1;
     if (closing_ || (!gateDecides && imageLines_ >= integerOf(yLength_))) {
-        endImage(closing_ ? SOFTBOARD_FRAME_GATE_ENDED : 0U);
+        endImage(closing_ ? unsigned{SOFTBOARD_FRAME_GATE_ENDED} : 0U);
         if (modeInForce_ == FreeRunMode) {
             beginImage();
         }
