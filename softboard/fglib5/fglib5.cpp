@@ -271,8 +271,9 @@ int64_t Fg_getStatusEx(Fg_Struct* fg, unsigned param, int64_t data, unsigned dma
     return onBoard<int64_t>(
         fg, Function::Fg_getStatusEx, SOFTBOARD_E_ARGUMENT, [&] { return listed(param, data, dma); },
         [&] {
-            return fg->board->noteErrorLocked<int64_t>(dma == 0 ? fg->board->acquisitionStatusLocked(param, data)
-                                                                : SOFTBOARD_E_ARGUMENT);
+            const int64_t result =
+                dma == 0 ? fg->board->acquisitionStatusLocked(param, data) : int64_t{SOFTBOARD_E_ARGUMENT};
+            return fg->board->noteErrorLocked(result);
         });
 }
 
