@@ -16,6 +16,12 @@ static_assert(static_cast<int>(FrameFlag::Short) == SOFTBOARD_FRAME_SHORT &&
 
 namespace {
 
+std::uint32_t wholeLines(const FrameDescription& frame, std::uint64_t bytes) {
+    constexpr std::uint64_t Components = 3;
+    const std::uint64_t bits = std::max<std::uint64_t>(Components * frame.width * frame.bits, 1);
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(bytes * 8 / bits, frame.lines));
+}
+
 constexpr unsigned Dma = 0;
 
 std::size_t bitsOfPixel(const Applet& applet) {
@@ -68,11 +74,15 @@ std::optional<Frame> FrameMemory::frame(std::uint64_t number) const {
     if (data == nullptr) {
         return std::nullopt;
     }
-    const FrameDescription description{about.number,      about.image,  about.first_tick, about.last_tick,
-                                       about.lost_before, about.width,  about.lines,      about.bits,
-                                       about.flags,       about.buffer, about.settings};
-    return Frame(description,
-                 std::span(static_cast<const std::byte*>(data), std::min<std::uint64_t>(about.bytes, bufferSize_)));
+    FrameDescription description{about.number,      about.image,  about.first_tick, about.last_tick,
+                                 about.lost_before, about.width,  about.lines,      about.bits,
+                                 about.flags,       about.buffer, about.settings};
+    const std::uint64_t size = std::min<std::uint64_t>(about.bytes, bufferSize_);
+    if (description.has(FrameFlag::Mixed)) {
+        // Lines that are shorter than the first leave less than the lines of one length that a Frame has.
+        description.lines = std::min(description.lines, wholeLines(description, size));
+    }
+    return Frame(description, std::span(static_cast<const std::byte*>(data), size));
 }
 
 void FrameMemory::release(std::uint64_t number) {

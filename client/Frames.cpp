@@ -27,10 +27,11 @@ bool fits(const FrameDescription& frame, std::size_t size) {
 }  // namespace
 
 std::vector<std::string> FrameDescription::flagNames() const {
-    constexpr std::array names{std::pair(FrameFlag::Short, "short"), std::pair(FrameFlag::GateEnded, "gate ended"),
-                               std::pair(FrameFlag::Truncated, "truncated"),
-                               std::pair(FrameFlag::LinesLost, "lines lost"),
-                               std::pair(FrameFlag::Injected, "injected")};
+    constexpr std::array names{
+        std::pair(FrameFlag::Short, "short"),         std::pair(FrameFlag::GateEnded, "gate ended"),
+        std::pair(FrameFlag::Truncated, "truncated"), std::pair(FrameFlag::LinesLost, "lines lost"),
+        std::pair(FrameFlag::Injected, "injected"),   std::pair(FrameFlag::RedFirst, "red first"),
+        std::pair(FrameFlag::Mixed, "mixed")};
     std::vector<std::string> words;
     for (const auto& [flag, name] : names) {
         if (has(flag)) {
@@ -60,13 +61,18 @@ std::uint16_t Frame::at(std::uint64_t component) const {
     return static_cast<std::uint16_t>(window >> bit % 8 & largest());
 }
 
+std::uint64_t Frame::place(Component component) const {
+    const auto index = static_cast<std::uint64_t>(component);
+    return description_.has(FrameFlag::RedFirst) ? index : Components - 1 - index;
+}
+
 std::uint16_t Frame::component(std::uint32_t x, std::uint32_t y, Component component) const {
     if (x >= width() || y >= lines()) {
         throw ValueError("there is no pixel (" + std::to_string(x) + ", " + std::to_string(y) + ") in a picture of " +
                          std::to_string(width()) + " x " + std::to_string(lines()));
     }
     const std::uint64_t pixel = std::uint64_t{y} * width() + x;
-    return at(pixel * Components + (Components - 1 - static_cast<std::uint64_t>(component)));
+    return at(pixel * Components + place(component));
 }
 
 void Frame::readLine(std::uint32_t y, std::span<std::uint16_t> line) const {
@@ -75,16 +81,11 @@ void Frame::readLine(std::uint32_t y, std::span<std::uint16_t> line) const {
                          std::to_string(lines()) + " does not go into " + std::to_string(line.size()) + " values");
     }
     const std::uint64_t first = std::uint64_t{y} * width() * Components;
+    const std::array places{place(Component::Red), place(Component::Green), place(Component::Blue)};
     for (std::size_t i = 0; i < line.size(); i += Components) {
-        if (bits() == 8) {
-            const std::byte* const pixel = bytes_.data() + first + i;
-            line[i] = std::to_integer<std::uint16_t>(pixel[2]);
-            line[i + 1] = std::to_integer<std::uint16_t>(pixel[1]);
-            line[i + 2] = std::to_integer<std::uint16_t>(pixel[0]);
-        } else {
-            line[i] = at(first + i + 2);
-            line[i + 1] = at(first + i + 1);
-            line[i + 2] = at(first + i);
+        for (std::size_t colour = 0; colour < Components; ++colour) {
+            const std::uint64_t component = first + i + places[colour];
+            line[i + colour] = bits() == 8 ? std::to_integer<std::uint16_t>(bytes_[component]) : at(component);
         }
     }
 }

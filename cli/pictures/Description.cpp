@@ -5,10 +5,11 @@ namespace quillon::cli {
 
 void writeDescription(const client::Frame& frame, PartFile& file) {
     const client::FrameDescription& about = frame.description();
+    const bool redFirst = about.has(client::FrameFlag::RedFirst);
     const Json json = object({{"width", about.width},
                               {"lines", about.lines},
                               {"bits", about.bits},
-                              {"components", Json{"blue", "green", "red"}},
+                              {"components", redFirst ? Json{"red", "green", "blue"} : Json{"blue", "green", "red"}},
                               {"packing", "one stream of bits, from the lowest bit of the first byte on"},
                               {"bytes", frame.bytes().size()},
                               {"number", about.number},

@@ -231,7 +231,14 @@ softboard_frame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memor
         return found != frame.settings.end() && (*found)->version == version ? *found : nullptr;
     };
     const pixels::Drawn drawn = renderer_.draw(frame.lines, settingsOf, *scene_, memory.nextBuffer());
-    const pixels::Settings& first = *frame.settings.front();
+    // Lines without a format have no bytes; a frame of nothing else is not taken.
+    const pixels::Settings& first =
+        **std::find_if(frame.settings.begin(), frame.settings.end(),
+                       [](const auto& settings) { return pixels::lineBytes(*settings) != 0; });
+    const bool mixed = std::any_of(frame.settings.begin(), frame.settings.end(), [&](const auto& settings) {
+        return settings->xLength != first.xLength || settings->formatBits != first.formatBits ||
+               settings->redFirst != first.redFirst;
+    });
     softboard_frame about{};
     about.image = waiting.image;
     about.first_tick = static_cast<std::uint64_t>(frame.firstTick);
@@ -242,7 +249,8 @@ softboard_frame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memor
     about.lines = static_cast<std::uint32_t>(drawn.lines);
     about.bits = first.formatBits;
     about.flags = frame.flags | (drawn.truncated ? unsigned{SOFTBOARD_FRAME_TRUNCATED} : 0U) |
-                  (first.redFirst ? unsigned{SOFTBOARD_FRAME_RED_FIRST} : 0U);
+                  (first.redFirst ? unsigned{SOFTBOARD_FRAME_RED_FIRST} : 0U) |
+                  (mixed ? unsigned{SOFTBOARD_FRAME_MIXED} : 0U);
     about.settings = first.version;
     return about;
 }

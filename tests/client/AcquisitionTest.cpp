@@ -66,6 +66,21 @@ TEST(FrameAcquisition, FramesComeInOrderAndEndAtTheCount) {
     EXPECT_THAT(numbers, ElementsAre(1, 2, 3, 4, 5, 6, 7));
 }
 
+TEST(FrameMemory, AFrameWhoseLinesDifferHasThoseThatFit) {
+    SimulatedPictures pictures;
+    pictures.board.setClock(ClockMode::Stepped);
+    FrameMemory memory(pictures.board, frameSize(pictures.applet), 2);
+    ASSERT_EQ(pictures.applet.acquire(0, 1, 0, memory.pointer()), 0);
+    pictures.board.advanceSignals(97.656 * 8 - 1.0);
+    pictures.applet["FG_WIDTH"] = 32;
+    pictures.board.advanceSignals(97.656 * 9);
+    const auto frame = memory.frame(1);
+    ASSERT_TRUE(frame.has_value());
+    EXPECT_TRUE(frame->description().has(FrameFlag::Mixed));
+    EXPECT_EQ(frame->width(), 64U);
+    EXPECT_EQ(frame->lines(), 8U + 4U);
+}
+
 TEST(FrameAcquisition, TheSimulatorsPatternIsInTheFrame) {
     SimulatedPictures pictures;
     FrameMemory memory(pictures.board, frameSize(pictures.applet), 2);

@@ -45,6 +45,16 @@ TEST(Frame, BlueComesFirstInMemory) {
     EXPECT_THAT(firstLine(frame), ElementsAre(3, 2, 1, 6, 5, 4));
 }
 
+TEST(Frame, RedComesFirstWhereItsDescriptionSaysSo) {
+    const auto bytes = bytesOf({1, 2, 3, 4, 5, 6});
+    FrameDescription description = picture(2, 1, 8);
+    description.flags = static_cast<std::uint32_t>(FrameFlag::RedFirst);
+    const Frame frame(description, bytes);
+    EXPECT_EQ(frame.component(1, 0, Component::Red), 4);
+    EXPECT_EQ(frame.component(1, 0, Component::Blue), 6);
+    EXPECT_THAT(firstLine(frame), ElementsAre(1, 2, 3, 4, 5, 6));
+}
+
 // Two pixels each, written out by hand: the components are 1, 2, 3, 4, 5 and the largest value.
 
 TEST(Frame, TenBitsAreOneStreamFromTheLowestBitOn) {
@@ -127,8 +137,9 @@ TEST(Frame, FlagsHaveNames) {
     EXPECT_TRUE(description.has(FrameFlag::Short));
     EXPECT_FALSE(description.has(FrameFlag::Truncated));
     EXPECT_THAT(description.flagNames(), ElementsAre("short", "lines lost"));
-    description.flags = 31;
-    EXPECT_THAT(description.flagNames(), ElementsAre("short", "gate ended", "truncated", "lines lost", "injected"));
+    description.flags = 127;
+    EXPECT_THAT(description.flagNames(),
+                ElementsAre("short", "gate ended", "truncated", "lines lost", "injected", "red first", "mixed"));
 }
 
 }  // namespace

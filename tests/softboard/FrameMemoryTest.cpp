@@ -378,6 +378,35 @@ TEST_F(AcquisitionOfFrames, TakesItsSettingsBetweenLines) {
                                                      102, 103, 104, 105, 106, 107, 108, 109));
 }
 
+TEST_F(AcquisitionOfFrames, MarksAFrameOfLinesThatDiffer) {
+    softboard_memory* const memory = memoryOf(1);
+    acquire(1, memory);
+    pass(LineTime + 0.1);
+    buffer("XLength", 4);
+    pass(FrameTime);
+    const auto drawn = frame(memory, 1);
+    EXPECT_EQ(drawn->about.flags, SOFTBOARD_FRAME_MIXED);
+    EXPECT_EQ(drawn->about.width, 8U);
+    EXPECT_EQ(drawn->about.lines, Height);
+    EXPECT_THAT(blue(*drawn), ElementsAre(0, 1, 2, 3, 4, 5, 6, 7,  //
+                                          1, 2, 3, 4, 5, 6, 7, 8,  //
+                                          2, 3, 4, 5));
+}
+
+TEST_F(AcquisitionOfFrames, TellsTheFormatOfTheFirstLineThatHasOne) {
+    process0("OutputFormat_Convert0_VirtualTrash_EnableTrash_Value", 1);
+    softboard_memory* const memory = memoryOf(1);
+    acquire(1, memory);
+    pass(LineTime + 0.1);
+    process0("OutputFormat_Convert0_VirtualTrash_EnableTrash_Value", 0);
+    pass(FrameTime);
+    const auto drawn = frame(memory, 1);
+    ASSERT_TRUE(drawn);
+    EXPECT_EQ(drawn->about.bits, 8U);
+    EXPECT_EQ(drawn->about.flags, SOFTBOARD_FRAME_MIXED);
+    EXPECT_THAT(blue(*drawn), ElementsAre(2, 3, 4, 5, 6, 7, 8, 9));
+}
+
 TEST_F(AcquisitionOfFrames, GivesTheSameInOneStepAsInMany) {
     std::vector<std::vector<std::uint8_t>> runs[2];
     for (int run = 0; run < 2; ++run) {

@@ -35,7 +35,8 @@ enum softboard_frame_flags {
     SOFTBOARD_FRAME_TRUNCATED = 4,   ///< the buffer is smaller than the frame: its end is missing
     SOFTBOARD_FRAME_LINES_LOST = 8,  ///< lines of it did not fit into the board's own memory
     SOFTBOARD_FRAME_INJECTED = 16,   ///< it came in through a debug point
-    SOFTBOARD_FRAME_RED_FIRST = 32   ///< a pixel's first component is red, see softboard_byte_order
+    SOFTBOARD_FRAME_RED_FIRST = 32,  ///< a pixel's first component is red, see softboard_byte_order
+    SOFTBOARD_FRAME_MIXED = 64       ///< width, bits or order changed within it: they are told of its first line
 };
 
 /// What is known of a frame. A tick is 8 ns of the board's clock.
@@ -48,7 +49,7 @@ typedef struct softboard_frame {
     uint64_t last_tick;    ///< the same of its last line
     uint64_t bytes;        ///< of the picture in its buffer
     uint64_t lost_before;  ///< frames that were lost between the frame before and this one
-    uint32_t width;        ///< pixels of a line
+    uint32_t width;        ///< pixels of a line, as bits and order those of the first
     uint32_t lines;        ///< complete lines in the buffer
     uint32_t bits;         ///< of a component: 8, 10, 12, 14 or 16; a pixel has three, packed without gaps
                            ///< from the lowest bit of the first byte on

@@ -34,7 +34,9 @@ enum class FrameFlag : std::uint32_t {
     GateEnded = 2,  ///< its image ended because the gate fell
     Truncated = 4,  ///< the buffer is smaller than the frame: its end is missing
     LinesLost = 8,  ///< lines of it did not fit into the board's own memory
-    Injected = 16   ///< it came in through a debug point
+    Injected = 16,  ///< it came in through a debug point
+    RedFirst = 32,  ///< a pixel's first component is red
+    Mixed = 64      ///< width, bits or order changed within it: they are told of its first line
 };
 
 /// What is known of a frame beside its bytes. A tick is 8 ns of the board's clock.
@@ -53,14 +55,15 @@ struct FrameDescription {
     std::uint32_t settings = 0;    ///< version of the settings that its first line was drawn with
 
     bool has(FrameFlag flag) const { return (flags & static_cast<std::uint32_t>(flag)) != 0; }
-    /// The flags by their names: "short", "gate ended", "truncated", "lines lost", "injected".
+    /// The flags by their names: "short", "gate ended", "truncated", "lines lost", "injected", "red first", "mixed".
     std::vector<std::string> flagNames() const;
 };
 
 /// A picture that lies in memory of somebody else, who keeps it there as long as the frame is looked at.
 ///
 /// The bytes are one stream of bits, from the lowest bit of the first byte on: blue, green and red of the first pixel,
-/// then those of the next; lines follow each other without a gap.
+/// or red, green and blue where the flag RedFirst says so, then those of the next; lines follow each other without a
+/// gap.
 class Frame {
 public:
     /// Throws ValueError for a number of bits that no format has, and for fewer bytes than the lines take.
@@ -83,6 +86,8 @@ public:
 
 private:
     std::uint16_t at(std::uint64_t component) const;
+    /// Where the colour lies within its pixel.
+    std::uint64_t place(Component component) const;
 
     FrameDescription description_;
     std::span<const std::byte> bytes_;
