@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <cmath>
 #include <ostream>
+#include <random>
 
 #include "tests/frames/AppletFrames.h"
 
@@ -309,6 +311,116 @@ TEST_F(TriggeredFrames, LieWithinAGateOfTheSoftware) {
     set(FG_SETSOFTWARETRIGGER, FG_LOW);
     passLine(20);
     EXPECT_THAT(seen(), ElementsAre(Seen{1, 3}, Seen{4, 4, Short | GateEnded}));
+}
+
+// ---- Whatever a trigger does ----
+
+/// Which lines make which frames, told once more: the trigger changes between lines only.
+class ImagesOfLines {
+public:
+    int mode = FREE_RUN;
+    int height = 1;
+    int yOffset = 0;
+    int gateDelay = 0;
+    int asyncHeight = 1;
+    std::vector<Seen> frames;
+
+    void level(bool high) {
+        if (high && !high_ && mode != FREE_RUN && !running_) {
+            begin();
+        } else if (!high && high_ && gated() && running_) {
+            end(GateEnded);
+        }
+        high_ = high;
+    }
+    void line(std::uint64_t number) {
+        if (mode == FREE_RUN && !running_) {
+            begin();
+        }
+        if (!running_ || ++lines_ <= yOffset + (mode == FREE_RUN ? 0 : gateDelay)) {
+            return;
+        }
+        if (frameLines_++ == 0) {
+            first_ = number;
+        }
+        last_ = number;
+        if (mode != ASYNC_GATED_MULTIFRAME &&
+            ++imageLines_ == (mode == ASYNC_TRIGGER_MULTIFRAME ? asyncHeight : height)) {
+            end(0);
+        } else if (frameLines_ == height) {
+            close(0);
+        }
+    }
+    bool busy() const { return mode != FREE_RUN && running_; }
+
+private:
+    bool gated() const { return mode == ASYNC_GATED || mode == ASYNC_GATED_MULTIFRAME; }
+    void begin() {
+        running_ = true;
+        lines_ = 0;
+        imageLines_ = 0;
+    }
+    void end(std::uint32_t flags) {
+        close(flags);
+        running_ = false;
+    }
+    void close(std::uint32_t flags) {
+        if (frameLines_ != 0) {
+            frames.push_back({first_, last_, flags | (frameLines_ < height ? Short : 0U)});
+        }
+        frameLines_ = 0;
+    }
+
+    bool high_ = false;
+    bool running_ = false;
+    int lines_ = 0;
+    int imageLines_ = 0;
+    int frameLines_ = 0;
+    std::uint64_t first_ = 0;
+    std::uint64_t last_ = 0;
+};
+
+TEST_F(TriggeredFrames, AreThoseOfAnyTrigger) {
+    std::mt19937 random(20260103);
+    const auto whole = [&](int from, int to) { return std::uniform_int_distribution(from, to)(random); };
+    memory = memoryOf(64, 8 * 6 * 3);
+    int line = 0;
+    std::size_t frames = 0;
+    for (int round = 0; round < 100; ++round) {
+        SCOPED_TRACE(round);
+        input(0, false);
+        set(FG_IMGTRIGGERMODE, FREE_RUN);
+        constexpr std::array<int, 5> Modes = {FREE_RUN, ASYNC_TRIGGER, ASYNC_TRIGGER_MULTIFRAME, ASYNC_GATED,
+                                              ASYNC_GATED_MULTIFRAME};
+        ImagesOfLines images;
+        images.mode = Modes.at(static_cast<std::size_t>(round) % Modes.size());
+        images.height = whole(1, 6);
+        images.yOffset = whole(0, 1) * whole(0, 4);
+        images.gateDelay = whole(0, 1) * whole(0, 4);
+        images.asyncHeight = whole(1, 20);
+        set(FG_HEIGHT, images.height);
+        set(FG_YOFFSET, images.yOffset);
+        set(FG_IMGTRIGGERGATEDELAY, images.gateDelay);
+        set(FG_IMGTRIGGER_ASYNC_HEIGHT, images.asyncHeight);
+        set(FG_IMGTRIGGERMODE, images.mode);
+        acquire(-1, memory);
+        const int seldom = whole(1, 12);
+        bool high = false;
+        for (int step = 0; step < 60; ++step) {
+            for (int changes = whole(0, seldom) == 0 ? whole(1, 3) : 0; changes > 0; --changes) {
+                high = !high;
+                input(0, high);
+                images.level(high);
+            }
+            passLine(++line);
+            images.line(static_cast<std::uint64_t>(line));
+            ASSERT_EQ(busy(), images.busy());
+        }
+        ASSERT_EQ(seen(), images.frames) << "mode " << images.mode;
+        frames += images.frames.size();
+        stop();
+    }
+    EXPECT_GT(frames, 500U);
 }
 
 // ---- Line triggers ----
