@@ -36,6 +36,8 @@ BareSdk::BareSdk()
     resolve(sdk, "Fg_setParameterWithType", set_);
     resolve(sdk, "Fg_getParameterWithType", get_);
     resolve(sdk, "Fg_getParameterIdByName", idByName_);
+    resolve(sdk, "Fg_AcquireEx", acquire_);
+    resolve(sdk, "Fg_getLastPicNumberEx", lastPicture_);
     resolve(sdk, "Fg_FreeGrabber", freeGrabber_);
     resolve(loader, "TavUnloadTavFile", unload_);
     void* (*load)(const void*, std::size_t, int) = nullptr;
@@ -56,6 +58,12 @@ BareSdk::BareSdk()
 BareSdk::~BareSdk() {
     freeGrabber_(handle_);
     unload_(design_);
+}
+
+void* BareSdk::address(const char* name) {
+    void (*found)() = nullptr;
+    resolve(open("libsoftboard.so"), name, found);
+    return reinterpret_cast<void*>(found);
 }
 
 std::vector<BareSdk::Access> BareSdk::accessesOf(const std::vector<client::Access>& transcript) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -31,7 +32,20 @@ public:
         }
     }
 
+    /// An acquisition without end, into a memory of the board or into none.
+    int acquire(void* memory) const { return acquire_(handle_, 0, -1, 0, memory); }
+    std::int64_t lastPicture() const { return lastPicture_(handle_, 0, nullptr); }
+
+    client::SoftBoard& board() { return board_; }
+    /// A function of the board's library, as it is loaded here.
+    template <class Function>
+    static Function* boardFunction(const char* name) {
+        return reinterpret_cast<Function*>(address(name));
+    }
+
 private:
+    static void* address(const char* name);
+
     client::Library library_;
     client::SoftBoard board_;
     void* design_ = nullptr;
@@ -39,6 +53,8 @@ private:
     int (*set_)(void*, int, const void*, unsigned, int) = nullptr;
     int (*get_)(void*, int, void*, unsigned, int) = nullptr;
     int (*idByName_)(void*, const char*) = nullptr;
+    int (*acquire_)(void*, unsigned, std::int64_t, unsigned, void*) = nullptr;
+    std::int64_t (*lastPicture_)(void*, unsigned, void*) = nullptr;
     int (*freeGrabber_)(void*) = nullptr;
     int (*unload_)(void*) = nullptr;
 };

@@ -36,6 +36,14 @@ constexpr std::array Ratios = {
     Ratio{"ramp of 8 bits / noise of 8 bits", "DrawRampRgb8Col24", "DrawNoiseRgb8Col24", 1.0},
     Ratio{"ramp in the upper 8 of 16 bits / noise", "DrawRampRgb16Col24", "DrawNoiseRgb16Col24", 1.0},
     Ratio{"simulator frame / copy of 16 bits", "DrawSimulatorCol24", "CopyRgb16", 0.6},
+    Ratio{"camera line, unheard / lock and unlock", "CameraLineUnheard", "LockAndUnlock", 6.0},
+    Ratio{"camera line, routed / lock and unlock", "CameraLineRouted", "LockAndUnlock", 60.0},
+    Ratio{"camera line for a memory / lock and unlock", "CameraLineForMemory", "LockAndUnlock", 0},
+    Ratio{"simulator line, unheard / lock and unlock", "SimulatorLineUnheard", "LockAndUnlock", 6.0},
+    Ratio{"simulator line, routed / lock and unlock", "SimulatorLineRouted", "LockAndUnlock", 60.0},
+    Ratio{"simulator line for a memory / lock and unlock", "SimulatorLineForMemory", "LockAndUnlock", 0},
+    Ratio{"last picture number / lock and unlock", "LastPictureNumber", "LockAndUnlock", 12.0},
+    Ratio{"last picture number, noted / lock and unlock", "LastPictureNumberNoted", "LockAndUnlock", 12.0},
 };
 
 }  // namespace
