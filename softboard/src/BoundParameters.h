@@ -25,20 +25,12 @@ inline Parameter* watched(const Find& find, const std::string& name) {
 
 /// The value of an integer; 0 if the design lacks it.
 inline std::int64_t integerOf(const Parameter* parameter) {
-    std::int64_t value = 0;
-    if (parameter != nullptr) {
-        parameter->integer(value);
-    }
-    return value;
+    return parameter != nullptr ? parameter->integer() : 0;
 }
 
 /// The value of a double; 0 if the design lacks it.
 inline double realOf(const Parameter* parameter) {
-    double value = 0.0;
-    if (parameter != nullptr) {
-        parameter->real(value);
-    }
-    return value;
+    return parameter != nullptr ? parameter->real() : 0.0;
 }
 
 }  // namespace softboard

@@ -56,8 +56,8 @@ int checkField(const FieldAccess& access, std::size_t length) {
 
 Parameter::Parameter(const ParameterDescription& description)
     : description_(&description),
-      integer_(description.integer),
-      real_(description.real),
+      integer_(isInteger() ? description.integer : 0),
+      real_(description.type == ValueType::Double ? description.real : 0.0),
       text_(description.text),
       table_(description.length) {}
 

@@ -51,6 +51,9 @@ public:
     int integer(std::int64_t& value) const;
     int setReal(double value);
     int real(double& value) const;
+    /// The same without a code: 0 where the type is another.
+    std::int64_t integer() const { return integer_; }
+    double real() const { return real_; }
     int setText(std::string value);
     int text(std::string& value) const;
     int setElement(std::size_t index, std::int64_t value);
