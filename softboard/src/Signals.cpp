@@ -129,6 +129,9 @@ int Signals::eventCount(std::string_view event, std::uint64_t& count) const {
 }
 
 void Signals::written(const Parameter& parameter) {
+    if (switchboard_.written(parameter)) {
+        return;
+    }
     if (&parameter == inputs_) {
         followInputs();
     } else if (&parameter == clear_) {

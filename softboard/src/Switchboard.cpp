@@ -10,12 +10,6 @@ namespace {
 const std::string Prefix = "Device1_Process1_Trigger_";
 const std::string CameraEvents = Prefix + "Events_Events_LVAL_FVAL_";
 
-void raiseCounted(std::uint64_t* counter) {
-    if (counter != nullptr) {
-        ++*counter;
-    }
-}
-
 }  // namespace
 
 bool Switchboard::Route::rises(unsigned signal, bool level) const {
@@ -30,6 +24,35 @@ void Switchboard::bind(const Find& find, const std::vector<std::string>& events)
     *this = Switchboard();
     bindEvents(events);
     bindRoutes(find);
+    for (const Route* const route : listeningRoutes()) {
+        if (route->select != nullptr) {
+            route->select->watch();
+        }
+    }
+    noteListeners();
+}
+
+std::array<const Switchboard::Route*, 5> Switchboard::listeningRoutes() const {
+    return {&analyzers_[0].route, &analyzers_[1].route, &customEvents_[0].route, &customEvents_[1].route, &outputs_[0]};
+}
+
+void Switchboard::noteListeners() {
+    heard_ = {};
+    for (const Route* const route : listeningRoutes()) {
+        const std::int64_t select = integerOf(route->select);
+        if (select >= 0 && select < SignalCount) {
+            heard_[static_cast<std::size_t>(select)] = true;
+        }
+    }
+}
+
+bool Switchboard::written(const Parameter& parameter) {
+    const auto routes = listeningRoutes();
+    if (std::none_of(routes.begin(), routes.end(), [&](const Route* it) { return it->select == &parameter; })) {
+        return false;
+    }
+    noteListeners();
+    return true;
 }
 
 void Switchboard::bindRoutes(const Find& find) {
@@ -83,11 +106,7 @@ Switchboard::Counter Switchboard::counterOf(const std::string& event) {
     return found != eventCounts_.end() ? &found->second : nullptr;
 }
 
-void Switchboard::setLevel(unsigned select, bool level) {
-    if (levels_[select] == level) {
-        return;
-    }
-    levels_[select] = level;
+void Switchboard::carry(unsigned select, bool level) {
     bool counted = false;
     for (Analyzer& analyzer : analyzers_) {
         if (analyzer.bound() && analyzer.route.rises(select, level)) {
@@ -100,18 +119,12 @@ void Switchboard::setLevel(unsigned select, bool level) {
     }
     for (const CustomEvent& event : customEvents_) {
         if (event.route.rises(select, level)) {
-            raiseCounted(event.counter);
+            raise(event.counter);
         }
     }
-    raiseCounted(level ? edgeEvents_[select].rising : edgeEvents_[select].falling);
     if (cameraTriggerRose_ && outputs_[0].rises(select, level)) {
         cameraTriggerRose_();
     }
-}
-
-void Switchboard::pulse(unsigned select) {
-    setLevel(select, true);
-    setLevel(select, false);
 }
 
 int Switchboard::output(unsigned output, bool& level) const {

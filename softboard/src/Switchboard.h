@@ -37,9 +37,24 @@ public:
 
     bool level(unsigned select) const { return levels_[select]; }
     /// Gives a signal a level, now. An edge is counted by the analyzers and raises the events that listen to it.
-    void setLevel(unsigned select, bool level);
+    void setLevel(unsigned select, bool level) {
+        if (levels_[select] == level) {
+            return;
+        }
+        levels_[select] = level;
+        raise(level ? edgeEvents_[select].rising : edgeEvents_[select].falling);
+        if (heard_[select]) {
+            carry(select, level);
+        }
+    }
     /// A pulse so short that nobody sees its level, but its edges.
-    void pulse(unsigned select);
+    void pulse(unsigned select) {
+        setLevel(select, true);
+        setLevel(select, false);
+    }
+
+    /// To be told of every change of a watched parameter. True if it decides who listens: nothing else follows it.
+    bool written(const Parameter& parameter);
 
     /// The level of an output: that of the signal it selects, inverted if it says so.
     int output(unsigned output, bool& level) const;
@@ -55,7 +70,7 @@ public:
 private:
     using Counter = std::uint64_t*;  ///< null for an event that the design lacks
     struct Route {
-        const Parameter* select = nullptr;
+        Parameter* select = nullptr;
         const Parameter* invert = nullptr;
         bool bound() const { return select != nullptr && invert != nullptr; }
         bool inverted() const { return integerOf(invert) == 1; }
@@ -82,6 +97,17 @@ private:
         Counter falling = nullptr;
     };
 
+    static void raise(Counter counter) {
+        if (counter != nullptr) {
+            ++*counter;
+        }
+    }
+    /// Brings an edge to those that listen.
+    void carry(unsigned select, bool level);
+    /// The routes of those that hear edges; of the other outputs the levels are asked for.
+    std::array<const Route*, 5> listeningRoutes() const;
+    void noteListeners();
+
     static Route routeOf(const Find& find, const std::string& stem);
     void bindRoutes(const Find& find);
     void bindEvents(const std::vector<std::string>& events);
@@ -90,6 +116,7 @@ private:
 
     Tick now_ = 0;
     std::array<bool, SignalCount> levels_{};
+    std::array<bool, SignalCount> heard_{};  ///< something listens to the signal
     Parameter* difference_ = nullptr;
     std::array<Route, OutputCount> outputs_;
     std::array<Analyzer, 2> analyzers_;
