@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <string>
-
-#include "softboard/softboard.h"
+#include <utility>
 
 namespace softboard {
 namespace {
@@ -45,6 +44,7 @@ void LineTrigger::bind(const Find& find, Switchboard& switchboard, ImageTrigger&
     if (bound_) {
         followGenerator();
         showExsync();
+        showExsync2();
     }
 }
 
@@ -72,6 +72,7 @@ void LineTrigger::written(const Parameter& parameter) {
         scheduleCycle();
     } else if (&parameter == polarity_) {
         showExsync();
+        showExsync2();
     }
 }
 
@@ -114,10 +115,6 @@ void LineTrigger::inputChanged(unsigned input, bool level) {
     }
 }
 
-Tick LineTrigger::next() const {
-    return std::min({lineEnd_, exposureEnd_, nextExsync2_, nextCycle_});
-}
-
 /// What is due at the same tick happens in this order: the line ends, the exposure, ExSync2; the next cycle begins,
 /// ExSync2 begins.
 void LineTrigger::happen() {
@@ -136,25 +133,20 @@ void LineTrigger::happen() {
     }
 }
 
-bool LineTrigger::exsync2Ends(Tick now) const {
-    return nextExsync2_ <= now && std::any_of(exsync2Edges_.begin(), exsync2Edges_.end(), [&](const Exsync2Edge& edge) {
-               return edge.tick <= now && !edge.active;
-           });
+void LineTrigger::addExsync2Edge(Exsync2Edge edge) {
+    exsync2Edges_.push_back(edge);
+    // It comes before others only if the delay has become shorter.
+    for (std::size_t at = exsync2Edges_.size() - 1; at != 0 && edge.before(exsync2Edges_[at - 1]); --at) {
+        std::swap(exsync2Edges_[at - 1], exsync2Edges_[at]);
+    }
+    nextExsync2_ = exsync2Edges_.front().tick;
 }
 
-/// The first edge that is due; of two at the same tick the end.
 void LineTrigger::changeExsync2() {
-    const auto first = std::min_element(
-        exsync2Edges_.begin(), exsync2Edges_.end(), [](const Exsync2Edge& one, const Exsync2Edge& other) {
-            return one.tick != other.tick ? one.tick < other.tick : one.active < other.active;
-        });
-    exsync2_ = first->active;
-    exsync2Edges_.erase(first);
-    nextExsync2_ = Never;
-    for (const Exsync2Edge& edge : exsync2Edges_) {
-        nextExsync2_ = std::min(nextExsync2_, edge.tick);
-    }
-    showExsync();
+    exsync2_ = exsync2Edges_.front().active;
+    exsync2Edges_.pop_front();
+    nextExsync2_ = exsync2Edges_.empty() ? Never : exsync2Edges_.front().tick;
+    showExsync2();
 }
 
 void LineTrigger::trigger() {
@@ -168,9 +160,8 @@ void LineTrigger::trigger() {
     showExsync();
     image_->exposureStarted();
     exposureEnd_ = now + exposure;
-    exsync2Edges_.push_back({now + delay, true});
-    exsync2Edges_.push_back({now + exposure + delay, false});
-    nextExsync2_ = std::min(nextExsync2_, now + delay);
+    addExsync2Edge({now + delay, true});
+    addExsync2Edge({now + exposure + delay, false});
 }
 
 void LineTrigger::endExposure() {
@@ -183,12 +174,6 @@ void LineTrigger::endExposure() {
         lineEnd_ = switchboard_->now() + std::max<Tick>(ticks, 1);
         port_->beginLine(LineSource::Camera, lines_++);
     }
-}
-
-void LineTrigger::showExsync() {
-    const bool inverted = integerOf(polarity_) == 1;
-    switchboard_->setLevel(SOFTBOARD_EXSYNC, exsync_ != inverted);
-    switchboard_->setLevel(SOFTBOARD_EXSYNC2, exsync2_ != inverted);
 }
 
 }  // namespace softboard

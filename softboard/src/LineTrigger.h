@@ -2,9 +2,11 @@
 /// The line trigger with the camera behind it: ExSync, ExSync2, and the lines that they bring.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <vector>
+#include <deque>
 
+#include "softboard/softboard.h"
 #include "softboard/src/BoundParameters.h"
 #include "softboard/src/CameraPort.h"
 #include "softboard/src/ImageTrigger.h"
@@ -28,7 +30,7 @@ public:
     void inputChanged(unsigned input, bool level);
 
     /// When the next thing happens by itself; Never if nothing will.
-    Tick next() const;
+    Tick next() const { return std::min(std::min(lineEnd_, exposureEnd_), std::min(nextExsync2_, nextCycle_)); }
     /// Lets it happen; the switchboard's time is that tick already.
     void happen();
 
@@ -36,6 +38,10 @@ private:
     struct Exsync2Edge {
         Tick tick;
         bool active;
+        /// Of two at the same tick the end comes first.
+        bool before(const Exsync2Edge& other) const {
+            return tick != other.tick ? tick < other.tick : active < other.active;
+        }
     };
 
     bool allFound() const;
@@ -44,9 +50,12 @@ private:
     void scheduleCycle();
     void trigger();
     void endExposure();
-    bool exsync2Ends(Tick now) const;
+    void addExsync2Edge(Exsync2Edge edge);
+    bool exsync2Ends(Tick now) const { return nextExsync2_ <= now && !exsync2Edges_.front().active; }
     void changeExsync2();
-    void showExsync();
+    bool inverted() const { return integerOf(polarity_) == 1; }
+    void showExsync() { switchboard_->setLevel(SOFTBOARD_EXSYNC, exsync_ != inverted()); }
+    void showExsync2() { switchboard_->setLevel(SOFTBOARD_EXSYNC2, exsync2_ != inverted()); }
 
     bool bound_ = false;  ///< the design has all the parameters
     Switchboard* switchboard_ = nullptr;
@@ -70,8 +79,8 @@ private:
     Tick lineEnd_ = Never;
     Tick exposureEnd_ = Never;
     Tick nextCycle_ = Never;
-    std::vector<Exsync2Edge> exsync2Edges_;
-    Tick nextExsync2_ = Never;  ///< the earliest of them
+    std::deque<Exsync2Edge> exsync2Edges_;  ///< in the order in which they come
+    Tick nextExsync2_ = Never;              ///< the first of them
 
     bool generating_ = false;
     Tick cycleStart_ = 0;

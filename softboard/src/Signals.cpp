@@ -43,21 +43,6 @@ Tick Signals::next() const {
     return std::min(line_.next(), simulator_.next());
 }
 
-/// Lets the next thing happen; at the same tick the line trigger's before the simulator's.
-void Signals::happen() {
-    const Tick line = line_.next();
-    const Tick simulator = simulator_.next();
-    switchboard_.setTime(std::min(line, simulator));
-    if (line <= simulator) {
-        line_.happen();
-    } else {
-        simulator_.happen();
-    }
-    if (sourceWaits_) {
-        followSource();
-    }
-}
-
 Tick Signals::ahead(double microseconds) {
     const double passed = begunTick_ + microseconds * TicksPerMicrosecond;
     const auto whole = static_cast<Tick>(passed);
@@ -67,8 +52,23 @@ Tick Signals::ahead(double microseconds) {
 
 bool Signals::run(Tick until) {
     const std::uint64_t handedOn = frames_.handedOn();
-    while (next() <= until) {
-        happen();
+    for (;;) {
+        // At the same tick the line trigger's turn is before the simulator's.
+        const Tick line = line_.next();
+        const Tick simulator = simulator_.next();
+        const Tick due = std::min(line, simulator);
+        if (due > until) {
+            break;
+        }
+        switchboard_.setTime(due);
+        if (line <= simulator) {
+            line_.happen();
+        } else {
+            simulator_.happen();
+        }
+        if (sourceWaits_) {
+            followSource();
+        }
         if (frames_.handedOn() != handedOn) {
             return false;
         }

@@ -63,7 +63,6 @@ public:
     void written(const Parameter& parameter);
 
 private:
-    void happen();
     void settle();
     void followSource();
     void followInputs();
