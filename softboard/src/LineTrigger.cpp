@@ -160,7 +160,12 @@ void LineTrigger::trigger() {
     showExsync();
     image_->exposureStarted();
     exposureEnd_ = now + exposure;
-    addExsync2Edge({now + delay, true});
+    if (delay == 0 && exsync2Edges_.empty()) {  // the usual case: it begins with ExSync
+        exsync2_ = true;
+        showExsync2();
+    } else {
+        addExsync2Edge({now + delay, true});
+    }
     addExsync2Edge({now + exposure + delay, false});
 }
 

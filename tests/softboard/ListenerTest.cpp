@@ -18,8 +18,8 @@ const std::string Simulator = "Device1_Process0_CameraSimulator_";
 const std::string Routing = "Device1_Process1_Trigger_";
 const std::string CameraEvents = Routing + "Events_Events_LVAL_FVAL_";
 
-/// Whether somebody listens to a signal changes nothing but what the listener hears: two boards go through the same, and
-/// the routes of one carry its signals.
+/// Whether somebody listens to a signal changes nothing but what the listener hears: two boards go through the same,
+/// and the routes of one carry its signals.
 class BoardListeners : public testing::Test {
 protected:
     struct Side {
@@ -61,9 +61,9 @@ protected:
             side->route("OutputMapping_CamTrigger0_SelectTrigger", 0);
             side->integer("Device1_Process0_Buffer_0_SensorWidth", 64);
             side->integer("Device1_Process0_Buffer_0_XLength", 8);
-            for (const auto& [name, value] : {std::pair{"Size_ImageWidth", 1}, std::pair{"LineGap_Number", 1},
-                                              std::pair{"Size_ImageHeight", 5}, std::pair{"FrameGap_Number", 4},
-                                              std::pair{"PixelFrequency_SequenceLength_ImageWidth", 300}}) {
+            for (const auto& [name, value] :
+                 {std::pair{"Size_ImageWidth", 1}, std::pair{"LineGap_Number", 1}, std::pair{"Size_ImageHeight", 5},
+                  std::pair{"FrameGap_Number", 4}, std::pair{"PixelFrequency_SequenceLength_ImageWidth", 300}}) {
                 side->integer(Simulator + name, value);
             }
             side->memory = softboard_memory_open(side->board, 4096, 2, nullptr);
@@ -131,7 +131,7 @@ protected:
         switch (what) {
             case 0: bothTimes("ExsyncPeriod", static_cast<double>(from(0, 200)) / 10); break;
             case 1: bothTimes("ExsyncExposure", static_cast<double>(from(0, 100)) / 10); break;
-            case 2: bothTimes("Exsync2Delay", static_cast<double>(from(0, 400)) / 10); break;
+            case 2: bothTimes("Exsync2Delay", static_cast<double>(from(0, 1) * from(0, 400)) / 10); break;
             case 3: both(Unit + "ExsyncEnable", from(0, 3) != 0 ? 1 : 0); break;
             case 4: bothInputs(static_cast<unsigned>(from(0, 4)), static_cast<int>(from(0, 1))); break;
             default: {
