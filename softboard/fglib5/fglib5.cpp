@@ -109,7 +109,7 @@ Fg_Struct* Fg_InitHandle(const char* name, IXdevice* device, fpga_design* design
 
 int Fg_FreeGrabber(Fg_Struct* fg) {
     const int result = onBoard<int>(fg, Function::Fg_FreeGrabber, SOFTBOARD_E_ARGUMENT, noArguments, [&] {
-        if (fg->board->acquisitionLocked().running()) {
+        if (fg->board->acquiringLocked()) {
             fg->board->stopAcquisitionLocked(0);
         }
         return SOFTBOARD_OK;
@@ -255,8 +255,7 @@ int64_t Fg_getLastPicNumberEx(Fg_Struct* fg, unsigned dma, void*) {
     return onBoard<int64_t>(
         fg, Function::Fg_getLastPicNumberEx, SOFTBOARD_E_ARGUMENT, [&] { return listed(dma); },
         [&]() -> int64_t {
-            return dma == 0 ? fg->board->acquisitionLocked().pictures()
-                            : fg->board->noteErrorLocked<int64_t>(SOFTBOARD_E_ARGUMENT);
+            return dma == 0 ? fg->board->picturesLocked() : fg->board->noteErrorLocked<int64_t>(SOFTBOARD_E_ARGUMENT);
         });
 }
 

@@ -57,7 +57,8 @@ public:
     /// `memory` is null, or one of this board that no acquisition fills.
     int startAcquisitionLocked(unsigned dma, std::int64_t count, const softboard_memory* memory);
     int stopAcquisitionLocked(unsigned dma);
-    const Acquisition& acquisitionLocked() const { return acquisition_; }
+    bool acquiringLocked() const;
+    std::int64_t picturesLocked() const;
     /// One of the numbers of softboard_status, or 0 to 2.
     std::int64_t acquisitionStatusLocked(unsigned param, std::int64_t data) const;
     std::int32_t designTypeLocked() const { return description_ ? description_->type : 0; }

@@ -47,6 +47,14 @@ int Board::stopAcquisitionLocked(unsigned dma) {
     return SOFTBOARD_OK;
 }
 
+bool Board::acquiringLocked() const {
+    return acquisition_.running();
+}
+
+std::int64_t Board::picturesLocked() const {
+    return acquisition_.pictures();
+}
+
 void Board::settleAcquisition() {
     std::vector<std::thread> ended;
     {
