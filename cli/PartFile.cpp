@@ -58,7 +58,8 @@ PartFile::~PartFile() {
 }
 
 void PartFile::write(std::span<const std::byte> bytes) {
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stream_) != bytes.size()) {
+    // Nothing may lie nowhere, which the C library does not take.
+    if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), stream_) != bytes.size()) {
         refuse();
     }
 }
