@@ -23,7 +23,7 @@ void assign(client::Applet& applet, const std::vector<std::string>& words) {
     for (const Assignment& assignment : assignments) {
         if (const int code = writeValue(applet, assignment.parameter, assignment.value); code != 0) {
             throw RefusedError(assignment.parameter.name + "=" + assignment.text + " " +
-                               inWords(explainSet(applet, assignment.parameter, code)));
+                               inWords(explainSet(applet, assignment.parameter, assignment.value, code)));
         }
     }
 }

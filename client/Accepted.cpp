@@ -28,6 +28,8 @@ constexpr auto RangeReasons = std::to_array<RangeReason>({
     {"FG_LINETRIGGERDELAY", "at most FG_LINEPERIODE"},
     {"FG_IMG_SELECT_PERIOD", "above FG_IMG_SELECT"},
     {"FG_IMG_SELECT", "below FG_IMG_SELECT_PERIOD"},
+    {"FG_CAMERASIMULATOR_SELECT_MODE", "the sizes, gaps and rates that are kept for a mode must fit together"},
+    {"FG_DEBUGSOURCE", "the debug points that the loaded design has"},
     {"FG_CAMERASIMULATOR_WIDTH", "together with the line gap at most 294920, and no more than the speed mode's rates leave"},
     {"FG_CAMERASIMULATOR_LINE_GAP", "together with the width at most 294920, and no more than the speed mode's rates leave"},
     {"FG_CAMERASIMULATOR_HEIGHT", "together with the frame gap at most 65536, and no more than the speed mode's rates leave"},
@@ -37,6 +39,8 @@ constexpr auto RangeReasons = std::to_array<RangeReason>({
     {"FG_CAMERASIMULATOR_PIXEL_FREQUENCY", "at most the highest pixel rate of the design"},
 });
 // clang-format on
+
+constexpr const char* NoValue = "no value at present";
 
 // A step below this is the catalogue's way to say that a double takes any value.
 constexpr double AnyStep = 1e-12;
@@ -52,6 +56,9 @@ std::string numberText(Number number) {
 
 template <typename Number>
 std::string rangeText(const Range<Number>& range, const std::string& unit) {
+    if (range.min > range.max) {
+        return NoValue;
+    }
     if (range.min == range.max) {
         // A read-out without a told range has no step either.
         return range.step == Number{0} ? "" : "only " + numberText(range.min);
@@ -67,7 +74,7 @@ std::string enumeratorList(const ParameterRecord& record) {
     for (const EnumEntry& entry : record.entries) {
         list += (list.empty() ? "" : ", ") + entry.name + " (" + std::to_string(entry.value) + ")";
     }
-    return list;
+    return list.empty() ? NoValue : list;
 }
 
 bool isField(RecordKind kind) {

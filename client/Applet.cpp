@@ -93,7 +93,7 @@ void Applet::set(ParameterName parameter, const Value& value) {
     if (code != Success) {
         const std::string name = nameOf(id);
         const auto described = isAboutTheValue(code) ? record(id) : std::nullopt;
-        throw Refused(id, name, value.inWords(), code, described ? acceptedValues(*described) : "",
+        throw Refused(id, name, value.inWords(), code, described ? acceptedValues(acceptedNow(*this, *described)) : "",
                       std::string(isAboutTheValue(code) ? rangeReason(name) : ""));
     }
 }

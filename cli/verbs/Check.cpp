@@ -201,7 +201,8 @@ private:
     void checkValue(const ConfigurationLine& line, const Parameter& parameter, const Value& value) {
         if (const int code = writeValue(applet_, parameter, value); code != 0) {
             complain(line.number, line.key,
-                     inWords(parameter, value) + " " + inWords(explainSet(applet_, parameter, code)));
+                     inWords(parameter, value) + " " +
+                         inWords(explainSet(applet_, parameter, value, code, &session_.board())));
         }
     }
 

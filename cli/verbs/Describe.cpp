@@ -49,7 +49,7 @@ Description describe(Session& session, const Parameter& parameter) {
     description.text = client::utf8(applet.readDescription(parameter.name));
     description.label = parameter.record ? client::utf8(parameter.record->label) : "";
     description.access = accessText(parameter);
-    description.accepted = acceptedValues(parameter);
+    description.accepted = acceptedValues(applet, &session.board(), parameter);
     description.reason = client::rangeReason(parameter.name);
     Value value;
     int code = 0;
@@ -85,17 +85,19 @@ void addRows(Rows& rows, const std::string& head, const std::vector<std::string>
     }
 }
 
-std::vector<std::string> enumeratorTexts(const Parameter& parameter) {
+std::vector<std::string> enumeratorTexts(client::Applet& applet, const Parameter& parameter) {
     std::vector<std::string> texts;
     if (parameter.isEnumerated()) {
+        const client::ParameterRecord accepted = client::acceptedNow(applet, *parameter.record);
         for (const client::EnumEntry& entry : parameter.record->entries) {
-            texts.push_back(entry.name + " (" + std::to_string(entry.value) + "), " + client::utf8(entry.label));
+            texts.push_back(entry.name + " (" + std::to_string(entry.value) + "), " + client::utf8(entry.label) +
+                            (accepted.entry(entry.value) != nullptr ? "" : "; refused at present"));
         }
     }
     return texts;
 }
 
-void print(const Parameter& parameter, const Description& description, Console& console) {
+void print(client::Applet& applet, const Parameter& parameter, const Description& description, Console& console) {
     console.out << console.outPainter.paint(Style::Strong, parameter.name) << '\n';
     Rows rows;
     addRow(rows, "Label", description.label);
@@ -104,7 +106,7 @@ void print(const Parameter& parameter, const Description& description, Console& 
     addRow(rows, "Access", description.access);
     addRow(rows, "Value", description.value);
     if (parameter.isEnumerated()) {
-        addRows(rows, "Values", enumeratorTexts(parameter));
+        addRows(rows, "Values", enumeratorTexts(applet, parameter));
     } else {
         addRow(rows, "Accepts", description.accepted);
     }
@@ -143,7 +145,7 @@ ExitStatus describeAll(Session& session, Console& console, const std::vector<std
         const Description description = describe(session, parameter);
         append(list, toJson(parameter, description));
         if (!session.options().json) {
-            print(parameter, description, console);
+            print(session.applet(), parameter, description, console);
         }
     }
     if (session.options().json) {

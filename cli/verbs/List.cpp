@@ -14,7 +14,7 @@ using client::ParameterRecord;
 /// Walks the tree and gathers both forms of the answer.
 class Listing {
 public:
-    explicit Listing(client::Applet& applet) : applet_(applet) {}
+    explicit Listing(Session& session) : applet_(session.applet()), board_(session.board()) {}
 
     Json add(const ParameterRecord& record, const std::string& indent) {
         return record.isGroup() ? addGroup(record, indent) : addParameter(record, indent);
@@ -37,8 +37,8 @@ private:
         Value value;
         const int code = readValue(applet_, parameter, value);
         const std::string access = std::string(record.readable ? "r" : "-") + (record.writable ? "w" : "-");
-        const std::string range =
-            parameter.isEnumerated() ? std::to_string(record.entries.size()) + " values" : acceptedValues(parameter);
+        const std::string range = parameter.isEnumerated() ? std::to_string(record.entries.size()) + " values"
+                                                           : acceptedValues(applet_, &board_, parameter);
         rows_.push_back({indent + client::utf8(record.label), record.symbol, access,
                          code == 0 ? inWords(parameter, value) : client::describeCode(code), range});
         Json json = object({{"label", client::utf8(record.label)},
@@ -53,12 +53,13 @@ private:
             put(json, "unit", client::utf8(record.unit));
         }
         if (!range.empty()) {
-            put(json, "accepted", acceptedValues(parameter));
+            put(json, "accepted", acceptedValues(applet_, &board_, parameter));
         }
         return json;
     }
 
     client::Applet& applet_;
+    const client::SoftBoard& board_;
     Rows rows_;
 };
 
@@ -89,7 +90,7 @@ ExitStatus list(Session& session, Console& console, const std::string& group) {
     if (trees.empty()) {
         throw RefusedError("the applet publishes no parameter records");
     }
-    Listing listing(session.applet());
+    Listing listing(session);
     Json json = emptyList();
     if (!group.empty()) {
         append(json, listing.add(findGroup(trees, group), ""));

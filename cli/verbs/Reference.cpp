@@ -21,7 +21,7 @@ std::string cell(const std::string& text) {
 /// The reference as one document: a chapter a top-level group, a table a group, a row a parameter.
 class Reference {
 public:
-    Reference(client::Applet& applet, std::ostream& out) : applet_(applet), out_(out) {}
+    Reference(Session& session, std::ostream& out) : applet_(session.applet()), board_(session.board()), out_(out) {}
 
     void write() {
         out_ << "# Parameters\n\n"
@@ -62,8 +62,8 @@ private:
         const std::string meaning = client::utf8(record.label) + (text.empty() ? "" : ". " + text);
         const std::string reason(client::rangeReason(record.symbol));
         out_ << "| `" << record.symbol << "` | " << record.id << " | " << access << " | "
-             << cell(acceptedValues(parameter)) << (reason.empty() ? "" : "; " + cell(reason)) << " | "
-             << cell(startValue(parameter)) << " | " << cell(meaning) << " |\n";
+             << cell(acceptedValues(applet_, &board_, parameter)) << (reason.empty() ? "" : "; " + cell(reason))
+             << " | " << cell(startValue(parameter)) << " | " << cell(meaning) << " |\n";
     }
 
     /// The value at the start of what can be set; a read-out is another one at each look.
@@ -78,11 +78,12 @@ private:
     }
 
     client::Applet& applet_;
+    const client::SoftBoard& board_;
     std::ostream& out_;
 };
 
 ExitStatus reference(Session& session, Console& console) {
-    Reference(session.applet(), console.out).write();
+    Reference(session, console.out).write();
     return Done;
 }
 

@@ -58,7 +58,7 @@ bool setOne(Session& session, Console& console, const Assignment& assignment, bo
     Json entry = object(
         {{"name", parameter.name}, {"id", parameter.id}, {"value", toJson(assignment.value)}, {"accepted", code == 0}});
     if (code != 0) {
-        const Refusal refusal = explainSet(session.applet(), parameter, code);
+        const Refusal refusal = explainSet(session.applet(), parameter, assignment.value, code, &session.board());
         put(entry, "refused", toJson(refusal));
         console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << parameter.name << "="
                     << assignment.text << " " << inWords(refusal) << '\n';
