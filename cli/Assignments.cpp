@@ -7,8 +7,13 @@
 namespace quillon::cli {
 
 Assignment parseAssignment(const client::Applet& applet, const std::string& name, const std::string& text) {
-    const Parameter parameter = findParameter(applet, name);
-    return {parameter, parseValue(applet, parameter, text), text};
+    Parameter parameter = findParameter(applet, name);
+    Value value = parseValue(applet, parameter, text);
+    if (const auto* entries = std::get_if<std::vector<std::uint32_t>>(&value);
+        entries != nullptr && !parameter.hasRun) {
+        parameter.run->count = static_cast<std::uint32_t>(entries->size());  // as many as there are, from the first
+    }
+    return {std::move(parameter), std::move(value), text};
 }
 
 void assign(client::Applet& applet, const std::vector<std::string>& words) {

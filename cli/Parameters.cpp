@@ -133,11 +133,16 @@ bool Parameter::isUnsigned() const {
 }
 
 Parameter findParameter(const client::Applet& applet, std::string_view text) {
+    return findParameter(applet, text, applet.parameterInfo());
+}
+
+Parameter findParameter(const client::Applet& applet, std::string_view text,
+                        const std::vector<ParameterRecord>& trees) {
     const NameAndRun wanted = splitRun(trimmed(text));
-    const std::vector<ParameterRecord> trees = applet.parameterInfo();
     Parameter parameter = complete(applet, idOf(applet, wanted.name, trees), trees);
     if (parameter.kind == ParameterKind::Field) {
         parameter.run = wanted.run.value_or(Run{0, LookupTableSize});
+        parameter.hasRun = wanted.run.has_value();
     } else if (wanted.run) {
         throw UsageError(parameter.name + " is no lookup table and has no entries");
     }

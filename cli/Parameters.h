@@ -24,6 +24,7 @@ struct Parameter {
     ParameterKind kind = ParameterKind::Int;
     std::optional<client::ParameterRecord> record;  ///< what the applet publishes of it now
     std::optional<Run> run;                         ///< of a lookup table: the entries that are meant
+    bool hasRun = false;                            ///< whether they were named; else all are meant
 
     bool isEnumerated() const { return record && record->kind == client::RecordKind::Enum; }
     /// Whether a whole number is shown without a sign.
@@ -34,6 +35,9 @@ struct Parameter {
 /// lookup table, with entries: "FG_LUT_VALUE_RED[7]", "FG_LUT_VALUE_RED[0..255]". Ids go to the applet unseen.
 /// Throws UsageError for a name that the applet does not know, with the nearest one.
 Parameter findParameter(const client::Applet& applet, std::string_view text);
+/// The same in the trees of records that applet.parameterInfo() gave.
+Parameter findParameter(const client::Applet& applet, std::string_view text,
+                        const std::vector<client::ParameterRecord>& trees);
 
 /// All names that the applet lists, by position.
 std::vector<std::string> parameterNames(const client::Applet& applet);

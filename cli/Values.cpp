@@ -70,6 +70,11 @@ Value parseEntries(const Parameter& parameter, const std::string& text) {
         entries.push_back(static_cast<std::uint32_t>(number->magnitude));
         begin = end + 1;
     }
+    if (parameter.hasRun && entries.size() != parameter.run.value().count) {
+        throw noValue(parameter, text,
+                      ": entries named: " + std::to_string(parameter.run->count) +
+                          ", values given: " + std::to_string(entries.size()));
+    }
     return entries;
 }
 

@@ -64,9 +64,9 @@ std::uint32_t bitsOf(std::uint32_t format) {
 
 bool isOutputRoute(std::int32_t id) {
     constexpr std::array outputs{
-        FG_TRIGGERCAMERA_SOURCE,    FG_TRIGGEROUT_GPO_0_SOURCE, FG_TRIGGEROUT_GPO_1_SOURCE,
-        FG_TRIGGEROUT_GPO_2_SOURCE, FG_TRIGGEROUT_GPO_3_SOURCE, FG_TRIGGEROUT_GPO_4_SOURCE,
-        FG_TRIGGEROUT_GPO_5_SOURCE, FG_TRIGGEROUT_GPO_6_SOURCE, FG_TRIGGEROUT_GPO_7_SOURCE,
+        FG_TRIGGERCAMERA_SOURCE,          FG_TRIGGEROUT_GPO_0_SOURCE,      FG_TRIGGEROUT_GPO_1_SOURCE,
+        FG_TRIGGEROUT_GPO_2_SOURCE,       FG_TRIGGEROUT_GPO_3_SOURCE,      FG_TRIGGEROUT_GPO_4_SOURCE,
+        FG_TRIGGEROUT_GPO_5_SOURCE,       FG_TRIGGEROUT_GPO_6_SOURCE,      FG_TRIGGEROUT_GPO_7_SOURCE,
         FG_TRIGGEROUT_FRONT_GPO_0_SOURCE, FG_TRIGGEROUT_FRONT_GPO_1_SOURCE};
     return std::ranges::find(outputs, id) != outputs.end();
 }
@@ -226,8 +226,9 @@ std::string atMostReal(const char* name, double limit) {
 std::string formatsFor(std::uint64_t shift) {
     for (const FormatBits& row : Formats) {
         if (row.bits > shift) {
-            return row.bits == 16 ? "FG_FORMAT to FG_COL48"
-                                  : "FG_FORMAT to a format of at least " + std::to_string(row.bits) + " bits a component";
+            return row.bits == 16
+                       ? "FG_FORMAT to FG_COL48"
+                       : "FG_FORMAT to a format of at least " + std::to_string(row.bits) + " bits a component";
         }
     }
     return "";
@@ -349,9 +350,7 @@ ParameterRecord acceptedNow(const Applet& applet, ParameterRecord record, std::o
         case FG_LINEEXPOSURE: bound(record, 0.512, state.longestExposure()); break;
         case FG_LINETRIGGERDELAY: bound(record, 0.0, state.real(FG_LINEPERIODE)); break;
         case FG_IMG_SELECT_PERIOD: boundBelow(record, state.whole(FG_IMG_SELECT) + 1); break;
-        case FG_IMG_SELECT:
-            bound(record, rest(std::min(state.whole(FG_IMG_SELECT_PERIOD), MaxSelectPeriod), 1));
-            break;
+        case FG_IMG_SELECT: bound(record, rest(std::min(state.whole(FG_IMG_SELECT_PERIOD), MaxSelectPeriod), 1)); break;
         case FG_CAMERASIMULATOR_WIDTH: bound(record, state.simulatorWidthLimit()); break;
         case FG_CAMERASIMULATOR_LINE_GAP: bound(record, state.simulatorLineGapLimit()); break;
         case FG_CAMERASIMULATOR_HEIGHT: bound(record, state.simulatorHeightLimit()); break;
@@ -381,8 +380,9 @@ std::string stepBefore(const Applet& applet, int id, double value) {
         case FG_VANTAGEPOINT: return whole <= 3 ? stepBeforeVantagePoint(state, whole) : "";
         case FG_FORMAT: {
             const std::uint32_t bits = bitsOf(static_cast<std::uint32_t>(whole));
-            return bits != 0 ? orElse("FG_BITALIGNMENT to FG_LEFT_ALIGNED", atMost("FG_CUSTOM_BIT_SHIFT_RIGHT", bits - 1))
-                             : "";
+            return bits != 0
+                       ? orElse("FG_BITALIGNMENT to FG_LEFT_ALIGNED", atMost("FG_CUSTOM_BIT_SHIFT_RIGHT", bits - 1))
+                       : "";
         }
         case FG_BITALIGNMENT:
             return whole == FG_CUSTOM_BIT_SHIFT_MODE && state.formatBits() != 0

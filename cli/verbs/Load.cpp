@@ -1,5 +1,4 @@
-#include <map>
-
+#include "cli/Effects.h"
 #include "cli/Trace.h"
 #include "cli/Verb.h"
 
@@ -12,49 +11,10 @@ struct LoadArguments {
     bool trace = false;
 };
 
-struct Reading {
-    Parameter parameter;
-    Value value;
-};
-
-/// What every writable parameter but texts and tables holds, by id.
-std::map<int, Reading> readState(client::Applet& applet) {
-    std::map<int, Reading> state;
-    for (const PublicParameter& known : PublicParameters) {
-        const bool isNumber = known.kind != ParameterKind::Field && known.kind != ParameterKind::String;
-        if (known.access == ParameterAccess::ReadWrite && isNumber) {
-            Reading reading{findParameter(applet, known.name), {}};
-            if (readValue(applet, reading.parameter, reading.value) == 0) {
-                state.emplace(known.id, std::move(reading));
-            }
-        }
-    }
-    return state;
-}
-
-/// The parameters whose values differ, each with both.
-struct Change {
-    std::string name;
-    std::string before;
-    std::string after;
-};
-
-std::vector<Change> changes(const std::map<int, Reading>& before, const std::map<int, Reading>& after) {
-    std::vector<Change> differing;
-    for (const auto& [id, reading] : before) {
-        const auto now = after.find(id);
-        if (now != after.end() && now->second.value != reading.value) {
-            differing.push_back({reading.parameter.name, inWords(reading.parameter, reading.value),
-                                 inWords(reading.parameter, now->second.value)});
-        }
-    }
-    return differing;
-}
-
 ExitStatus load(Session& session, Console& console, const LoadArguments& arguments) {
-    const auto before = readState(session.applet());
+    const Moment before = observe(session);
     const auto accesses = traced(session.board(), [&] { loadConfiguration(session.applet(), arguments.file); });
-    const auto differing = changes(before, readState(session.applet()));
+    const auto differing = changedValues(before, observe(session));
     if (session.options().json) {
         Json list = emptyList();
         for (const Change& change : differing) {

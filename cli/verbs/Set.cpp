@@ -1,5 +1,9 @@
+#include <algorithm>
+#include <iterator>
+
 #include "cli/Arguments.h"
 #include "cli/Assignments.h"
+#include "cli/Effects.h"
 #include "cli/Refusals.h"
 #include "cli/Trace.h"
 #include "cli/Verb.h"
@@ -42,37 +46,150 @@ void planFaults(client::SoftBoard& board, const std::vector<std::string>& faults
     }
 }
 
-/// What the applet holds after a set, for the one who set it: enough for all but texts and tables.
-std::string valueNow(Session& session, const Assignment& assignment) {
-    Value now;
-    const bool readable = readValue(session.applet(), assignment.parameter, now) == 0;
-    return inWords(assignment.parameter, readable ? now : assignment.value);
+/// "FG_WIDTH", "FG_LUT_VALUE_RED[7]", "FG_LUT_VALUE_RED[0..3]".
+std::string nameWithEntries(const Parameter& parameter) {
+    if (!parameter.run) {
+        return parameter.name;
+    }
+    const Run run = *parameter.run;
+    const std::string last = run.count == 1 ? "" : ".." + std::to_string(std::uint64_t{run.first} + run.count - 1);
+    return parameter.name + "[" + std::to_string(run.first) + last + "]";
+}
+
+/// What came of one value: what is held now, and what else changed.
+struct Result {
+    int code = 0;
+    Value held;            ///< none where it cannot be read
+    bool differs = false;  ///< the applet keeps another number than was asked for
+    std::vector<Change> values;
+    std::vector<Change> limits;
+    std::vector<std::string> notes;
+    std::vector<client::Access> accesses;
+};
+
+bool isNumber(const Parameter& parameter) {
+    return parameter.kind == ParameterKind::Int || parameter.kind == ParameterKind::Int64 ||
+           parameter.kind == ParameterKind::Double;
+}
+
+/// The applet looks at the first entry of a run alone.
+std::string entriesBeyondTheTable(const Parameter& parameter, const Value& held) {
+    constexpr std::uint32_t largest = 65535;
+    if (const auto* entries = std::get_if<std::vector<std::uint32_t>>(&held)) {
+        for (std::size_t i = 0; i < entries->size(); ++i) {
+            if ((*entries)[i] > largest) {
+                return "entry " + std::to_string(parameter.run.value().first + i) + " is " +
+                       std::to_string((*entries)[i]) +
+                       ", more than 65535: the applet looks at the first of a run alone";
+            }
+        }
+    }
+    return "";
+}
+
+void note(std::vector<std::string>& notes, const std::string& text) {
+    if (!text.empty()) {
+        notes.push_back(text);
+    }
+}
+
+/// Writes one value and sees what came of it; `now` is the state before, and then behind it.
+Result carryOut(Session& session, const Assignment& assignment, Moment& now) {
+    client::Applet& applet = session.applet();
+    const Parameter& parameter = assignment.parameter;
+    Result result;
+    result.accesses = traced(session.board(), [&] { result.code = writeValue(applet, parameter, assignment.value); });
+    if (readValue(applet, parameter, result.held) != 0) {
+        result.held = Value();
+    }
+    const bool readable = !std::holds_alternative<std::monostate>(result.held);
+    result.differs =
+        readable && isNumber(parameter) && inWords(parameter, result.held) != inWords(parameter, assignment.value);
+    Moment after = observe(session);
+    const auto isOther = [&](const Change& change) { return change.name != parameter.name; };
+    std::ranges::copy_if(changedValues(now, after), std::back_inserter(result.values), isOther);
+    std::ranges::copy_if(movedLimits(now, after), std::back_inserter(result.limits), isOther);
+    note(result.notes, lostMirroring(now, after));
+    note(result.notes, result.code == 0 ? entriesBeyondTheTable(parameter, result.held) : "");
+    now = std::move(after);
+    return result;
+}
+
+Json listOf(const std::vector<Change>& changes) {
+    Json list = emptyList();
+    for (const Change& change : changes) {
+        append(list, object({{"name", change.name}, {"before", change.before}, {"after", change.after}}));
+    }
+    return list;
+}
+
+Json entryOf(const Assignment& assignment, const Result& result, bool trace) {
+    const Parameter& parameter = assignment.parameter;
+    Json entry = object({{"name", parameter.name}, {"id", parameter.id}});
+    if (parameter.run) {
+        put(entry, "index", parameter.run->first);
+    }
+    put(entry, "value", toJson(result.held));
+    if (result.code != 0 || result.differs) {
+        put(entry, "asked", toJson(assignment.value));
+    }
+    put(entry, "accepted", result.code == 0);
+    if (!result.values.empty()) {
+        put(entry, "changed", listOf(result.values));
+    }
+    if (!result.limits.empty()) {
+        put(entry, "limits", listOf(result.limits));
+    }
+    if (!result.notes.empty()) {
+        put(entry, "notes", result.notes);
+    }
+    if (trace) {
+        put(entry, "accesses", toJson(result.accesses));
+    }
+    return entry;
+}
+
+void print(Console& console, const Assignment& assignment, const Result& result) {
+    const Parameter& parameter = assignment.parameter;
+    const bool readable = !std::holds_alternative<std::monostate>(result.held);
+    if (result.code == 0) {
+        console.out << nameWithEntries(parameter) << " = "
+                    << inWords(parameter, readable ? result.held : assignment.value)
+                    << (result.differs ? ", asked for " + inWords(parameter, assignment.value) : "") << '\n';
+    }
+    Rows rows;
+    for (const Change& change : result.values) {
+        rows.push_back({change.name, change.before, "->", change.after});
+    }
+    for (const Change& change : result.limits) {
+        rows.push_back({change.name + " accepts", change.before, "->", change.after});
+    }
+    printRows(console.out, rows, "  ");
+    for (const std::string& text : result.notes) {
+        console.out << "  " << text << '\n';
+    }
 }
 
 /// Writes one value, prints what came of it or adds it to `list`, and says whether it was accepted.
-bool setOne(Session& session, Console& console, const Assignment& assignment, bool trace, Json& list) {
+bool setOne(Session& session, Console& console, const Assignment& assignment, bool trace, Moment& now, Json& list) {
     const Parameter& parameter = assignment.parameter;
-    int code = 0;
-    const auto accesses =
-        traced(session.board(), [&] { code = writeValue(session.applet(), parameter, assignment.value); });
-    Json entry = object(
-        {{"name", parameter.name}, {"id", parameter.id}, {"value", toJson(assignment.value)}, {"accepted", code == 0}});
-    if (code != 0) {
-        const Refusal refusal = explainSet(session.applet(), parameter, assignment.value, code, &session.board());
+    const Result result = carryOut(session, assignment, now);
+    Json entry = entryOf(assignment, result, trace);
+    if (result.code != 0) {
+        const Refusal refusal =
+            explainSet(session.applet(), parameter, assignment.value, result.code, &session.board());
         put(entry, "refused", toJson(refusal));
         console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << parameter.name << "="
                     << assignment.text << " " << inWords(refusal) << '\n';
-    } else if (!session.options().json) {
-        console.out << parameter.name << " = " << valueNow(session, assignment) << '\n';
     }
-    if (trace) {
-        put(entry, "accesses", toJson(accesses));
-        if (!session.options().json) {
-            printTrace(console.out, console.outPainter, accesses);
+    if (!session.options().json) {
+        print(console, assignment, result);
+        if (trace) {
+            printTrace(console.out, console.outPainter, result.accesses);
         }
     }
     append(list, entry);
-    return code == 0;
+    return result.code == 0;
 }
 
 ExitStatus set(Session& session, Console& console, const SetArguments& arguments) {
@@ -83,10 +200,11 @@ ExitStatus set(Session& session, Console& console, const SetArguments& arguments
     }
     planFaults(session.board(), arguments.faults);
     Json list = emptyList();
+    Moment now = observe(session);
     bool accepted = true;
     // A value may rest on the one before it, so the first refusal ends the command.
     for (std::size_t i = 0; accepted && i < assignments.size(); ++i) {
-        accepted = setOne(session, console, assignments[i], arguments.trace, list);
+        accepted = setOne(session, console, assignments[i], arguments.trace, now, list);
         if (!accepted && i + 1 < assignments.size()) {
             console.err << "  not tried: " << assignments.size() - i - 1 << " more behind it\n";
         }

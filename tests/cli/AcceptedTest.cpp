@@ -9,8 +9,8 @@
 #include <regex>
 
 #include "cli/Assignments.h"
-#include "client/testing/BuiltApplet.h"
 #include "cli/Refusals.h"
+#include "client/testing/BuiltApplet.h"
 #include "quillon/client/Accepted.h"
 #include "tests/cli/Command.h"
 
@@ -65,8 +65,7 @@ int write(client::Applet& applet, const Parameter& parameter, Number value) {
         case ParameterKind::Int64:
             return applet.setUnsigned64(parameter.id, value < 0 ? std::numeric_limits<std::uint64_t>::max()
                                                                 : static_cast<std::uint64_t>(value));
-        default:
-            return applet.setUnsigned(parameter.id, static_cast<std::uint32_t>(static_cast<std::int64_t>(value)));
+        default: return applet.setUnsigned(parameter.id, static_cast<std::uint32_t>(static_cast<std::int64_t>(value)));
     }
 }
 
@@ -159,20 +158,21 @@ TEST_P(AcceptedValues, AreAcceptedAndOneStepOutsideIsRefused) {
 
 INSTANTIATE_TEST_SUITE_P(
     States, AcceptedValues,
-    ::testing::Values(
-        Assignments{},
-        Assignments{"FG_XOFFSET=4096", "FG_SENSORWIDTH=5121", "FG_VANTAGEPOINT=FG_VANTAGEPOINT_TOP_RIGHT",
-                    "FG_DEBUGSOURCE=1", "FG_IMG_SELECT_PERIOD=10", "FG_IMG_SELECT=4"},
-        Assignments{"FG_SENSORHEIGHT=1398101", "FG_PIXELFORMAT=RGB16", "FG_VANTAGEPOINT=FG_VANTAGEPOINT_BOTTOM_LEFT",
-                    "FG_FORMAT=FG_COL36", "FG_CUSTOM_BIT_SHIFT_RIGHT=9", "FG_BITALIGNMENT=FG_CUSTOM_BIT_SHIFT_MODE",
-                    "FG_LINEPERIODE=20"},
-        Assignments{"FG_CAMERASIMULATOR_SELECT_MODE=FG_PIXEL_FREQUENCY", "FG_CAMERASIMULATOR_LINE_GAP=100",
-                    "FG_CAMERASIMULATOR_FRAME_GAP=7", "FG_LINETRIGGERMODE=ASYNC_TRIGGER", "FG_LINEPERIODE=20",
-                    "FG_IMGTRIGGERMODE=ASYNC_TRIGGER_MULTIFRAME"},
-        Assignments{"FG_CAMERASIMULATOR_WIDTH=8000", "FG_CAMERASIMULATOR_LINERATE=20000", "FG_FORMAT=FG_COL48",
-                    "FG_BITALIGNMENT=FG_CUSTOM_BIT_SHIFT_MODE", "FG_CUSTOM_BIT_SHIFT_RIGHT=15",
-                    "FG_CAMERASIMULATOR_HEIGHT=100"},
-        Assignments{"FG_CAMERASIMULATOR_SELECT_MODE=FG_FRAMERATE", "FG_CAMERASIMULATOR_WIDTH=4096"}));
+    ::testing::Values(Assignments{},
+                      Assignments{"FG_XOFFSET=4096", "FG_SENSORWIDTH=5121", "FG_VANTAGEPOINT=FG_VANTAGEPOINT_TOP_RIGHT",
+                                  "FG_DEBUGSOURCE=1", "FG_IMG_SELECT_PERIOD=10", "FG_IMG_SELECT=4"},
+                      Assignments{"FG_SENSORHEIGHT=1398101", "FG_PIXELFORMAT=RGB16",
+                                  "FG_VANTAGEPOINT=FG_VANTAGEPOINT_BOTTOM_LEFT", "FG_FORMAT=FG_COL36",
+                                  "FG_CUSTOM_BIT_SHIFT_RIGHT=9", "FG_BITALIGNMENT=FG_CUSTOM_BIT_SHIFT_MODE",
+                                  "FG_LINEPERIODE=20"},
+                      Assignments{"FG_CAMERASIMULATOR_SELECT_MODE=FG_PIXEL_FREQUENCY",
+                                  "FG_CAMERASIMULATOR_LINE_GAP=100", "FG_CAMERASIMULATOR_FRAME_GAP=7",
+                                  "FG_LINETRIGGERMODE=ASYNC_TRIGGER", "FG_LINEPERIODE=20",
+                                  "FG_IMGTRIGGERMODE=ASYNC_TRIGGER_MULTIFRAME"},
+                      Assignments{"FG_CAMERASIMULATOR_WIDTH=8000", "FG_CAMERASIMULATOR_LINERATE=20000",
+                                  "FG_FORMAT=FG_COL48", "FG_BITALIGNMENT=FG_CUSTOM_BIT_SHIFT_MODE",
+                                  "FG_CUSTOM_BIT_SHIFT_RIGHT=15", "FG_CAMERASIMULATOR_HEIGHT=100"},
+                      Assignments{"FG_CAMERASIMULATOR_SELECT_MODE=FG_FRAMERATE", "FG_CAMERASIMULATOR_WIDTH=4096"}));
 
 TEST(AcceptedValuesOfTheCommand, ListAndDescribeTellThoseOfTheMoment) {
     EXPECT_THAT(quillon({"describe", "FG_DEBUGSOURCE"}).out, ContainsRegex("Accepts +0 to 1\n"));

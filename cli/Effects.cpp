@@ -1,0 +1,85 @@
+#include "cli/Effects.h"
+
+#include "quillon/client/Accepted.h"
+
+namespace quillon::cli {
+
+namespace {
+
+bool isNumber(const PublicParameter& known) {
+    return known.kind != ParameterKind::Field && known.kind != ParameterKind::String;
+}
+
+/// The bounds of a number that other parameters move. The debug points are the design's, and counting them is a write.
+std::string boundsOf(client::Applet& applet, const Parameter& parameter) {
+    const bool moves = parameter.record && !parameter.isEnumerated() && parameter.id != FG_DEBUGSOURCE &&
+                       !client::rangeReason(parameter.name).empty();
+    return moves ? client::acceptedValues(client::acceptedNow(applet, *parameter.record)) : "";
+}
+
+bool isMirrored(const client::SoftBoard& board) {
+    try {
+        return board.integer("Device1_Process0_Buffer_0_XMirror") != 0 ||
+               board.integer("Device1_Process0_Buffer_0_YMirror") != 0;
+    } catch (const client::CallError&) {
+        return false;  // a design without a buffer
+    }
+}
+
+}  // namespace
+
+Moment observe(Session& session) {
+    client::Applet& applet = session.applet();
+    const std::vector<client::ParameterRecord> trees = applet.parameterInfo();
+    Moment moment;
+    for (const PublicParameter& known : PublicParameters) {
+        if (known.access != ParameterAccess::ReadWrite || !isNumber(known)) {
+            continue;
+        }
+        Reading reading;
+        reading.parameter = findParameter(applet, known.name, trees);
+        if (readValue(applet, reading.parameter, reading.value) == 0) {
+            reading.accepted = boundsOf(applet, reading.parameter);
+            moment.readings.emplace(known.id, std::move(reading));
+        }
+    }
+    moment.mirrored = isMirrored(session.board());
+    return moment;
+}
+
+std::vector<Change> changedValues(const Moment& before, const Moment& after) {
+    std::vector<Change> changes;
+    for (const auto& [id, reading] : before.readings) {
+        const auto now = after.readings.find(id);
+        if (now != after.readings.end() && now->second.value != reading.value) {
+            changes.push_back({reading.parameter.name, inWords(reading.parameter, reading.value),
+                               inWords(reading.parameter, now->second.value)});
+        }
+    }
+    return changes;
+}
+
+std::vector<Change> movedLimits(const Moment& before, const Moment& after) {
+    std::vector<Change> changes;
+    for (const auto& [id, reading] : before.readings) {
+        const auto now = after.readings.find(id);
+        if (now != after.readings.end() && now->second.accepted != reading.accepted) {
+            changes.push_back({reading.parameter.name, reading.accepted, now->second.accepted});
+        }
+    }
+    return changes;
+}
+
+std::string lostMirroring(const Moment& before, const Moment& after) {
+    const auto vantagePoint = after.readings.find(FG_VANTAGEPOINT);
+    const auto vantagePointBefore = before.readings.find(FG_VANTAGEPOINT);
+    if (!before.mirrored || after.mirrored || vantagePoint == after.readings.end() ||
+        vantagePointBefore == before.readings.end() ||
+        vantagePoint->second.value != vantagePointBefore->second.value) {
+        return "";
+    }
+    return "the design no longer mirrors, though FG_VANTAGEPOINT reads " +
+           inWords(vantagePoint->second.parameter, vantagePoint->second.value) + " as before; set it again";
+}
+
+}  // namespace quillon::cli
