@@ -74,8 +74,7 @@ std::string lostMirroring(const Moment& before, const Moment& after) {
     const auto vantagePoint = after.readings.find(FG_VANTAGEPOINT);
     const auto vantagePointBefore = before.readings.find(FG_VANTAGEPOINT);
     if (!before.mirrored || after.mirrored || vantagePoint == after.readings.end() ||
-        vantagePointBefore == before.readings.end() ||
-        vantagePoint->second.value != vantagePointBefore->second.value) {
+        vantagePointBefore == before.readings.end() || vantagePoint->second.value != vantagePointBefore->second.value) {
         return "";
     }
     return "the design no longer mirrors, though FG_VANTAGEPOINT reads " +

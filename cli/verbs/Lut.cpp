@@ -2,6 +2,7 @@
 #include <array>
 
 #include "cli/Chart.h"
+#include "cli/LookupTableFile.h"
 #include "cli/Refusals.h"
 #include "cli/Verb.h"
 
@@ -51,6 +52,7 @@ Tables readTables(client::Applet& applet) {
 }
 
 void loadTables(client::Applet& applet, const std::string& file) {
+    requireTable(file);
     expect(applet, "FG_LUT_TYPE", applet.setInt(FG_LUT_TYPE, CustomType), FG_LUT_TYPE);
     expect(applet, file, applet.setText(FG_LUT_CUSTOM_FILE, file), FG_LUT_CUSTOM_FILE);
 }
