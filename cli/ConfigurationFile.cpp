@@ -15,6 +15,7 @@ namespace quillon::cli {
 namespace {
 
 constexpr std::size_t LongestLine = 255;
+constexpr std::string_view HeaderSection = "[Kamerasektion]";  // with the line feed behind it
 constexpr std::string_view PortSection = "[Port A]";
 
 // Saved for a reader's eyes, though they can be set.
@@ -37,31 +38,22 @@ const ConfigurationLine* findLine(const std::vector<ConfigurationLine>& lines, c
     return found != lines.end() ? &*found : nullptr;
 }
 
-/// A file for a moment, in the folder for such files.
-class TemporaryConfiguration {
-public:
-    TemporaryConfiguration() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quillon-XXXXXX.mcf").string();
-        const int descriptor = mkstemps(pattern.data(), 4);
-        if (descriptor < 0) {
-            throw RefusedError("cannot make a file in " + std::filesystem::temp_directory_path().string());
-        }
-        close(descriptor);
-        path_ = pattern;
-    }
-    TemporaryConfiguration(const TemporaryConfiguration&) = delete;
-    TemporaryConfiguration& operator=(const TemporaryConfiguration&) = delete;
-    ~TemporaryConfiguration() {
-        std::error_code ignored;
-        std::filesystem::remove(path_, ignored);
-    }
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
 }  // namespace
+
+TemporaryConfiguration::TemporaryConfiguration() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "quillon-XXXXXX.mcf").string();
+    const int descriptor = mkstemps(pattern.data(), 4);
+    if (descriptor < 0) {
+        throw RefusedError("cannot make a file in " + std::filesystem::temp_directory_path().string());
+    }
+    close(descriptor);
+    path_ = pattern;
+}
+
+TemporaryConfiguration::~TemporaryConfiguration() {
+    std::error_code ignored;
+    std::filesystem::remove(path_, ignored);
+}
 
 ConfigurationFile::ConfigurationFile(const std::filesystem::path& file) {
     std::ifstream stream(file);
@@ -74,6 +66,8 @@ ConfigurationFile::ConfigurationFile(const std::filesystem::path& file) {
         if (text.size() > LongestLine) {
             overlongLines_.push_back(number);
         }
+        hasHeaderSection_ = hasHeaderSection_ || text.ends_with(HeaderSection);
+        hasCarriageReturns_ = hasCarriageReturns_ || text.ends_with('\r');
         const std::size_t sign = text.find('=');
         if (sign != std::string::npos) {
             lines_.push_back({number, text.substr(0, sign), valueOf(std::string_view(text).substr(sign)), inPort});

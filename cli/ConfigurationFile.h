@@ -33,10 +33,29 @@ public:
     /// The same before the port's section.
     const ConfigurationLine* findInHeader(const std::string& key) const;
     const std::vector<int>& overlongLines() const { return overlongLines_; }
+    /// Whether there is the line of the header's section, as a load looks for it.
+    bool hasHeaderSection() const { return hasHeaderSection_; }
+    bool hasCarriageReturns() const { return hasCarriageReturns_; }
 
 private:
     std::vector<ConfigurationLine> lines_;
     std::vector<int> overlongLines_;
+    bool hasHeaderSection_ = false;
+    bool hasCarriageReturns_ = false;
+};
+
+/// A file for a moment, in the folder for such files.
+class TemporaryConfiguration {
+public:
+    /// Throws RefusedError.
+    TemporaryConfiguration();
+    TemporaryConfiguration(const TemporaryConfiguration&) = delete;
+    TemporaryConfiguration& operator=(const TemporaryConfiguration&) = delete;
+    ~TemporaryConfiguration();
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
 };
 
 /// The keys that the applet writes, in their order, as a save of `applet` shows them.

@@ -74,9 +74,9 @@ public:
         }
         std::vector<TableFinding> told;
         for (const Kind& kind : kinds_) {
-            told.push_back({kind.line, kind.text + (kind.count > 1 ? ", and " + std::to_string(kind.count - 1) +
-                                                                         " more of this kind"
-                                                                   : "")});
+            told.push_back(
+                {kind.line,
+                 kind.text + (kind.count > 1 ? ", and " + std::to_string(kind.count - 1) + " more of this kind" : "")});
         }
         std::ranges::stable_sort(told, {}, &TableFinding::line);
         return told;

@@ -12,6 +12,7 @@ namespace {
 using ::testing::ContainsRegex;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 TEST(SaveVerb, TheStartUpStateIsWritten) {
     const Folder folder;
@@ -158,6 +159,110 @@ TEST(CheckVerb, AnUnknownKeyIsANoteWithTheNearestOne) {
     const Outcome outcome = quillon({"check", changedState(folder, "FG_WIDTH=1024;", "FG_WIDTH=1024;\nFG_WIDHT=7;")});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, HasSubstr("note: FG_WIDHT: unknown key, not looked at, did you mean FG_WIDTH?"));
+}
+
+nlohmann::json complaintsOf(const std::filesystem::path& file) {
+    return quillon({"check", file, "--json"}).json()["complaints"];
+}
+
+TEST(CheckVerb, OneWrongValueIsToldOnceThoughOthersHangOnIt) {
+    const std::vector<std::array<std::string, 3>> values{{"FG_WIDTH", "1024", "20000"},
+                                                         {"FG_XOFFSET", "0", "20000"},
+                                                         {"FG_IMGTRIGGERMODE", "0", "77"},
+                                                         {"FG_IMG_SELECT", "0", "7"},
+                                                         {"FG_FORMAT", "2", "99"}};
+    for (const auto& [key, start, value] : values) {
+        const Folder folder;
+        const auto complaints = complaintsOf(changedState(folder, key + "=" + start + ";", key + "=" + value + ";"));
+        ASSERT_EQ(complaints.size(), 1U) << complaints;
+        EXPECT_EQ(complaints[0]["key"], key);
+        EXPECT_THAT(complaints[0]["text"].get<std::string>(), HasSubstr("accepted: "));
+        EXPECT_THAT(complaints[0]["text"].get<std::string>(), Not(HasSubstr("42949")));
+    }
+}
+
+TEST(CheckVerb, TwoWrongValuesAreToldBoth) {
+    const Folder folder;
+    const std::filesystem::path file = changedState(folder, "FG_LINE_DOWNSCALE=1;", "FG_LINE_DOWNSCALE=0;");
+    std::string content = contentOf(file);
+    content.replace(content.find("FG_WIDTH=1024"), 13, "FG_WIDTH=1022");
+    std::ofstream(file, std::ios::binary) << content;
+    const auto complaints = complaintsOf(file);
+    ASSERT_EQ(complaints.size(), 2U) << complaints;
+    EXPECT_EQ(complaints[0]["key"], "FG_WIDTH");
+    EXPECT_EQ(complaints[1]["key"], "FG_LINE_DOWNSCALE");
+}
+
+TEST(CheckVerb, WhatALoadChangesWithoutRefusingIsANote) {
+    const std::vector<std::array<std::string, 4>> values{
+        {"FG_CAMERASIMULATOR_WIDTH", "1024", "2048", "2048 pixel becomes 1024 pixel: a load does not change the width"},
+        {"FG_CAMERASIMULATOR_LINERATE", "10240.0262145", "5e6", " Hz becomes 3787878.78787"},
+        {"FG_VANTAGEPOINT", "0", "1", "FG_VANTAGEPOINT_TOP_RIGHT (1) is read back, but the design does not mirror"}};
+    for (const auto& [key, start, value, told] : values) {
+        const Folder folder;
+        const std::filesystem::path file = changedState(folder, key + "=" + start + ";", key + "=" + value + ";");
+        EXPECT_EQ(quillon({"check", file}).status, 0);
+        const auto complaints = complaintsOf(file);
+        ASSERT_EQ(complaints.size(), 1U) << complaints;
+        EXPECT_EQ(complaints[0]["key"], key);
+        EXPECT_EQ(complaints[0]["kind"], "note");
+        EXPECT_THAT(complaints[0]["text"].get<std::string>(), HasSubstr(told));
+    }
+}
+
+TEST(CheckVerb, AFrameRateThatALoadGivesUpIsANote) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"set", "FG_CAMERASIMULATOR_SELECT_MODE=FG_FRAMERATE", "FG_CAMERASIMULATOR_FRAMERATE=64",
+                       "--save", folder / "state.mcf"})
+                  .status,
+              0);
+    const auto complaints = complaintsOf(folder / "state.mcf");
+    ASSERT_EQ(complaints.size(), 1U) << complaints;
+    EXPECT_EQ(complaints[0]["key"], "FG_CAMERASIMULATOR_FRAMERATE");
+    EXPECT_THAT(complaints[0]["text"].get<std::string>(), HasSubstr("a load goes on with the rate of before"));
+}
+
+TEST(CheckVerb, CarriageReturnsAreTold) {
+    const Folder folder;
+    const std::filesystem::path file = folder / "state.mcf";
+    quillon({"save", file});
+    std::string content = contentOf(file);
+    for (std::size_t at = content.find('\n'); at != std::string::npos; at = content.find('\n', at + 2)) {
+        content.insert(at, "\r");
+    }
+    std::ofstream(file, std::ios::binary) << content;
+    EXPECT_EQ(quillon({"load", file}).status, 1);
+    const Outcome outcome = quillon({"check", file});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("error: the lines end in CR LF"));
+}
+
+TEST(CheckVerb, TheTableFileThatAConfigurationNamesIsLookedAt) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"lut", "--save", folder / "linear.lut"}).status, 0);
+    ASSERT_EQ(
+        quillon({"set", "FG_LUT_TYPE=LUT_TYPE_CUSTOM", "FG_LUT_CUSTOM_FILE=linear.lut", "--save", folder / "state.mcf"},
+                folder.path())
+            .status,
+        0);
+    const Outcome relative = quillon({"check", "state.mcf"}, folder.path());
+    EXPECT_EQ(relative.status, 0);
+    EXPECT_THAT(relative.out, HasSubstr("note: FG_LUT_CUSTOM_FILE: \"linear.lut\" is looked for in the folder that"));
+
+    const auto errorOf = [&] {
+        const Outcome outcome = quillon({"check", "state.mcf", "--json"}, folder.path());
+        EXPECT_EQ(outcome.status, 1);
+        std::string texts;
+        const auto json = outcome.json();
+        for (const auto& complaint : json["complaints"]) {
+            texts += complaint["kind"] == "error" ? complaint["text"].get<std::string>() : "";
+        }
+        return texts;
+    };
+    std::ofstream(folder / "linear.lut") << "no table\n";
+    EXPECT_THAT(errorOf(), HasSubstr("\"linear.lut\": it is no lookup table"));
+    std::filesystem::remove(folder / "linear.lut");
+    EXPECT_EQ(errorOf(), "\"linear.lut\": it cannot be read");
 }
 
 TEST(CheckVerb, AMissingFileIsRefused) {
