@@ -46,6 +46,8 @@ void addCommonOptions(CLI::App& app, Options& options) {
         ->type_name("FILE");
     app.add_option("--mcf", options.load, "Load this configuration after opening")->type_name("FILE");
     app.add_option("--save", options.save, "Save the configuration to this file at the end")->type_name("FILE");
+    app.add_flag("--quiet", options.quiet, "Do not tell what a load or a save of a configuration does without a word");
+    app.add_flag("--strict", options.strict, "Do not load a configuration that check finds errors in");
     app.add_flag("--json", options.json, "Answer as JSON");
 }
 
@@ -74,7 +76,7 @@ int reportUsage(const CLI::App& app, const Options& options, const CLI::ParseErr
 
 int perform(const Options& options, const Action& action, Console& console) {
     try {
-        Session session(options);
+        Session session(options, &console.err);
         const ExitStatus status = action(session, console);
         if (status == Done) {
             session.saveIfAsked();

@@ -432,13 +432,9 @@ std::string inWords(const std::filesystem::path& file, const Complaint& complain
     return place + ": " + kind + ": " + complaint.key + (complaint.key.empty() ? "" : ": ") + complaint.text;
 }
 
-std::vector<std::string> notKept(Session& session, const std::filesystem::path& file) {
+std::vector<std::string> notKept(Session& session, Session& other, const std::filesystem::path& file) {
     // What these hold is the last use of them.
     constexpr std::array actions{FG_LUT_SAVE_FILE, FG_DEBUGSAVECONFIG};
-    Options options = session.options();
-    options.load.reset();
-    options.save.reset();
-    Session other(options);
     loadConfiguration(other.applet(), file);
     std::vector<std::string> lost;
     for (const PublicParameter& known : PublicParameters) {
@@ -450,7 +446,7 @@ std::vector<std::string> notKept(Session& session, const std::filesystem::path& 
         Value kept;
         if (readValue(session.applet(), parameter, held) == 0 && readValue(other.applet(), parameter, kept) == 0 &&
             held != kept) {
-            lost.push_back(parameter.name + " = " + inWords(parameter, held));
+            lost.push_back(parameter.name + (parameter.run ? "" : " = " + inWords(parameter, held)));
         }
     }
     return lost;

@@ -29,8 +29,8 @@ bool isSound(const std::vector<Complaint>& complaints);
 /// "conveyor.mcf:11: error: FG_WIDTH: ...".
 std::string inWords(const std::filesystem::path& file, const Complaint& complaint, const Painter& painter);
 
-/// What the session's applet holds and `file`, which was saved from it, does not bring back: "FG_LINEORDER =
-/// FG_LINEORDER_BGR (1)".
-std::vector<std::string> notKept(Session& session, const std::filesystem::path& file);
+/// What the session's applet holds and `file`, which was saved from it, does not bring back in another one:
+/// "FG_LINEORDER = FG_LINEORDER_BGR (1)".
+std::vector<std::string> notKept(Session& session, Session& other, const std::filesystem::path& file);
 
 }  // namespace quillon::cli

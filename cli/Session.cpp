@@ -1,8 +1,10 @@
 #include "cli/Session.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
+#include "cli/ConfigurationCheck.h"
 #include "cli/ExitStatus.h"
 
 namespace quillon::cli {
@@ -41,6 +43,12 @@ private:
     std::filesystem::path directory_;
 };
 
+Options withoutFiles(Options options) {
+    options.load.reset();
+    options.save.reset();
+    return options;
+}
+
 std::string inWords(int code) {
     return client::describeCode(code) + ", " + std::string(client::codeText(code).sentence);
 }
@@ -55,7 +63,7 @@ Options defaultOptions() {
     return options;
 }
 
-Session::Session(Options options) : options_(std::move(options)) {}
+Session::Session(Options options, std::ostream* err) : options_(std::move(options)), err_(err) {}
 
 void Session::enableDirectRegisterAccess() {
     setenv(DirectRegisterAccess, "1", 1);
@@ -86,6 +94,7 @@ client::Applet& Session::applet() {
         applet_.emplace(library(), board());
         directory.reset();
         if (options_.load) {
+            tellFindings(*options_.load);
             loadConfiguration(*applet_, *options_.load);
         }
     }
@@ -95,6 +104,41 @@ client::Applet& Session::applet() {
 void Session::saveIfAsked() {
     if (options_.save) {
         saveConfiguration(applet(), *options_.save);
+        tellNotKept(*options_.save);
+    }
+}
+
+void Session::tellFindings(const std::filesystem::path& file) const {
+    constexpr std::size_t shown = 10;
+    std::error_code ignored;
+    // A file that cannot be read the load itself tells of.
+    if (err_ == nullptr || (options_.quiet && !options_.strict) || !std::filesystem::is_regular_file(file, ignored)) {
+        return;
+    }
+    Session other(withoutFiles(options_));
+    const std::vector<Complaint> complaints = checkConfiguration(other, file);
+    const Painter painter(2);
+    for (std::size_t i = 0; !options_.quiet && i < std::min(complaints.size(), shown); ++i) {
+        Complaint first = complaints[i];
+        first.text = first.text.substr(0, first.text.find('\n'));
+        *err_ << inWords(file, first, painter) << '\n';
+    }
+    if (!options_.quiet && complaints.size() > shown) {
+        *err_ << file.string() << ": and " << complaints.size() - shown << " more, which check tells\n";
+    }
+    if (options_.strict && !isSound(complaints)) {
+        throw RefusedError(file.string() + " was not loaded: --strict, and errors in it: " +
+                           std::to_string(std::ranges::count(complaints, false, &Complaint::note)));
+    }
+}
+
+void Session::tellNotKept(const std::filesystem::path& file) {
+    if (err_ == nullptr || options_.quiet) {
+        return;
+    }
+    Session other(withoutFiles(options_));
+    for (const std::string& text : notKept(*this, other, file)) {
+        *err_ << file.string() << " does not keep " << text << '\n';
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,8 @@ struct Options {
     std::optional<std::filesystem::path> load;    ///< configuration to load after opening
     std::optional<std::filesystem::path> save;    ///< configuration to write at the end
     bool json = false;
+    bool quiet = false;   ///< what a load or a save does without a word is not told
+    bool strict = false;  ///< a configuration that the checker finds errors in is not loaded
 };
 
 /// The folders of a build or an installation, seen from the running program: lib/ beside its bin/.
@@ -27,7 +30,8 @@ Options defaultOptions();
 /// verb that needs no board works without one.
 class Session {
 public:
-    explicit Session(Options options);
+    /// `err`: where findings about configurations go; null for nowhere.
+    explicit Session(Options options, std::ostream* err = nullptr);
 
     const Options& options() const { return options_; }
     /// Opens registers to reading and writing by name; to be called before applet().
@@ -39,8 +43,15 @@ public:
     /// Writes the configuration that --save names, if there is one. Throws RefusedError.
     void saveIfAsked();
 
+    /// Says what a load of the file would do without a word, one line each. Throws RefusedError where that has to keep
+    /// it from being loaded. An applet of its own tries the file.
+    void tellFindings(const std::filesystem::path& file) const;
+    /// Says what the applet holds and the file, which was saved from it, does not keep.
+    void tellNotKept(const std::filesystem::path& file);
+
 private:
     Options options_;
+    std::ostream* err_;
     std::optional<client::Library> library_;
     std::optional<client::SoftBoard> board_;
     std::optional<client::Applet> applet_;  ///< goes away before its board

@@ -12,6 +12,7 @@ struct LoadArguments {
 };
 
 ExitStatus load(Session& session, Console& console, const LoadArguments& arguments) {
+    session.tellFindings(arguments.file);
     const Moment before = observe(session);
     const auto accesses = traced(session.board(), [&] { loadConfiguration(session.applet(), arguments.file); });
     const auto differing = changedValues(before, observe(session));

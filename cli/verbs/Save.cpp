@@ -6,6 +6,7 @@ namespace {
 
 ExitStatus save(Session& session, Console& console, const std::filesystem::path& file) {
     saveConfiguration(session.applet(), file);
+    session.tellNotKept(file);
     if (session.options().json) {
         printJson(console.out, object({{"saved", file.string()}, {"bytes", std::filesystem::file_size(file)}}));
     } else {

@@ -271,6 +271,54 @@ TEST(CheckVerb, AMissingFileIsRefused) {
     EXPECT_THAT(outcome.err, HasSubstr("/no/such/state.mcf cannot be read"));
 }
 
+TEST(LoadedFiles, TellOnTheErrorOutputWhatALoadKeepsSilentAbout) {
+    const Folder folder;
+    const std::filesystem::path file = changedState(folder, "FG_LINE_DOWNSCALE=1;", "FG_LINE_DOWNSCALE=0;");
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"load", file}, std::vector<std::string>{"get", "FG_WIDTH", "--mcf", file}}) {
+        const Outcome outcome = quillon(words);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_THAT(outcome.err, ContainsRegex("^[^\n]*state.mcf:[0-9]+: error: FG_LINE_DOWNSCALE: 0 pulses was "
+                                               "refused: -6000[^\n]*\n$"));
+        std::vector<std::string> quiet = words;
+        quiet.push_back("--quiet");
+        EXPECT_EQ(quillon(quiet).err, "");
+        EXPECT_EQ(quillon(quiet).out, outcome.out);
+        std::vector<std::string> strict = words;
+        strict.push_back("--strict");
+        const Outcome refused = quillon(strict);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.out, "");
+        EXPECT_THAT(refused.err, HasSubstr("state.mcf was not loaded: --strict, and errors in it: 1"));
+    }
+}
+
+TEST(LoadedFiles, NotesAreToldAndDoNotHinderAStrictLoad) {
+    const Folder folder;
+    const std::filesystem::path file =
+        changedState(folder, "FG_CAMERASIMULATOR_WIDTH=1024;", "FG_CAMERASIMULATOR_WIDTH=2048;");
+    const Outcome outcome = quillon({"load", file, "--strict"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.err, HasSubstr("note: FG_CAMERASIMULATOR_WIDTH: 2048 pixel becomes 1024 pixel"));
+}
+
+TEST(LoadedFiles, ASoundFileIsLoadedWithoutAWord) {
+    const Folder folder;
+    ASSERT_EQ(quillon({"save", folder / "state.mcf"}).status, 0);
+    EXPECT_EQ(quillon({"load", folder / "state.mcf", "--strict"}).err, "");
+}
+
+TEST(SavedFiles, WhatAConfigurationDoesNotKeepIsTold) {
+    const Folder folder;
+    const Outcome outcome =
+        quillon({"set", "FG_LINEORDER=FG_LINEORDER_BGR", "FG_WIDTH=2048", "--save", folder / "a.mcf"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, (folder / "a.mcf").string() + " does not keep FG_LINEORDER = FG_LINEORDER_BGR (1)\n");
+    EXPECT_EQ(quillon({"set", "FG_WIDTH=2048", "--save", folder / "a.mcf"}).err, "");
+    EXPECT_EQ(quillon({"set", "FG_LINEORDER=FG_LINEORDER_BGR", "--save", folder / "a.mcf", "--quiet"}).err, "");
+    EXPECT_EQ(quillon({"save", folder / "b.mcf", "--mcf", folder / "a.mcf"}).err, "");
+}
+
 TEST(DiffVerb, TwoFilesAreComparedInWords) {
     const Folder folder;
     ASSERT_EQ(quillon({"save", folder / "a.mcf"}).status, 0);
