@@ -23,12 +23,12 @@ std::filesystem::path changedTable(const Folder& folder, const std::string& from
     return file;
 }
 
-TEST(LookupTableFile, ATableThatTheAppletWroteIsOne) {
+TEST(CheckedTable, ATableThatTheAppletWroteIsOne) {
     const Folder folder;
     EXPECT_THAT(inspectTable(changedTable(folder, "[red]", "[red]")), IsEmpty());
 }
 
-TEST(LookupTableFile, WhatKeepsAFileFromBeingTheTableIsFoundWithItsLine) {
+TEST(CheckedTable, WhatKeepsAFileFromBeingTheTableIsFoundWithItsLine) {
     struct Row {
         std::string from, to;
         int line;
@@ -53,7 +53,7 @@ TEST(LookupTableFile, WhatKeepsAFileFromBeingTheTableIsFoundWithItsLine) {
     }
 }
 
-TEST(LookupTableFile, ATextIsNoTable) {
+TEST(CheckedTable, ATextIsNoTable) {
     const Folder folder;
     std::ofstream(folder / "text.lut") << "root:x:0:0:root:/root:/bin/bash\n";
     for (const std::vector<std::string>& words :
@@ -66,7 +66,7 @@ TEST(LookupTableFile, ATextIsNoTable) {
     }
 }
 
-TEST(LookupTableFile, AnEntryBeyondTheOutputIsNotLoaded) {
+TEST(CheckedTable, AnEntryBeyondTheOutputIsNotLoaded) {
     const Folder folder;
     const Outcome outcome = quillon({"lut", "--load", changedTable(folder, "\n2,8;\n", "\n2,70000;\n")});
     EXPECT_EQ(outcome.status, 1);
