@@ -195,6 +195,7 @@ bool setOne(Session& session, Console& console, const Assignment& assignment, bo
 ExitStatus set(Session& session, Console& console, const SetArguments& arguments) {
     const auto pairs = splitWords(arguments.assignments);
     std::vector<Assignment> assignments;
+    assignments.reserve(pairs.size());
     for (const auto& [name, text] : pairs) {
         assignments.push_back(parseAssignment(session.applet(), name, text));
     }

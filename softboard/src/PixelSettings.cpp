@@ -59,16 +59,17 @@ void PixelSettings::bind(const Find& find) {
     shift_ = depend(find, "OutputFormat_DynamicShift_Shift_Value");
     format_ = depend(find, "OutputFormat_FG_FORMAT_SelectSource");
     const std::array<std::string, pixels::Colours> names = {"Red", "Green", "Blue"};
+    const std::array<std::string, pixels::Colours> letters = {"R", "G", "B"};
     for (std::size_t colour = 0; colour < pixels::Colours; ++colour) {
         order_[colour] =
             depend(find, "Camera_SortImage_ColorInterpret_SelectComponents_" + names[colour] + "Component");
         coefficient_[colour] = depend(find, "WhiteBalance_White_" + names[colour] + "Coefficient");
-        tables_[colour].parameter =
-            watched(find, Process0 + "LookupTable_" + names[colour].substr(0, 1) + "_LUTcontent");
+        tables_[colour].parameter = watched(find, Process0 + "LookupTable_" + letters[colour] + "_LUTcontent");
     }
+    const std::string inputs = Process0 + "OutputFormat_FG_FORMAT_Input";
     for (std::uint32_t branch = 0;; ++branch) {
         const std::string number = std::to_string(branch);
-        const Parameter* const input = find(Process0 + "OutputFormat_FG_FORMAT_Input" + number);
+        const Parameter* const input = find(inputs + number);
         if (input == nullptr) {
             break;
         }
