@@ -140,7 +140,7 @@ void Board::followDayLocked() {
     }
     // Where the computer cannot follow, the board's time lags behind rather than taking all there is.
     constexpr std::chrono::milliseconds MostAtOnce{2};
-    constexpr Tick Slice = 125'000;
+    constexpr Tick Slice = ticksInSeconds(1) / 1000;
     const auto began = BoardClock::Day::now();
     const Tick until = signals_.ahead(clock_.passed());
     while (signals_.now() < until && BoardClock::Day::now() - began < MostAtOnce) {
@@ -302,7 +302,7 @@ std::int64_t Board::waitInDay(Lock& lock, std::int64_t number, unsigned seconds)
 std::int64_t Board::waitFree(Lock& lock, std::int64_t number, unsigned seconds) {
     const Tick last = signals_.now() + ticksInSeconds(seconds);
     const auto deadline = BoardClock::Day::now() + std::chrono::seconds(seconds);
-    const Tick slice = ticksInSeconds(1) / 10;
+    constexpr Tick Slice = ticksInSeconds(1) / 10;
     for (;;) {
         draw(lock);
         if (const auto result = waitResultLocked(number)) {
@@ -319,7 +319,7 @@ std::int64_t Board::waitFree(Lock& lock, std::int64_t number, unsigned seconds) 
         if (signals_.now() >= last) {
             return SOFTBOARD_E_TIMEOUT;
         }
-        if (signals_.run(std::min(last, signals_.now() + slice))) {
+        if (signals_.run(std::min(last, signals_.now() + Slice))) {
             // No frame for long: others have their turn with the board.
             changed_.wait_for(lock, std::chrono::microseconds(1));
         }
@@ -351,31 +351,24 @@ std::int64_t Board::waitForPicture(std::int64_t number, unsigned dma, unsigned s
 }
 
 std::int64_t Board::acquisitionStatusLocked(unsigned param, std::int64_t data) const {
+    const auto ofFrame = [&](auto softboard_frame::*member) -> std::int64_t {
+        const auto memory = acquisition_.lastMemory();
+        const auto frame = memory != nullptr ? memory->description(data) : std::nullopt;
+        return frame ? static_cast<std::int64_t>((*frame).*member) : SOFTBOARD_E_RANGE;
+    };
     switch (param) {
         case 0: return acquisition_.running() ? 1 : 0;
         case 1: return acquisition_.pictures();
         case 2: return acquisition_.wanted();
+        case SOFTBOARD_STATUS_FRAME_BYTES: return ofFrame(&softboard_frame::bytes);
+        case SOFTBOARD_STATUS_FRAME_BUFFER: return ofFrame(&softboard_frame::buffer);
+        case SOFTBOARD_STATUS_FRAME_FIRST_TICK: return ofFrame(&softboard_frame::first_tick);
+        case SOFTBOARD_STATUS_FRAME_LINES: return ofFrame(&softboard_frame::lines);
+        case SOFTBOARD_STATUS_FRAME_FLAGS: return ofFrame(&softboard_frame::flags);
         case SOFTBOARD_STATUS_LOST_FRAMES: return static_cast<std::int64_t>(acquisition_.lostFrames());
         case SOFTBOARD_STATUS_LOST_LINES: return static_cast<std::int64_t>(acquisition_.lostLines());
         case SOFTBOARD_STATUS_BYTES_WAITING: return static_cast<std::int64_t>(acquisition_.bytesWaiting());
-        case SOFTBOARD_STATUS_FRAME_BYTES:
-        case SOFTBOARD_STATUS_FRAME_BUFFER:
-        case SOFTBOARD_STATUS_FRAME_FIRST_TICK:
-        case SOFTBOARD_STATUS_FRAME_LINES:
-        case SOFTBOARD_STATUS_FRAME_FLAGS: break;
         default: return SOFTBOARD_E_ARGUMENT;
-    }
-    const auto memory = acquisition_.lastMemory();
-    const auto frame = memory != nullptr ? memory->description(data) : std::nullopt;
-    if (!frame) {
-        return SOFTBOARD_E_RANGE;
-    }
-    switch (param) {
-        case SOFTBOARD_STATUS_FRAME_BYTES: return static_cast<std::int64_t>(frame->bytes);
-        case SOFTBOARD_STATUS_FRAME_BUFFER: return frame->buffer;
-        case SOFTBOARD_STATUS_FRAME_FIRST_TICK: return static_cast<std::int64_t>(frame->first_tick);
-        case SOFTBOARD_STATUS_FRAME_LINES: return frame->lines;
-        default: return frame->flags;
     }
 }
 

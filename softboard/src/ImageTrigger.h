@@ -29,8 +29,8 @@ public:
     std::uint64_t imageNumber() const { return imageNumber_; }
     /// True from the start of a frame's first line to the end of its last: FVAL.
     bool inFrame() const { return inFrame_; }
-    /// The trigger's level as the unit hears it, active or not.
-    bool triggerHigh() const { return bound_ && triggerLevel(); }
+    /// True while the unit hears its trigger active.
+    bool triggerActive() const { return bound_ && triggerLevel(); }
     /// Images that a trigger has begun, and frames that have ended, since the design was put on the board.
     std::uint64_t triggers() const { return triggers_; }
     std::uint64_t frames() const { return frames_; }

@@ -166,7 +166,7 @@ std::int64_t Signals::cameraSignals() const {
     switchboard_.output(0, cameraTrigger);
     return (switchboard_.level(SOFTBOARD_LVAL) ? LineValid : 0) |
            (switchboard_.level(SOFTBOARD_FVAL) ? FrameValid : 0) | (cameraTrigger ? CameraTrigger : 0) |
-           (image_.triggerHigh() ? ImageTriggerInput : 0);
+           (image_.triggerActive() ? ImageTriggerInput : 0);
 }
 
 /// The camera status keeps what the host gave it where no signal has moved.

@@ -22,8 +22,9 @@ inline Tick ticksOf(double microseconds, Tick least) {
     return ticks > static_cast<double>(least) ? static_cast<Tick>(std::min(ticks, Most) + 0.5) : least;
 }
 
-inline constexpr Tick ticksInSeconds(std::int64_t seconds) {
-    return seconds * 125'000'000;
+constexpr Tick ticksInSeconds(std::int64_t seconds) {
+    constexpr auto TicksPerSecond = static_cast<Tick>(TicksPerMicrosecond * 1e6);
+    return seconds * TicksPerSecond;
 }
 
 inline double microsecondsOf(Tick ticks) {
