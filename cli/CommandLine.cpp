@@ -90,9 +90,7 @@ int perform(const Options& options, const Action& action, Console& console) {
         return report(options, console, Unavailable, error.what());
     } catch (const client::OpenError& error) {
         return report(options, console, Unavailable, error.what());
-    } catch (const client::Error& error) {
-        return report(options, console, Refused, error.what());
-    } catch (const std::filesystem::filesystem_error& error) {
+    } catch (const std::exception& error) {
         return report(options, console, Refused, error.what());
     }
 }
@@ -176,7 +174,9 @@ Description Verbs::describe() const {
     return describeApp(commands_);
 }
 
-int runCommand(std::vector<std::string> words, std::ostream& out, std::ostream& err) {
+namespace {
+
+int run(std::vector<std::string> words, Console& console) {
     CLI::App app(description, "quillon");
     app.require_subcommand(1);
     app.fallthrough();
@@ -189,15 +189,26 @@ int runCommand(std::vector<std::string> words, std::ostream& out, std::ostream& 
         addVerb(verbs);
     }
 
-    Console console{out, err};
     words = protectNegativeNumbers(std::move(words));
     std::reverse(words.begin(), words.end());  // the parser takes them from the back
     try {
         app.parse(words);
     } catch (const CLI::ParseError& error) {
-        return error.get_exit_code() == 0 ? app.exit(error, out, err) : reportUsage(app, options, error, console);
+        return error.get_exit_code() == 0 ? app.exit(error, console.out, console.err)
+                                          : reportUsage(app, options, error, console);
     }
     return perform(options, chosen, console);
+}
+
+}  // namespace
+
+int runCommand(std::vector<std::string> words, std::ostream& out, std::ostream& err) {
+    Console console{out, err};
+    try {
+        return run(std::move(words), console);
+    } catch (const std::exception& error) {
+        return report({}, console, Refused, error.what());
+    }
 }
 
 }  // namespace quillon::cli

@@ -2,7 +2,35 @@
 
 #include <utility>
 
+#include "cli/Encoding.h"
+
 namespace quillon::cli {
+
+namespace {
+
+/// The same with all texts in UTF-8, as JSON wants them.
+Json encoded(const Json& json) {
+    if (json.is_string()) {
+        return asUtf8(json.get_ref<const std::string&>());
+    }
+    if (json.is_array()) {
+        Json list = Json::array();
+        for (const Json& element : json) {
+            list.push_back(encoded(element));
+        }
+        return list;
+    }
+    if (json.is_object()) {
+        Json members = Json::object();
+        for (const auto& member : json.items()) {
+            members[asUtf8(member.key())] = encoded(member.value());
+        }
+        return members;
+    }
+    return json;
+}
+
+}  // namespace
 
 Json object(std::initializer_list<Member> members) {
     Json json = Json::object();
@@ -25,11 +53,11 @@ void append(Json& list, Json element) {
 }
 
 std::string inOneLine(const Json& json) {
-    return json.dump();
+    return encoded(json).dump();
 }
 
 void printJson(std::ostream& out, const Json& json) {
-    out << json.dump(2) << '\n';
+    out << encoded(json).dump(2) << '\n';
 }
 
 }  // namespace quillon::cli

@@ -26,6 +26,7 @@ void put(Json& object, const std::string& name, Json value);
 Json emptyList();
 void append(Json& list, Json element);
 
+/// Texts may have any bytes: asUtf8() sees to them when they are printed.
 std::string inOneLine(const Json& json);
 /// Prints an answer, indented, with a line end.
 void printJson(std::ostream& out, const Json& json);

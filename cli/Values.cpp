@@ -155,7 +155,7 @@ int readValue(client::Applet& applet, const Parameter& parameter, Value& value) 
         case ParameterKind::String: {
             std::string text;
             const int code = applet.getText(parameter.id, text);
-            value = client::utf8(text);
+            value = text;  // in whatever encoding a user or a file has given it
             return code;
         }
         case ParameterKind::Double: {

@@ -18,9 +18,8 @@ ExitStatus xml(Session& session, Console& console, const std::string& file) {
     }
     if (session.options().json) {
         Json json = object({{"bytes", document.size()}});
-        json[file.empty() ? "document" : "file"] = file.empty() ? document : file;
-        // The document's units are Latin-1, which JSON does not hold.
-        console.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+        put(json, file.empty() ? "document" : "file", file.empty() ? document : file);
+        printJson(console.out, json);
     } else if (file.empty()) {
         console.out << document;
     } else {
