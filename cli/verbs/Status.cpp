@@ -109,7 +109,10 @@ bool look(Session& session, Console& console) {
 
 ExitStatus status(Session& session, Console& console, const StatusArguments& arguments) {
     bool complete = look(session, console);
-    for (unsigned shown = 1; arguments.watch && (arguments.times == 0 || shown < arguments.times); ++shown) {
+    const auto goesOn = [&](unsigned shown) {
+        return arguments.watch && console.out.good() && (arguments.times == 0 || shown < arguments.times);
+    };
+    for (unsigned shown = 1; goesOn(shown); ++shown) {
         std::this_thread::sleep_for(std::chrono::duration<double>(arguments.interval));
         console.out << '\n';
         complete = look(session, console) && complete;

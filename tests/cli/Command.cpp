@@ -19,7 +19,6 @@ void redirect(int descriptor, const std::filesystem::path& file) {
 }
 
 [[noreturn]] void become(std::vector<std::string> words, const std::filesystem::path& directory, const Folder& folder) {
-    words.insert(words.begin(), QUILLON_COMMAND);
     std::vector<char*> arguments;
     for (std::string& word : words) {
         arguments.push_back(word.data());
@@ -28,7 +27,7 @@ void redirect(int descriptor, const std::filesystem::path& file) {
     redirect(STDOUT_FILENO, folder / "out");
     redirect(STDERR_FILENO, folder / "err");
     if (directory.empty() || chdir(directory.c_str()) == 0) {
-        execv(QUILLON_COMMAND, arguments.data());
+        execv(arguments.front(), arguments.data());
     }
     _exit(126);
 }
@@ -53,7 +52,9 @@ std::string contentOf(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-Outcome quillon(const std::vector<std::string>& words, const std::filesystem::path& directory) {
+namespace {
+
+Outcome run(const std::vector<std::string>& words, const std::filesystem::path& directory) {
     const Folder folder;
     const pid_t child = fork();
     if (child == 0) {
@@ -62,6 +63,18 @@ Outcome quillon(const std::vector<std::string>& words, const std::filesystem::pa
     int state = 0;
     waitpid(child, &state, 0);
     return {WIFEXITED(state) ? WEXITSTATUS(state) : -1, contentOf(folder / "out"), contentOf(folder / "err")};
+}
+
+}  // namespace
+
+Outcome quillon(const std::vector<std::string>& words, const std::filesystem::path& directory) {
+    std::vector<std::string> command{QUILLON_COMMAND};
+    command.insert(command.end(), words.begin(), words.end());
+    return run(command, directory);
+}
+
+Outcome shell(const std::string& script, const std::filesystem::path& directory) {
+    return run({"/bin/bash", "-c", "quillon=" QUILLON_COMMAND "\n" + script}, directory);
 }
 
 }  // namespace quillon::cli::testing

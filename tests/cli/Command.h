@@ -19,6 +19,9 @@ struct Outcome {
 /// Runs the built command with these words and no terminal. `directory`: where it runs, if not here.
 Outcome quillon(const std::vector<std::string>& words, const std::filesystem::path& directory = "");
 
+/// Runs a script of the shell, in which "$quillon" is the command. `directory`: where it runs, if not here.
+Outcome shell(const std::string& script, const std::filesystem::path& directory = "");
+
 /// A folder of a test's own, gone with the object.
 class Folder {
 public:
