@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <memory>
 
 #include "cli/ExitStatus.h"
@@ -59,12 +60,19 @@ constexpr double FrameRight = 930;
 constexpr double FrameBottom = 470;
 constexpr double FontSize = 14;
 
-/// The way of a picture's bytes into a PartFile; the library is C, which no exception may pass through.
-cairo_status_t append(void* part, const unsigned char* data, unsigned size) {
+/// The way of a picture's bytes into a file; the library is C, which no exception may pass through.
+struct Sink {
+    PartFile part;
+    std::exception_ptr failure;
+};
+
+cairo_status_t append(void* target, const unsigned char* data, unsigned size) {
+    auto& sink = *static_cast<Sink*>(target);
     try {
-        static_cast<PartFile*>(part)->write(std::as_bytes(std::span(data, size)));
+        sink.part.write(std::as_bytes(std::span(data, size)));
         return CAIRO_STATUS_SUCCESS;
     } catch (const RefusedError&) {
+        sink.failure = std::current_exception();
         return CAIRO_STATUS_WRITE_ERROR;
     }
 }
@@ -88,11 +96,15 @@ public:
     }
 
     void write(const std::filesystem::path& file) const {
-        PartFile part(file);
-        if (cairo_surface_write_to_png_stream(surface_.get(), append, &part) != CAIRO_STATUS_SUCCESS) {
-            throw RefusedError(file.string() + " cannot be written");
+        Sink sink{PartFile(file), nullptr};
+        const cairo_status_t status = cairo_surface_write_to_png_stream(surface_.get(), append, &sink);
+        if (sink.failure != nullptr) {
+            std::rethrow_exception(sink.failure);
         }
-        part.takePlace();
+        if (status != CAIRO_STATUS_SUCCESS) {
+            throw RefusedError(file.string() + " cannot be written: " + cairo_status_to_string(status));
+        }
+        sink.part.takePlace();
     }
 
 private:

@@ -1,13 +1,12 @@
 #include "cli/ConfigurationFile.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <fstream>
 #include <string_view>
 
 #include "cli/ExitStatus.h"
+#include "cli/MemoryFile.h"
 #include "cli/Values.h"
 
 namespace quillon::cli {
@@ -85,8 +84,10 @@ const ConfigurationLine* ConfigurationFile::findInHeader(const std::string& key)
 }
 
 std::vector<ConfigurationLine> savedState(client::Applet& applet) {
-    const TemporaryConfiguration file;
-    saveConfiguration(applet, file.path());
+    const MemoryFile file("state.mcf");
+    if (const int code = applet.saveConfig(file.path()); code != 0) {
+        throw RefusedError("the state cannot be saved: " + client::describeCode(code));
+    }
     std::vector<ConfigurationLine> lines;
     for (const ConfigurationLine& line : ConfigurationFile(file.path()).lines()) {
         if (line.inPort) {

@@ -1,8 +1,10 @@
 #include "cli/PartFile.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <string>
@@ -14,7 +16,24 @@ namespace quillon::cli {
 
 namespace {
 
-/// Opens a file that did not exist, beside `file`.
+/// Whether a file is to be written itself, as a device and a pipe are, and what a process has open.
+bool isDevice(const std::filesystem::path& file) {
+    struct stat about {};
+    if (stat(file.c_str(), &about) != 0) {
+        return false;
+    }
+    const bool isOrdinary = S_ISREG(about.st_mode) || S_ISDIR(about.st_mode);
+    return !isOrdinary || file.string().starts_with("/dev/") || file.string().starts_with("/proc/");
+}
+
+/// The file behind a link, which stays one.
+std::filesystem::path behindLinks(const std::filesystem::path& file) {
+    std::error_code failure;
+    std::filesystem::path target = std::filesystem::canonical(file, failure);
+    return failure ? file : target;
+}
+
+/// Opens a file that did not exist, beside `file` and with its rights.
 int openBeside(const std::filesystem::path& file, std::filesystem::path& part) {
     int descriptor = -1;
     int attempt = 0;
@@ -23,13 +42,49 @@ int openBeside(const std::filesystem::path& file, std::filesystem::path& part) {
         part += "." + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".part";
         descriptor = open(part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     } while (descriptor < 0 && errno == EEXIST && ++attempt < 100);
+    struct stat former {};
+    if (descriptor >= 0 && stat(file.c_str(), &former) == 0) {
+        fchmod(descriptor, former.st_mode & 0777U);
+    }
     return descriptor;
+}
+
+/// Some file systems have nothing to bring to a disk.
+bool synchronize(int descriptor) {
+    return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+/// Writes all that `from` holds into a device.
+bool copyInto(const std::filesystem::path& device, std::FILE* from) {
+    std::rewind(from);
+    const int descriptor = open(device.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+    bool written = descriptor >= 0;
+    std::array<char, 65536> bytes{};
+    for (std::size_t count = 0; written && (count = std::fread(bytes.data(), 1, bytes.size(), from)) > 0;) {
+        for (std::size_t done = 0; written && done < count;) {
+            const ssize_t now = write(descriptor, bytes.data() + done, count - done);
+            written = now > 0 || (now < 0 && errno == EINTR);
+            done += now > 0 ? static_cast<std::size_t>(now) : 0;
+        }
+    }
+    const int reason = errno;
+    const bool closed = descriptor < 0 || close(descriptor) == 0;
+    errno = written ? errno : reason;
+    return written && closed;
 }
 
 }  // namespace
 
 PartFile::PartFile(std::filesystem::path file) : file_(std::move(file)) {
-    const int descriptor = openBeside(file_, part_);
+    if (isDevice(file_)) {
+        stream_ = std::tmpfile();
+        if (stream_ == nullptr) {
+            refuse();
+        }
+        return;
+    }
+    target_ = behindLinks(file_);
+    const int descriptor = openBeside(target_, part_);
     if (descriptor < 0) {
         refuse();
     }
@@ -44,6 +99,7 @@ PartFile::PartFile(std::filesystem::path file) : file_(std::move(file)) {
 
 PartFile::PartFile(PartFile&& other) noexcept
     : file_(std::move(other.file_)),
+      target_(std::move(other.target_)),
       part_(std::move(other.part_)),
       stream_(std::exchange(other.stream_, nullptr)),
       exists_(std::exchange(other.exists_, false)) {}
@@ -83,14 +139,20 @@ std::size_t PartFile::size() {
 }
 
 void PartFile::finish() {
-    if (stream_ != nullptr && std::fclose(std::exchange(stream_, nullptr)) != 0) {
+    if (stream_ == nullptr) {
+        return;
+    }
+    if (std::fflush(stream_) != 0) {
+        refuse();
+    }
+    if (exists_ && (!synchronize(fileno(stream_)) || std::fclose(std::exchange(stream_, nullptr)) != 0)) {
         refuse();
     }
 }
 
 void PartFile::takePlace() {
     finish();
-    if (std::rename(part_.c_str(), file_.c_str()) != 0) {
+    if (exists_ ? std::rename(part_.c_str(), target_.c_str()) != 0 : !copyInto(file_, stream_)) {
         refuse();
     }
     exists_ = false;
@@ -99,6 +161,12 @@ void PartFile::takePlace() {
 void PartFile::refuse() const {
     const int reason = errno;
     throw RefusedError(file_.string() + " cannot be written: " + std::strerror(reason));
+}
+
+void writeWhole(const std::filesystem::path& file, std::string_view content) {
+    PartFile part(file);
+    part.write(std::as_bytes(std::span(content)));
+    part.takePlace();
 }
 
 }  // namespace quillon::cli

@@ -4,11 +4,13 @@
 #include <cstdio>
 #include <filesystem>
 #include <span>
+#include <string_view>
 
 namespace quillon::cli {
 
 /// A file that is written beside the one that it is to be, and takes its place when it is whole: nobody sees a torn
-/// one, and what stood there before stays if the writing fails.
+/// one, and what stood there before stays if the writing fails. It is on the disk before it takes its place. A device
+/// or a pipe stays what it is, and gets what was written when that is whole.
 ///
 /// All functions throw RefusedError with the file's name and the system's reason.
 class PartFile {
@@ -33,9 +35,13 @@ private:
     [[noreturn]] void refuse() const;
 
     std::filesystem::path file_;
+    std::filesystem::path target_;  ///< `file_` without links
     std::filesystem::path part_;
     std::FILE* stream_ = nullptr;
-    bool exists_ = false;
+    bool exists_ = false;  ///< whether there is a file `part_`; never for a device
 };
+
+/// Writes a file in one go.
+void writeWhole(const std::filesystem::path& file, std::string_view content);
 
 }  // namespace quillon::cli

@@ -6,6 +6,9 @@
 
 #include "cli/ConfigurationCheck.h"
 #include "cli/ExitStatus.h"
+#include "cli/MemoryFile.h"
+#include "cli/PartFile.h"
+#include "quillon/ErrorCode.h"
 
 namespace quillon::cli {
 
@@ -148,10 +151,24 @@ void loadConfiguration(client::Applet& applet, const std::filesystem::path& file
     }
 }
 
-void saveConfiguration(client::Applet& applet, const std::filesystem::path& file) {
-    if (const int code = applet.saveConfig(file); code != 0) {
-        throw RefusedError(file.string() + " was not written: " + inWords(code));
+std::size_t saveConfiguration(client::Applet& applet, const std::filesystem::path& file) {
+    const auto refuse = [&](int code, const std::string& reason) {
+        throw RefusedError(file.string() + " was not written: " + inWords(code) + reason);
+    };
+    // The applet does not look whether its lines reach the disk. A name that it does not take, it opens no file for.
+    const bool isTaken = file.string().find(".mcf") != std::string::npos;
+    const MemoryFile memory("state.mcf");
+    if (const int code = applet.saveConfig(isTaken ? memory.path() : file); code != 0) {
+        refuse(code, "");
     }
+    std::string content;
+    try {
+        content = memory.contentFor(file);
+        writeWhole(file, content);
+    } catch (const RefusedError& error) {
+        refuse(FileNotWritten, std::string("\n  ") + error.what());
+    }
+    return content.size();
 }
 
 }  // namespace quillon::cli

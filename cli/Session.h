@@ -57,8 +57,8 @@ private:
     std::optional<client::Applet> applet_;  ///< goes away before its board
 };
 
-/// Load and save with the code in words; throw RefusedError.
+/// Load and save with the code in words; throw RefusedError. A save answers the bytes that are in the file then.
 void loadConfiguration(client::Applet& applet, const std::filesystem::path& file);
-void saveConfiguration(client::Applet& applet, const std::filesystem::path& file);
+std::size_t saveConfiguration(client::Applet& applet, const std::filesystem::path& file);
 
 }  // namespace quillon::cli

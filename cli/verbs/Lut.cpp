@@ -3,6 +3,8 @@
 
 #include "cli/Chart.h"
 #include "cli/LookupTableFile.h"
+#include "cli/MemoryFile.h"
+#include "cli/PartFile.h"
 #include "cli/Refusals.h"
 #include "cli/Verb.h"
 
@@ -57,6 +59,13 @@ void loadTables(client::Applet& applet, const std::string& file) {
     expect(applet, file, applet.setText(FG_LUT_CUSTOM_FILE, file), FG_LUT_CUSTOM_FILE);
 }
 
+/// The applet remembers the name, which nothing asks for.
+void saveTables(client::Applet& applet, const std::string& file) {
+    const MemoryFile memory("tables.lut");
+    expect(applet, file, applet.setText(FG_LUT_SAVE_FILE, memory.path().string()), FG_LUT_SAVE_FILE);
+    writeWhole(file, memory.contentFor(file));
+}
+
 Curve curveOf(const std::string& name, char mark, const Colour& colour, const Table& table) {
     Curve curve{name, mark, colour, {}};
     for (std::size_t i = 0; i < table.size(); ++i) {
@@ -91,7 +100,7 @@ ExitStatus show(Session& session, Console& console, const LutArguments& argument
         loadTables(applet, arguments.load);
     }
     if (!arguments.save.empty()) {
-        expect(applet, arguments.save, applet.setText(FG_LUT_SAVE_FILE, arguments.save), FG_LUT_SAVE_FILE);
+        saveTables(applet, arguments.save);
     }
     const Tables tables = readTables(applet);
     const Chart chart = chartOf(tables);

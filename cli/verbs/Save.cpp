@@ -5,10 +5,10 @@ namespace quillon::cli {
 namespace {
 
 ExitStatus save(Session& session, Console& console, const std::filesystem::path& file) {
-    saveConfiguration(session.applet(), file);
+    const std::size_t bytes = saveConfiguration(session.applet(), file);
     session.tellNotKept(file);
     if (session.options().json) {
-        printJson(console.out, object({{"saved", file.string()}, {"bytes", std::filesystem::file_size(file)}}));
+        printJson(console.out, object({{"saved", file.string()}, {"bytes", bytes}}));
     } else {
         console.out << "saved " << file.string() << '\n';
     }

@@ -1,5 +1,4 @@
-#include <fstream>
-
+#include "cli/PartFile.h"
 #include "cli/Verb.h"
 
 namespace quillon::cli {
@@ -9,12 +8,7 @@ namespace {
 ExitStatus xml(Session& session, Console& console, const std::string& file) {
     const std::string document = session.applet().xml();
     if (!file.empty()) {
-        std::ofstream stream(file, std::ios::binary);
-        stream << document;
-        stream.close();
-        if (!stream) {
-            throw RefusedError(file + " cannot be written");
-        }
+        writeWhole(file, document);
     }
     if (session.options().json) {
         Json json = object({{"bytes", document.size()}});
