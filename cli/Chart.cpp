@@ -17,13 +17,6 @@ namespace quillon::cli {
 
 namespace {
 
-/// Integers in full, as 500000; other numbers in the shortest form.
-std::string number(double value) {
-    constexpr double InFull = 1e9;
-    return value == std::floor(value) && std::abs(value) < InFull ? std::to_string(static_cast<std::int64_t>(value))
-                                                                  : client::shortest(value);
-}
-
 /// Where a number lies on an axis: 0 at its lower bound, 1 at its upper.
 double placeOn(const Axis& axis, double number) {
     return axis.max > axis.min ? std::clamp((number - axis.min) / (axis.max - axis.min), 0.0, 1.0) : 0.0;
@@ -129,11 +122,11 @@ private:
         cairo_set_line_width(context_.get(), 1);
         for (const double x : ticks(chart_.x, 10)) {
             drawTick(left(x), FrameTop, left(x), FrameBottom);
-            text(number(x), left(x), FrameBottom + 20, 0.5);
+            text(client::readable(x), left(x), FrameBottom + 20, 0.5);
         }
         for (const double y : chart_.yTicks ? ticks(chart_.y, 8) : std::vector<double>()) {
             drawTick(FrameLeft, top(y), FrameRight, top(y));
-            text(number(y), FrameLeft - 8, top(y) + 5, 1.0);
+            text(client::readable(y), FrameLeft - 8, top(y) + 5, 1.0);
         }
         line(FrameLeft, FrameTop, FrameLeft, FrameBottom);
         line(FrameLeft, FrameBottom, FrameRight, FrameBottom);
@@ -183,8 +176,8 @@ std::vector<std::string> asText(const Chart& chart, std::size_t width, std::size
     for (const Curve& curve : chart.curves) {
         drawCurve(chart, curve, canvas);
     }
-    const std::string highest = number(chart.y.max);
-    const std::string lowest = number(chart.y.min);
+    const std::string highest = client::readable(chart.y.max);
+    const std::string lowest = client::readable(chart.y.min);
     const std::size_t margin = std::max(highest.size(), lowest.size());
     std::vector<std::string> lines;
     for (std::size_t row = 0; row < height; ++row) {
@@ -192,8 +185,8 @@ std::vector<std::string> asText(const Chart& chart, std::size_t width, std::size
         lines.push_back(padded(bound, margin) + " |" + canvas[row]);
     }
     lines.push_back(std::string(margin, ' ') + " +" + std::string(width, '-'));
-    const std::string first = number(chart.x.min);
-    const std::string last = number(chart.x.max) + (chart.x.label.empty() ? "" : " " + chart.x.label);
+    const std::string first = client::readable(chart.x.min);
+    const std::string last = client::readable(chart.x.max) + (chart.x.label.empty() ? "" : " " + chart.x.label);
     lines.push_back(std::string(margin + 2, ' ') + first + padded(last, width - std::min(width, first.size())));
     for (std::string& line : lines) {
         line.erase(line.find_last_not_of(' ') + 1);

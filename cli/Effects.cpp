@@ -51,9 +51,14 @@ std::vector<Change> changedValues(const Moment& before, const Moment& after) {
     std::vector<Change> changes;
     for (const auto& [id, reading] : before.readings) {
         const auto now = after.readings.find(id);
-        if (now != after.readings.end() && now->second.value != reading.value) {
-            changes.push_back({reading.parameter.name, inWords(reading.parameter, reading.value),
-                               inWords(reading.parameter, now->second.value)});
+        if (now == after.readings.end()) {
+            continue;
+        }
+        // Compared as they are shown: a file keeps twelve digits of a number.
+        const Change change{reading.parameter.name, inWords(reading.parameter, reading.value),
+                            inWords(reading.parameter, now->second.value)};
+        if (change.before != change.after) {
+            changes.push_back(change);
         }
     }
     return changes;

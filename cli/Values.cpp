@@ -119,16 +119,6 @@ std::string listOfEntries(const std::vector<std::uint32_t>& entries) {
                : list + ", ... " + std::to_string(entries.back()) + " (" + std::to_string(entries.size()) + " entries)";
 }
 
-std::string numberInWords(const Value& value) {
-    if (const auto* whole = std::get_if<std::int64_t>(&value)) {
-        return std::to_string(*whole);
-    }
-    if (const auto* whole = std::get_if<std::uint64_t>(&value)) {
-        return std::to_string(*whole);
-    }
-    return client::shortest(std::get<double>(value));
-}
-
 }  // namespace
 
 Value parseValue(const client::Applet& applet, const Parameter& parameter, const std::string& text) {
@@ -202,6 +192,16 @@ std::string enumeratorOf(const Parameter& parameter, const Value& value) {
     return entry != nullptr ? entry->name : "";
 }
 
+std::string numberInWords(const Value& value) {
+    if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+        return std::to_string(*whole);
+    }
+    if (const auto* whole = std::get_if<std::uint64_t>(&value)) {
+        return std::to_string(*whole);
+    }
+    return client::readable(std::get<double>(value));
+}
+
 std::string inWords(const Parameter& parameter, const Value& value) {
     if (std::holds_alternative<std::monostate>(value)) {
         return "no value arrives";
@@ -216,7 +216,7 @@ std::string inWords(const Parameter& parameter, const Value& value) {
     if (const std::string name = enumeratorOf(parameter, value); !name.empty()) {
         return name + " (" + number + ")";
     }
-    const std::string unit = parameter.record ? client::utf8(parameter.record->unit) : "";
+    const std::string unit = parameter.record ? client::readableUnit(parameter.record->unit) : "";
     return unit.empty() ? number : number + " " + unit;
 }
 

@@ -25,6 +25,8 @@ Value parseValue(const client::Applet& applet, const Parameter& parameter, const
 int readValue(client::Applet& applet, const Parameter& parameter, Value& value);
 int writeValue(client::Applet& applet, const Parameter& parameter, const Value& value);
 
+/// A number as people write it.
+std::string numberInWords(const Value& value);
 /// A value in words: "1024 pixel", "FG_ON (1)", "\"curve.lut\"".
 std::string inWords(const Parameter& parameter, const Value& value);
 Json toJson(const Value& value);

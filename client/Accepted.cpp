@@ -48,7 +48,7 @@ constexpr double AnyStep = 1e-12;
 template <typename Number>
 std::string numberText(Number number) {
     if constexpr (std::is_floating_point_v<Number>) {
-        return shortest(number);
+        return readable(number);
     } else {
         return std::to_string(number);
     }
@@ -92,7 +92,7 @@ std::string acceptedValues(const ParameterRecord& record) {
             if constexpr (std::is_same_v<std::decay_t<decltype(held)>, std::monostate>) {
                 return "";
             } else {
-                return rangeText(held, utf8(record.unit));
+                return rangeText(held, readableUnit(record.unit));
             }
         },
         record.range);

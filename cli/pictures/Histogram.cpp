@@ -28,7 +28,7 @@ constexpr std::array<const char*, Eighths + 1> blocks{" ",
 
 /// "49.8 %"
 std::string percent(double share) {
-    return client::shortest(std::round(share * 1000) / 10) + " %";
+    return client::readable(std::round(share * 1000) / 10) + " %";
 }
 
 /// A colour's steps, several to a column.

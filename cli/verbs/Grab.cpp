@@ -64,7 +64,7 @@ struct Statistics {
 };
 
 std::string rounded(double number) {
-    return client::shortest(std::round(number * 10) / 10);
+    return client::readable(std::round(number * 10) / 10);
 }
 
 /// One line on standard error that is written again and again, where that is a terminal.

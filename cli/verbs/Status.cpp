@@ -81,7 +81,7 @@ std::string statusInWords(const StatusRow& row, const Parameter& parameter, cons
     }
     const std::string unit(row.unit);
     const bool plainNumber = json.is_number() && enumeratorOf(parameter, value).empty() && !unit.empty();
-    return plainNumber ? inOneLine(json) + " " + unit : inWords(parameter, value);
+    return plainNumber ? numberInWords(value) + " " + unit : inWords(parameter, value);
 }
 
 /// One look at everything; answers whether all of it could be read.

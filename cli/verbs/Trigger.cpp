@@ -52,7 +52,7 @@ std::string lineSentence(TriggerState& state) {
     const std::string exposure = state.words("FG_LINEEXPOSURE");
     if (periodCounts(state)) {
         return "A line every " + state.words("FG_LINEPERIODE") + " (" +
-               client::shortest(1e6 / state.real("FG_LINEPERIODE")) + " lines a second), exposed for " + exposure + ".";
+               client::readable(1e6 / state.real("FG_LINEPERIODE")) + " lines a second), exposed for " + exposure + ".";
     }
     const std::int64_t downscale = state.whole("FG_LINE_DOWNSCALE");
     const std::string pulses = downscale == 1 ? "each pulse" : "every " + std::to_string(downscale) + " pulses";
@@ -163,8 +163,8 @@ std::vector<std::string> timingText(const Chart& chart) {
         lines.push_back(line);
     }
     lines.push_back(std::string(9, ' ') + "0" +
-                    std::string(width - 1 - displayWidth(client::shortest(chart.x.max)) - 3, ' ') +
-                    client::shortest(chart.x.max) + " " + chart.x.label);
+                    std::string(width - 1 - displayWidth(client::readable(chart.x.max)) - 3, ' ') +
+                    client::readable(chart.x.max) + " " + chart.x.label);
     return lines;
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace quillon::client {
 namespace {
 
@@ -15,6 +17,31 @@ TEST(Text, TheMicroSignOfTheTimesBecomesTwoBytes) {
 
 TEST(Text, TheHighestCharacterOfLatin1BecomesTwoBytes) {
     EXPECT_EQ(utf8("\xFF"), "\xC3\xBF");
+}
+
+TEST(Text, NumbersHaveTwelveDigitsAndNoExponentInOrdinarySizes) {
+    EXPECT_EQ(readable(0), "0");
+    EXPECT_EQ(readable(100000), "100000");
+    EXPECT_EQ(readable(3999.9999999999995), "4000");
+    EXPECT_EQ(readable(-0.0009765625), "-0.0009765625");
+    EXPECT_EQ(readable(10240.026214467109), "10240.0262145");
+    EXPECT_EQ(readable(34359738.36), "34359738.36");
+    EXPECT_EQ(readable(0.00001), "0.00001");
+    EXPECT_EQ(readable(123456789012345), "123456789012345");
+    EXPECT_EQ(readable(999999999999.9), "1000000000000");
+}
+
+TEST(Text, OtherNumbersHaveOne) {
+    EXPECT_EQ(readable(1e300), "1e+300");
+    EXPECT_EQ(readable(1e-12), "1e-12");
+    EXPECT_EQ(readable(std::numeric_limits<double>::infinity()), "inf");
+    EXPECT_EQ(readable(std::numeric_limits<double>::quiet_NaN()), "nan");
+}
+
+TEST(Text, UnitsAreWhatPeopleWrite) {
+    EXPECT_EQ(readableUnit("\xB5s"), "\xC2\xB5s");
+    EXPECT_EQ(readableUnit("Celsius"), "\xC2\xB0\x43");
+    EXPECT_EQ(readableUnit(""), "");
 }
 
 }  // namespace

@@ -11,4 +11,11 @@ std::string utf8(std::string_view latin1);
 /// The shortest decimal form that reads back as the same number: "0.1", "1e+300", "nan".
 std::string shortest(double number);
 
+/// A number as people write it: with twelve digits, as many as a configuration keeps, and without an exponent where it
+/// is of an ordinary size: "10000000", "4000" for 3999.9999999999995.
+std::string readable(double number);
+
+/// A unit of the applet in UTF-8, as people write it: "µs", "°C" for "Celsius".
+std::string readableUnit(std::string_view unit);
+
 }  // namespace quillon::client
