@@ -193,6 +193,9 @@ int run(std::vector<std::string> words, Console& console) {
     std::reverse(words.begin(), words.end());  // the parser takes them from the back
     try {
         app.parse(words);
+    } catch (const CLI::CallForHelp&) {
+        console.out << foldLines(app.help(), lineWidth());
+        return Done;
     } catch (const CLI::ParseError& error) {
         return error.get_exit_code() == 0 ? app.exit(error, console.out, console.err)
                                           : reportUsage(app, options, error, console);

@@ -7,7 +7,11 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdlib>
+#include <limits>
+#include <numeric>
+#include <utility>
 
 namespace quillon::cli {
 
@@ -70,6 +74,129 @@ std::string readUpTo(int descriptor, char end, std::chrono::milliseconds patienc
     return answer;
 }
 
+std::string_view environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+constexpr std::size_t Gap = 2;  // blanks between columns
+
+/// Bytes of the escape sequence that the text begins with, as "ESC [ 31 m".
+std::size_t escapeLength(std::string_view text) {
+    return text.starts_with("\033[") ? std::min(text.find('m'), text.size() - 1) + 1 : 0;
+}
+
+std::size_t leadingBlanks(std::string_view text) {
+    return std::min(text.find_first_not_of(' '), text.size());
+}
+
+/// A text in lines of at most `width` characters, if its words are no longer. It keeps the blanks in front.
+std::vector<std::string> fold(std::string_view text, std::size_t width) {
+    const std::string indent(leadingBlanks(text), ' ');
+    std::vector<std::string> lines;
+    std::string line = indent;
+    std::size_t begin = indent.size();
+    bool isEmpty = true;
+    while (begin < text.size()) {
+        const std::size_t end = std::min(text.find(' ', begin), text.size());
+        const std::size_t next = std::min(text.find_first_not_of(' ', end), text.size());
+        const std::string_view word = text.substr(begin, end - begin);
+        if (!isEmpty && displayWidth(line) + displayWidth(word) > width) {
+            line.erase(line.find_last_not_of(' ') + 1);
+            lines.push_back(std::exchange(line, indent));
+        }
+        line += text.substr(begin, next - begin);
+        isEmpty = false;
+        begin = next;
+    }
+    line.erase(std::max(line.find_last_not_of(' ') + 1, indent.size()));
+    lines.push_back(line);
+    return lines;
+}
+
+/// The width that a cell needs at least.
+std::size_t longestWord(std::string_view text) {
+    std::size_t longest = 0;
+    for (const std::string& line : fold(text, 0)) {
+        longest = std::max(longest, displayWidth(line));
+    }
+    return longest;
+}
+
+using Widths = std::vector<std::size_t>;
+
+std::size_t sumOf(const Widths& widths) {
+    return std::accumulate(widths.begin(), widths.end(), std::size_t{0}) + Gap * (widths.size() - 1);
+}
+
+/// Takes from the widest columns what is too much; says whether their words allow it.
+bool narrow(Widths& widths, const Widths& least, std::size_t room) {
+    while (sumOf(widths) > room) {
+        std::size_t widest = widths.size();
+        for (std::size_t column = 0; column < widths.size(); ++column) {
+            if (widths[column] > least[column] && (widest == widths.size() || widths[column] > widths[widest])) {
+                widest = column;
+            }
+        }
+        if (widest == widths.size()) {
+            return false;
+        }
+        --widths[widest];
+    }
+    return true;
+}
+
+void printLine(std::ostream& out, std::string line) {
+    line.erase(line.find_last_not_of(' ') + 1);
+    out << line << '\n';
+}
+
+void printInColumns(std::ostream& out, const std::vector<std::string>& row, const Widths& widths,
+                    std::string_view indent) {
+    std::vector<std::vector<std::string>> cells;
+    std::size_t height = 1;
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        cells.push_back(fold(row[column], widths[column]));
+        height = std::max(height, cells.back().size());
+    }
+    for (std::size_t i = 0; i < height; ++i) {
+        std::string line(indent);
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            const std::string text = i < cells[column].size() ? cells[column][i] : "";
+            const std::size_t shown = displayWidth(text);
+            line += text + std::string(widths[column] - std::min(widths[column], shown) + Gap, ' ');
+        }
+        printLine(out, line);
+    }
+}
+
+/// The cells behind the first in lines of their own, as many in one as fit.
+void printBelow(std::ostream& out, const std::vector<std::string>& row, std::string_view indent, std::size_t width) {
+    std::string line;
+    const auto begin = [&](const std::string& text) {
+        std::vector<std::string> lines = fold(text, width);
+        line = std::move(lines.back());
+        lines.pop_back();
+        for (const std::string& one : lines) {
+            printLine(out, one);
+        }
+    };
+    begin(std::string(indent) + (row.empty() ? "" : row.front()));
+    const std::string below(leadingBlanks(line) + 2 * Gap, ' ');
+    for (std::size_t column = 1; column < row.size(); ++column) {
+        if (row[column].empty()) {
+            continue;
+        }
+        if (displayWidth(line) + Gap + displayWidth(row[column]) <= width) {
+            line += std::string(Gap, ' ') + row[column];
+            continue;
+        }
+        printLine(out, line);
+        begin(below + row[column]);
+    }
+    printLine(out, line);
+}
+
 }  // namespace
 
 TerminalSize terminalSize(int descriptor) {
@@ -80,7 +207,7 @@ TerminalSize terminalSize(int descriptor) {
 
 bool drawsSixels(int descriptor, std::chrono::milliseconds patience) {
     // A process in the background would be stopped for changing the terminal.
-    if (isatty(descriptor) == 0 || tcgetpgrp(descriptor) != getpgrp()) {
+    if (!takesEscapes(descriptor) || tcgetpgrp(descriptor) != getpgrp()) {
         return false;
     }
     const RawInput raw(descriptor);
@@ -99,7 +226,11 @@ bool drawsSixels(int descriptor, std::chrono::milliseconds patience) {
     return attributes.find(";4;") != std::string::npos;
 }
 
-Painter::Painter(int descriptor) : coloured_(isatty(descriptor) == 1 && std::getenv("NO_COLOR") == nullptr) {}
+bool takesEscapes(int descriptor) {
+    return isatty(descriptor) == 1 && environment("TERM") != "dumb";
+}
+
+Painter::Painter(int descriptor) : coloured_(takesEscapes(descriptor) && environment("NO_COLOR").empty()) {}
 
 std::string Painter::paint(Style style, std::string_view text) const {
     if (!coloured_ || style == Style::Plain) {
@@ -109,29 +240,76 @@ std::string Painter::paint(Style style, std::string_view text) const {
 }
 
 std::size_t displayWidth(std::string_view text) {
-    // Every byte but those that continue a character begins one.
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+    std::size_t width = 0;
+    while (!text.empty()) {
+        if (const std::size_t length = escapeLength(text); length > 0) {
+            text.remove_prefix(length);
+            continue;
+        }
+        // Every byte but those that continue a character begins one.
+        width += (static_cast<unsigned char>(text.front()) & 0xC0) != 0x80 ? 1 : 0;
+        text.remove_prefix(1);
+    }
+    return width;
+}
+
+std::size_t lineWidth() {
+    const std::string_view told = environment("COLUMNS");
+    std::size_t columns = 0;
+    const auto [end, failure] = std::from_chars(told.data(), told.data() + told.size(), columns);
+    if (failure == std::errc{} && end == told.data() + told.size() && columns > 0) {
+        return columns;
+    }
+    return isatty(STDOUT_FILENO) == 1 ? terminalSize(STDOUT_FILENO).columns : std::numeric_limits<std::size_t>::max();
+}
+
+std::string foldLines(std::string_view text, std::size_t width) {
+    if (width == std::numeric_limits<std::size_t>::max()) {
+        return std::string(text);
+    }
+    std::string result;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        const std::string_view line = text.substr(0, end);
+        // The last column begins behind the last two blanks.
+        const std::size_t blanks = line.find_last_not_of(' ') == std::string_view::npos ? 0 : line.rfind("  ") + 2;
+        const std::size_t column = blanks < Gap || blanks + 24 > width ? leadingBlanks(line) : blanks;
+        std::string head(line.substr(0, column));
+        for (const std::string& part : fold(line.substr(column), width - std::min(width, column))) {
+            result += head + part + "\n";
+            head.assign(column, ' ');
+        }
+        if (end == std::string_view::npos) {
+            result.pop_back();
+            break;
+        }
+        text.remove_prefix(end + 1);
+    }
+    return result;
 }
 
 void printRows(std::ostream& out, const Rows& rows, std::string_view indent) {
-    std::vector<std::size_t> widths;
+    printRows(out, rows, indent, lineWidth());
+}
+
+void printRows(std::ostream& out, const Rows& rows, std::string_view indent, std::size_t width) {
+    Widths widths;
+    Widths least;
     for (const auto& row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
+        least.resize(widths.size());
         for (std::size_t column = 0; column < row.size(); ++column) {
             widths[column] = std::max(widths[column], displayWidth(row[column]));
+            least[column] = std::max(least[column], longestWord(row[column]));
         }
     }
+    const bool fit = widths.empty() || narrow(widths, least, width - std::min(width, indent.size()));
     for (const auto& row : rows) {
-        std::string line(indent);
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            line += row[column];
-            if (column + 1 < row.size()) {
-                line.append(widths[column] - displayWidth(row[column]) + 2, ' ');
-            }
+        if (fit) {
+            printInColumns(out, row, widths, indent);
+        } else {
+            printBelow(out, row, indent, width);
         }
-        line.erase(line.find_last_not_of(' ') + 1);
-        out << line << '\n';
     }
 }
 

@@ -15,14 +15,17 @@ enum class Style { Plain, Strong, Faint, Good, Bad };
 /// Dresses texts for one output stream.
 class Painter {
 public:
-    /// Colour for a stream that is a terminal, unless NO_COLOR is set. `descriptor`: 1 standard output, 2 standard
-    /// error.
+    /// Colour for a stream that is a terminal with more than plain text, unless NO_COLOR holds something.
+    /// `descriptor`: 1 standard output, 2 standard error.
     explicit Painter(int descriptor);
     std::string paint(Style style, std::string_view text) const;
 
 private:
     bool coloured_;
 };
+
+/// Whether a terminal is there that takes more than plain text: TERM is not "dumb".
+bool takesEscapes(int descriptor);
 
 /// Characters that fit into a terminal.
 struct TerminalSize {
@@ -37,11 +40,21 @@ TerminalSize terminalSize(int descriptor);
 /// terminal that this process has in the foreground.
 bool drawsSixels(int descriptor, std::chrono::milliseconds patience);
 
-/// Characters that a UTF-8 text shows.
+/// Characters that a UTF-8 text shows, without what colours it.
 std::size_t displayWidth(std::string_view text);
 
-/// Rows of cells; all but the last column are padded to the widest cell.
+/// Characters that a line of standard output may have: what COLUMNS says, or the width of the terminal. Without either
+/// the lines stay whole, as other programs want them.
+std::size_t lineWidth();
+
+/// The lines of a text of several, those that are longer than `width` broken at blanks; what goes on in another line
+/// stands below the last column of the first.
+std::string foldLines(std::string_view text, std::size_t width);
+
+/// Rows of cells; all but the last column are padded to the widest cell. Where a line has less room the cells are
+/// broken at blanks, and where that is not enough they stand one below the other.
 using Rows = std::vector<std::vector<std::string>>;
 void printRows(std::ostream& out, const Rows& rows, std::string_view indent = "");
+void printRows(std::ostream& out, const Rows& rows, std::string_view indent, std::size_t width);
 
 }  // namespace quillon::cli

@@ -70,7 +70,7 @@ std::string rounded(double number) {
 /// One line on standard error that is written again and again, where that is a terminal.
 class Progress {
 public:
-    Progress(std::ostream& out, unsigned wanted) : out_(out), wanted_(wanted), visible_(isatty(STDERR_FILENO) == 1) {}
+    Progress(std::ostream& out, unsigned wanted) : out_(out), wanted_(wanted), visible_(takesEscapes(STDERR_FILENO)) {}
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
     ~Progress() { clear(); }
@@ -116,7 +116,7 @@ public:
 
 private:
     static bool terminalHasSixels() {
-        if (isatty(STDOUT_FILENO) == 0) {
+        if (!takesEscapes(STDOUT_FILENO)) {
             return false;
         }
         const int terminal = open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC);
