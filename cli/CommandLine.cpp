@@ -16,10 +16,11 @@ namespace quillon::cli {
 
 namespace {
 
-constexpr std::array verbAdders{
-    addInfoVerb,    addGetVerb,  addSetVerb,  addRegistersVerb, addListVerb,      addDescribeVerb, addXmlVerb,
-    addEventsVerb,  addSaveVerb, addLoadVerb, addCheckVerb,     addDiffVerb,      addStatusVerb,   addLutVerb,
-    addTriggerVerb, addIoVerb,   addGrabVerb, addDemoVerb,      addReferenceVerb, addManualVerb,   addCompletionVerb};
+constexpr std::array verbAdders{addInfoVerb,       addGetVerb,  addSetVerb,    addRegistersVerb, addListVerb,
+                                addDescribeVerb,   addXmlVerb,  addEventsVerb, addSaveVerb,      addLoadVerb,
+                                addCheckVerb,      addDiffVerb, addStatusVerb, addLutVerb,       addTriggerVerb,
+                                addIoVerb,         addGrabVerb, addDemoVerb,   addReferenceVerb, addManualVerb,
+                                addCompletionVerb, addHelpVerb};
 
 constexpr const char* description =
     "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold, and\n"
@@ -49,6 +50,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
     app.add_flag("--quiet", options.quiet, "Do not tell what a load or a save of a configuration does without a word");
     app.add_flag("--strict", options.strict, "Do not load a configuration that check finds errors in");
     app.add_flag("--json", options.json, "Answer as JSON");
+    app.set_version_flag("--version", "quillon " QUILLON_VERSION, "Print the version of the command and exit");
 }
 
 /// Says why nothing came of the command, in words and, if asked, as JSON.
@@ -60,16 +62,19 @@ int report(const Options& options, Console& console, ExitStatus status, const st
     return status;
 }
 
+std::string noSuchVerb(const CLI::App& app, const std::string& word) {
+    std::vector<std::string> names;
+    for (const CLI::App* verb : app.get_subcommands(nullptr)) {
+        names.push_back(verb->get_name());
+    }
+    return "there is no verb \"" + word + "\"" + didYouMean(word, names);
+}
+
 /// Says what a command line lacks; a word that was meant to be a verb gets the nearest one.
 int reportUsage(const CLI::App& app, const Options& options, const CLI::ParseError& error, Console& console) {
     const std::vector<std::string> unknown = app.remaining();
     if (app.get_subcommands().empty() && !unknown.empty()) {
-        std::vector<std::string> names;
-        for (const CLI::App* verb : app.get_subcommands(nullptr)) {
-            names.push_back(verb->get_name());
-        }
-        return report(options, console, Usage,
-                      "there is no verb \"" + unknown.front() + "\"" + didYouMean(unknown.front(), names));
+        return report(options, console, Usage, noSuchVerb(app, unknown.front()));
     }
     return report(options, console, Usage, std::string(error.what()) + "; --help tells more");
 }
@@ -172,6 +177,19 @@ Verb Verbs::add(const std::string& name, const std::string& summary, const std::
 
 Description Verbs::describe() const {
     return describeApp(commands_);
+}
+
+std::string Verbs::help(const std::string& verb) const {
+    if (verb.empty()) {
+        // Its own function tells about the verb that was chosen.
+        return commands_.get_formatter()->make_help(&commands_, commands_.get_name(), CLI::AppFormatMode::Normal);
+    }
+    for (const CLI::App* one : commands_.get_subcommands(nullptr)) {
+        if (one->get_name() == verb) {
+            return one->help(commands_.get_name());
+        }
+    }
+    throw UsageError(noSuchVerb(commands_, verb));
 }
 
 namespace {

@@ -95,6 +95,8 @@ public:
 
     /// The whole command, for verbs that tell about it; to be asked when all have entered themselves.
     Description describe() const;
+    /// The help of a verb, or of the whole command for an empty name. Throws UsageError for what is no verb.
+    std::string help(const std::string& verb) const;
 
 private:
     CLI::App& commands_;
@@ -122,5 +124,6 @@ void addDemoVerb(Verbs& verbs);
 void addReferenceVerb(Verbs& verbs);
 void addManualVerb(Verbs& verbs);
 void addCompletionVerb(Verbs& verbs);
+void addHelpVerb(Verbs& verbs);
 
 }  // namespace quillon::cli

@@ -27,6 +27,7 @@ constexpr std::array rules{
     Rule{"describe", "", "parameters"},
     Rule{"registers", "", "registers"},
     Rule{"info", "", "constants"},
+    Rule{"help", "", "verbs"},
     Rule{"completion", "", "bash zsh"},
     Rule{"load", "", "(.mcf)"},
     Rule{"save", "", "(.mcf)"},
