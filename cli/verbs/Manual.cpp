@@ -1,3 +1,5 @@
+#include <array>
+
 #include "cli/Verb.h"
 
 namespace quillon::cli {
@@ -33,6 +35,62 @@ void writeExamples(std::ostream& out, const std::string& footer) {
     out << ".PP\n.nf\n" << escaped(footer) << "\n.fi\n";
 }
 
+struct Term {
+    const char* word;
+    const char* text;
+};
+
+constexpr std::array exitStatus{
+    Term{"0", "Done."},
+    Term{"1",
+         "Refused by the applet or the design, or a file or standard output could not be written. A reader of a "
+         "pipe that has enough is no error."},
+    Term{"2", "Usage: an unknown verb, option or name, a text that is no value."},
+    Term{"3", "No library or no board."},
+};
+
+constexpr std::array environment{
+    Term{"COLUMNS",
+         "Characters of a line, by which tables and help are folded. By default as many as the terminal "
+         "has; without a terminal lines stay whole."},
+    Term{"NO_COLOR", "Holds anything: no colour. Colour is for terminals alone."},
+    Term{"TERM", "\"dumb\": neither colour nor a line that tells of progress."},
+    Term{"TMPDIR", "Folder for what lives no longer than the command; by default /tmp."},
+    Term{"ORLO_ENABLE_DRA",
+         "\"yes\", \"true\", \"on\" or \"1\": registers of the design are parameters DRA_... as well."},
+    Term{"ORLO_ENABLE_DIXA", "The same for the SDK's own parameters, DIXA_..."},
+    Term{"ORLO_LOG_LEVEL, ORLO_LOG_FILE",
+         "Lowest level of the log that is shown, of which 4 shows all, and the file "
+         "that it goes to."},
+};
+
+constexpr std::array files{
+    Term{"*.mcf",
+         "Configurations: the values of all parameters that are saved, as text. \"quillon check\" tells what "
+         "a load would keep silent about."},
+    Term{"*.lut", "Lookup tables: 16384 entries for each of three colours, as text."},
+    Term{"*.tav", "Design files, for --design."},
+    Term{"../lib/libQuillon.so, ../lib/softboard",
+         "The applet and the software board's libraries, seen from the "
+         "folder of the command."},
+    Term{"../share/quillon.bash, ../share/_quillon", "Completion for bash and the Z shell, likewise."},
+};
+
+constexpr const char* json =
+    "With --json a verb answers with JSON on standard output, in UTF-8, and tells errors on standard error all the "
+    "same. Where nothing came of the command the answer is an object with \"error\", a text, and \"status\", the exit "
+    "status. Numbers are exact, where words round them to twelve digits; an enumerator is its number, with its name "
+    "beside it. Bytes of file names and other texts that are no UTF-8 are read as Latin-1, and those that are no "
+    "characters there are replaced by U+FFFD.";
+
+template <typename Terms>
+void writeTerms(std::ostream& out, const char* heading, const Terms& terms) {
+    out << ".SH " << heading << '\n';
+    for (const Term& term : terms) {
+        out << ".TP\n.B " << escaped(term.word) << '\n' << escaped(term.text) << '\n';
+    }
+}
+
 ExitStatus manual(const Description& command, Console& console) {
     std::ostream& out = console.out;
     out << ".TH QUILLON 1\n.SH NAME\nquillon \\- talk to the frame grabber applet\n"
@@ -46,8 +104,12 @@ ExitStatus manual(const Description& command, Console& console) {
         writeOptions(out, verb);
         writeExamples(out, verb.footer);
     }
-    out << ".SH EXAMPLES AND EXIT STATUS\n";
+    out << ".SH EXAMPLES\n";
     writeExamples(out, command.footer);
+    writeTerms(out, "EXIT STATUS", exitStatus);
+    writeTerms(out, "ENVIRONMENT", environment);
+    writeTerms(out, "FILES", files);
+    out << ".SH JSON\n" << escaped(json) << '\n';
     return Done;
 }
 

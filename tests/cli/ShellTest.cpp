@@ -18,6 +18,21 @@ TEST(ManualVerb, EveryVerbHasASection) {
     EXPECT_THAT(outcome.out, HasSubstr("\n.B \\-\\-trace\n"));
 }
 
+TEST(ManualVerb, ItTellsOfStatusEnvironmentFilesAndJson) {
+    const std::string page = quillon({"manual"}).out;
+    EXPECT_THAT(page, HasSubstr("\n.SH EXIT STATUS\n.TP\n.B 0\nDone.\n.TP\n.B 1\n"));
+    EXPECT_THAT(page, HasSubstr("\n.SH ENVIRONMENT\n.TP\n.B COLUMNS\n"));
+    EXPECT_THAT(page, HasSubstr("\n.SH FILES\n.TP\n.B *.mcf\n"));
+    EXPECT_THAT(page, HasSubstr("\n.SH JSON\nWith \\-\\-json a verb answers"));
+}
+
+TEST(ManualVerb, TheFormatterHasNothingToSayAboutThePage) {
+    const Outcome outcome =
+        shell("command -v groff > /dev/null || exit 0\n\"$quillon\" manual | groff -man -Tascii -ww -Z > /dev/null");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+}
+
 TEST(CompletionVerb, BashOffersVerbsAndParameterNames) {
     const Folder folder;
     const Outcome script = quillon({"completion", "bash"});
