@@ -396,7 +396,7 @@ private:
             const std::string range =
                 bounds.most == AnyRate
                     ? "more than 0"
-                    : client::readable(bounds.least) + " to " +
+                    : client::readableLeast(bounds.least) + " to " +
                           inWords(parsed->first, parseValue(applet_, parsed->first, client::shortest(bounds.most)));
             complain(line.number, line.key,
                      inWords(parsed->first, parsed->second) + " is accepted in no speed mode\n  accepted: " + range);

@@ -136,7 +136,8 @@ void Session::tellFindings(const std::filesystem::path& file) const {
 }
 
 void Session::tellNotKept(const std::filesystem::path& file) {
-    if (err_ == nullptr || options_.quiet) {
+    // What went into a pipe or a device has gone.
+    if (err_ == nullptr || options_.quiet || !std::filesystem::is_regular_file(file)) {
         return;
     }
     Session other(withoutFiles(options_));

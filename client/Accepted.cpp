@@ -45,28 +45,39 @@ constexpr const char* NoValue = "no value at present";
 // A step below this is the catalogue's way to say that a double takes any value.
 constexpr double AnyStep = 1e-12;
 
+/// The numbers of a range that people read. Both bounds are accepted as they are written.
 template <typename Number>
-std::string numberText(Number number) {
-    if constexpr (std::is_floating_point_v<Number>) {
-        return readable(number);
-    } else {
-        return std::to_string(number);
+struct RangeWords {
+    explicit RangeWords(const Range<Number>& range) {
+        if constexpr (std::is_floating_point_v<Number>) {
+            min = readableLeast(range.min);
+            max = readableMost(range.max);
+            step = readable(range.step);
+        } else {
+            min = std::to_string(range.min);
+            max = std::to_string(range.max);
+            step = std::to_string(range.step);
+        }
     }
-}
+    std::string min;
+    std::string max;
+    std::string step;
+};
 
 template <typename Number>
 std::string rangeText(const Range<Number>& range, const std::string& unit) {
     if (range.min > range.max) {
         return NoValue;
     }
+    const RangeWords words(range);
     if (range.min == range.max) {
         // A read-out without a told range has no step either.
-        return range.step == Number{0} ? "" : "only " + numberText(range.min);
+        return range.step == Number{0} ? "" : "only " + words.min;
     }
-    std::string text = numberText(range.min) + " to " + numberText(range.max) + (unit.empty() ? "" : " " + unit);
+    std::string text = words.min + " to " + words.max + (unit.empty() ? "" : " " + unit);
     const bool tellsStep =
         std::is_floating_point_v<Number> ? static_cast<double>(range.step) > AnyStep : range.step > Number{1};
-    return tellsStep ? text + " in steps of " + numberText(range.step) : text;
+    return tellsStep ? text + " in steps of " + words.step : text;
 }
 
 std::string enumeratorList(const ParameterRecord& record) {

@@ -29,15 +29,21 @@ std::string shortest(double number) {
     return std::string(buffer.data(), failure == std::errc{} ? end : buffer.data());
 }
 
+namespace {
+
+/// The digits that people read of a number; more are noise of its binary form.
+constexpr int ReadableDigits = 12;
+
+}  // namespace
+
 std::string readable(double number) {
-    constexpr int digits = 12;
     const double magnitude = std::abs(number);
     std::array<char, 64> buffer{};
     const auto written =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::general, digits);
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::general, ReadableDigits);
     std::string text(buffer.data(), written.ptr);
     if (text.find('e') != std::string::npos && magnitude > 1e-9 && magnitude < 1e15) {
-        const int behindPoint = digits - 1 - static_cast<int>(std::floor(std::log10(magnitude)));
+        const int behindPoint = ReadableDigits - 1 - static_cast<int>(std::floor(std::log10(magnitude)));
         const auto fixed = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed,
                                          std::max(behindPoint, 0));
         text.assign(buffer.data(), fixed.ptr);
@@ -49,6 +55,31 @@ std::string readable(double number) {
         }
     }
     return text;
+}
+
+namespace {
+
+/// The distance between numbers of the digits that people read, where `number` is.
+double readableStep(double number) {
+    return std::pow(10.0, std::floor(std::log10(std::abs(number))) + 1 - ReadableDigits);
+}
+
+double readBack(const std::string& text) {
+    double number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+}  // namespace
+
+std::string readableLeast(double bound) {
+    const std::string text = readable(bound);
+    return readBack(text) < bound ? readable(bound + readableStep(bound)) : text;
+}
+
+std::string readableMost(double bound) {
+    const std::string text = readable(bound);
+    return readBack(text) > bound ? readable(bound - readableStep(bound)) : text;
 }
 
 std::string readableUnit(std::string_view unit) {

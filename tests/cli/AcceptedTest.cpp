@@ -114,9 +114,10 @@ protected:
         expectAccepted(parameter, told.min);
         expectAccepted(parameter, told.max);
         if (parameter.kind == ParameterKind::Double) {
-            constexpr double infinity = std::numeric_limits<double>::infinity();
-            expectRefused(parameter, std::nextafter(static_cast<double>(told.min), -infinity));
-            expectRefused(parameter, std::nextafter(static_cast<double>(told.max), infinity));
+            // Twelve digits are told.
+            constexpr Number relative = 1e-11L;
+            expectRefused(parameter, told.min - std::max(std::abs(told.min) * relative, relative));
+            expectRefused(parameter, told.max + std::max(std::abs(told.max) * relative, relative));
         } else {
             // A number without a sign takes one below 0 for a huge one, which is outside, too.
             expectRefused(parameter, told.min - told.step);

@@ -196,7 +196,7 @@ TEST(CheckVerb, TwoWrongValuesAreToldBoth) {
 TEST(CheckVerb, WhatALoadChangesWithoutRefusingIsANote) {
     const std::vector<std::array<std::string, 4>> values{
         {"FG_CAMERASIMULATOR_WIDTH", "1024", "2048", "2048 pixel becomes 1024 pixel: a load does not change the width"},
-        {"FG_CAMERASIMULATOR_LINERATE", "10240.0262145", "5e6", " Hz becomes 3787878.78787"},
+        {"FG_CAMERASIMULATOR_LINERATE", "10240.0262145", "5e6", " Hz becomes 3787878.78788 Hz"},
         {"FG_VANTAGEPOINT", "0", "1", "FG_VANTAGEPOINT_TOP_RIGHT (1) is read back, but the design does not mirror"}};
     for (const auto& [key, start, value, told] : values) {
         const Folder folder;

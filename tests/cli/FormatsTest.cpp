@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "client/testing/BuiltApplet.h"
 #include "tests/cli/Command.h"
 
 // What docs/formats.md tells its readers.
@@ -99,50 +100,77 @@ TEST(ConfigurationFormat, AValueThatIsNotAcceptedIsHeldAllTheSame) {
 
 using Replacements = std::vector<std::pair<std::string, std::string>>;
 
-/// The tables after a load of the start-up curve's file with some texts in place of others.
-nlohmann::json tablesOf(const Replacements& replacements) {
-    const Folder folder;
-    quillon({"lut", "--save", folder / "curve.lut"});
-    std::string text = contentOf(folder / "curve.lut");
-    for (const auto& [from, to] : replacements) {
-        replace(text, from, to);
+/// An applet that has read the start-up curve's file with some texts in place of others.
+class TableFormat : public ::testing::Test {
+protected:
+    TableFormat() { EXPECT_EQ(built_.applet.setInt(FG_LUT_TYPE, 0), 0); }
+
+    int loadFile(const std::string& file) { return built_.applet.setText(FG_LUT_CUSTOM_FILE, file); }
+    void load(const Replacements& replacements) {
+        const Folder folder;
+        quillon({"lut", "--save", folder / "curve.lut"});
+        std::string text = contentOf(folder / "curve.lut");
+        for (const auto& [from, to] : replacements) {
+            replace(text, from, to);
+        }
+        std::ofstream(folder / "curve.lut", std::ios::binary) << text;
+        EXPECT_EQ(loadFile(folder / "curve.lut"), 0);
     }
-    std::ofstream(folder / "curve.lut", std::ios::binary) << text;
-    return quillon({"lut", "--load", folder / "curve.lut", "--json"}).json();
+    std::uint32_t red(std::size_t index) { return table(FG_LUT_VALUE_RED)[index]; }
+    std::vector<std::uint32_t> table(int id) {
+        std::vector<std::uint32_t> entries(16384);
+        EXPECT_EQ(built_.applet.getField(id, entries), 0);
+        return entries;
+    }
+
+private:
+    client::testing::BuiltApplet built_;
+};
+
+TEST_F(TableFormat, ValuesAreTakenForWhatTheyAre) {
+    load({{"\n5,20;", "\n5,99999;"}});
+    EXPECT_EQ(red(5), 99999U);
+    load({{"\n5,20;", "\n5,x;"}});
+    EXPECT_EQ(red(5), 0U);
 }
 
-TEST(TableFormat, ValuesAreTakenForWhatTheyAre) {
-    EXPECT_EQ(tablesOf({{"\n5,20;", "\n5,99999;"}})["red"][5], 99999);
-    EXPECT_EQ(tablesOf({{"\n5,20;", "\n5,x;"}})["red"][5], 0);
+TEST_F(TableFormat, ASmallerCountLeavesTheRest) {
+    load({{"nrOfElements=16384;", "nrOfElements=4;"}, {"\n3,12;", "\n3,13;"}, {"\n5,20;", "\n5,21;"}});
+    EXPECT_EQ(red(3), 13U);
+    EXPECT_EQ(red(5), 20U);
 }
 
-TEST(TableFormat, ASmallerCountLeavesTheRest) {
-    const auto red =
-        tablesOf({{"nrOfElements=16384;", "nrOfElements=4;"}, {"\n3,12;", "\n3,13;"}, {"\n5,20;", "\n5,21;"}})["red"];
-    EXPECT_EQ(red[3], 13);
-    EXPECT_EQ(red[5], 20);
+TEST_F(TableFormat, ALargerCountIsThatOfTheTables) {
+    load({{"nrOfElements=16384;", "nrOfElements=99999;"}, {"\n5,20;", "\n5,21;"}});
+    EXPECT_EQ(red(5), 21U);
+    EXPECT_EQ(red(16383), 65535U);
 }
 
-TEST(TableFormat, ALargerCountIsThatOfTheTables) {
-    const auto tables = tablesOf({{"nrOfElements=16384;", "nrOfElements=99999;"}, {"\n5,20;", "\n5,21;"}});
-    EXPECT_EQ(tables["red"].size(), 16384U);
-    EXPECT_EQ(tables["red"][5], 21);
-}
-
-TEST(TableFormat, AnEntryThatIsLeftOutIsLookedForInTheNextSection) {
+TEST_F(TableFormat, AnEntryThatIsLeftOutIsLookedForInTheNextSection) {
     const std::string entries = "16380,65523;\n16381,65527;\n16382,65531;\n16383,65535;\n";
-    const auto tables = tablesOf({{entries, "16381,7;\n"}});
-    EXPECT_EQ(tables["red"][16379], 65519);
-    EXPECT_EQ(tables["red"][16381], 65527);
-    const auto cut = tablesOf({{entries, ""}, {entries, ""}, {entries, ""}});
-    EXPECT_EQ(cut["red"][16379], 65519);
-    EXPECT_EQ(cut["red"][16380], 0);
+    load({{entries, "16381,7;\n"}});
+    EXPECT_EQ(red(16379), 65519U);
+    EXPECT_EQ(red(16381), 65527U);
+    load({{entries, ""}, {entries, ""}, {entries, ""}});
+    EXPECT_EQ(red(16379), 65519U);
+    EXPECT_EQ(red(16380), 0U);
 }
 
-TEST(TableFormat, WhatIsNoTableChangesNothing) {
+TEST_F(TableFormat, WhatIsNoTableChangesNothing) {
     const Folder folder;
     std::ofstream(folder / "curve.lut") << "no table\n";
-    EXPECT_EQ(quillon({"lut", "--load", folder / "curve.lut", "--json"}).json(), quillon({"lut", "--json"}).json());
+    const auto before = table(FG_LUT_VALUE_BLUE);
+    EXPECT_EQ(loadFile(folder / "curve.lut"), 0);
+    EXPECT_EQ(table(FG_LUT_VALUE_BLUE), before);
+    EXPECT_EQ(loadFile(folder / "none.lut"), -2076);
+}
+
+TEST_F(TableFormat, TheCommandRefusesWhatIsNoWholeTable) {
+    const Folder folder;
+    std::ofstream(folder / "curve.lut") << "no table\n";
+    const Outcome outcome = quillon({"lut", "--load", folder / "curve.lut"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("it is no lookup table"));
     EXPECT_THAT(quillon({"lut", "--load", folder / "none.lut"}).err, HasSubstr("-2076"));
 }
 

@@ -67,7 +67,7 @@ TEST_P(Saves, ALinkStaysOneAndTheFileKeepsItsRights) {
     EXPECT_EQ(static_cast<int>(std::filesystem::status(folder / ("far/" + file)).permissions()), 0640);
 }
 
-TEST(Save, AConfigurationThatDoesNotReachItsFileHasTheAppletsCode) {
+TEST(SavedFiles, AConfigurationThatDoesNotReachItsFileHasTheAppletsCode) {
     const Outcome outcome = quillon({"save", "/no/such/folder/state.mcf"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(
@@ -76,7 +76,7 @@ TEST(Save, AConfigurationThatDoesNotReachItsFileHasTheAppletsCode) {
         "  /no/such/folder/state.mcf cannot be written: No such file or directory\n");
 }
 
-TEST(Save, ItsBytesAreThoseOfTheFile) {
+TEST(SavedFiles, ItsBytesAreThoseOfTheFile) {
     const Folder folder;
     const auto json = quillon({"save", folder / "a.mcf", "--json"}).json();
     EXPECT_EQ(json["bytes"], std::filesystem::file_size(folder / "a.mcf"));
@@ -84,7 +84,7 @@ TEST(Save, ItsBytesAreThoseOfTheFile) {
     EXPECT_THAT(contentOf(folder / "a.mcf"), EndsWith(";\n"));
 }
 
-TEST(Save, APipeGetsAllOfIt) {
+TEST(SavedFiles, APipeGetsAllOfIt) {
     const Folder folder;
     const Outcome outcome = shell(
         "mkfifo a.mcf; cat a.mcf > copy & \"$quillon\" save a.mcf; status=$?; wait; \"$quillon\" save b.mcf; cmp copy "

@@ -38,6 +38,15 @@ TEST(Text, OtherNumbersHaveOne) {
     EXPECT_EQ(readable(std::numeric_limits<double>::quiet_NaN()), "nan");
 }
 
+TEST(ReadableBounds, LieInsideTheRange) {
+    EXPECT_EQ(readableMost(3787878.7878787876), "3787878.78787");
+    EXPECT_EQ(readableLeast(3787878.7878787876), "3787878.78788");
+    EXPECT_EQ(readableLeast(0.33333333333333), "0.333333333334");
+    EXPECT_EQ(readableMost(-0.33333333333333), "-0.333333333334");
+    EXPECT_EQ(readableMost(0), "0");
+    EXPECT_EQ(readableMost(34359738.36), "34359738.36");
+}
+
 TEST(Text, UnitsAreWhatPeopleWrite) {
     EXPECT_EQ(readableUnit("\xB5s"), "\xC2\xB5s");
     EXPECT_EQ(readableUnit("Celsius"), "\xC2\xB0\x43");

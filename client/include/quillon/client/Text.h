@@ -15,6 +15,10 @@ std::string shortest(double number);
 /// is of an ordinary size: "10000000", "4000" for 3999.9999999999995.
 std::string readable(double number);
 
+/// The bounds of a range, as readable() writes numbers, or the next such number inside the range.
+std::string readableLeast(double bound);
+std::string readableMost(double bound);
+
 /// A unit of the applet in UTF-8, as people write it: "µs", "°C" for "Celsius".
 std::string readableUnit(std::string_view unit);
 
