@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 
 #include "cli/Arguments.h"
 #include "cli/ExitStatus.h"
 #include "cli/Suggestions.h"
+#include "cli/Units.h"
 #include "quillon/client/Text.h"
 
 namespace quillon::cli {
@@ -121,21 +123,43 @@ std::string listOfEntries(const std::vector<std::uint32_t>& entries) {
 
 }  // namespace
 
+namespace {
+
+/// A number in the parameter's unit.
+double realValue(const Parameter& parameter, const std::string& text) {
+    try {
+        return parseQuantity(text, parameter.record ? client::readableUnit(parameter.record->unit) : "");
+    } catch (const UsageError& error) {
+        throw noValue(parameter, text, std::string(": ") + error.what());
+    }
+}
+
+/// "2kHz", "1 s": the number must be whole where the parameter's is.
+Value wholeQuantity(const Parameter& parameter, const std::string& text) {
+    constexpr double most = 1e15;  // beyond it not every whole number is a double
+    const double number = realValue(parameter, text);
+    if (!(std::abs(number) <= most) || number != std::floor(number)) {
+        throw noValue(parameter, text, ": it takes a whole number");
+    }
+    return wholeValue(parameter, text, {number < 0, static_cast<std::uint64_t>(std::abs(number))});
+}
+
+}  // namespace
+
 Value parseValue(const client::Applet& applet, const Parameter& parameter, const std::string& text) {
     switch (parameter.kind) {
         case ParameterKind::String: return text;
         case ParameterKind::Field: return parseEntries(parameter, text);
-        case ParameterKind::Double:
-            if (const auto number = parseReal(text)) {
-                return *number;
-            }
-            throw noValue(parameter, text, ": it takes a number");
+        case ParameterKind::Double: return realValue(parameter, text);
         case ParameterKind::Int:
         case ParameterKind::Int64:
         case ParameterKind::Forwarded: break;
     }
-    const auto number = parseWholeNumber(text);
-    return number ? wholeValue(parameter, text, *number) : parseEnumerator(applet, parameter, text);
+    if (const auto number = parseWholeNumber(text)) {
+        return wholeValue(parameter, text, *number);
+    }
+    return hasUnit(text) && !parameter.isEnumerated() ? wholeQuantity(parameter, text)
+                                                      : parseEnumerator(applet, parameter, text);
 }
 
 int readValue(client::Applet& applet, const Parameter& parameter, Value& value) {

@@ -17,8 +17,8 @@ using Value =
     std::variant<std::monostate, std::int64_t, std::uint64_t, double, std::string, std::vector<std::uint32_t>>;
 
 /// Turns the text of a command line into a value of the parameter's kind: a number, the name of an enumerator or of a
-/// public constant, its label, a text, or the entries of a lookup table separated by commas. Does not look at ranges:
-/// that is the applet's. Throws UsageError.
+/// public constant, its label, a text, or the entries of a lookup table separated by commas. A number may have a unit:
+/// "50us", "20kHz". Does not look at ranges: that is the applet's. Throws UsageError.
 Value parseValue(const client::Applet& applet, const Parameter& parameter, const std::string& text);
 
 /// The applet's code; `value` is filled on success.

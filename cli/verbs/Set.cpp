@@ -223,6 +223,7 @@ void addSetVerb(Verbs& verbs) {
     Verb verb =
         verbs.add("set", "Write parameters, one after the other; the first refused value ends it",
                   "  quillon set FG_WIDTH=2048 FG_HEIGHT=512             numbers, decimal or with 0x\n"
+                  "  quillon set FG_LINEPERIODE=20kHz FG_LINEEXPOSURE=40us   numbers with a unit\n"
                   "  quillon set FG_WIDTH=2048 --trace                   with every access to the design\n"
                   "  quillon set FG_VANTAGEPOINT=FG_VANTAGEPOINT_TOP_RIGHT   an enumerator by its name\n"
                   "  quillon set FG_DIGIO_OUTPUT -1                      a negative number is a value\n"

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillon::cli {
+
+/// The number of a text such as "1.5ms", "20 kHz", "40%" or "0.2", in the unit `wanted` as the applet writes it ("µs", "pixel", "" for a
+/// bare number); a number without a unit is in it already. A frequency is taken for a period and the other way round: "20kHz" is 50 µs.
+/// Throws UsageError, telling the units that it takes, for what is no number and a unit of something else.
+double parseQuantity(std::string_view text, std::string_view wanted);
+
+/// True for a text with a number in front and something behind it that may be a unit.
+bool hasUnit(std::string_view text);
+
+/// The microseconds of a time of 0 or more that says its unit: "10ms". Throws UsageError.
+double parseTime(std::string_view text);
+
+}  // namespace quillon::cli
