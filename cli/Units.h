@@ -6,9 +6,10 @@
 
 namespace quillon::cli {
 
-/// The number of a text such as "1.5ms", "20 kHz", "40%" or "0.2", in the unit `wanted` as the applet writes it ("µs", "pixel", "" for a
-/// bare number); a number without a unit is in it already. A frequency is taken for a period and the other way round: "20kHz" is 50 µs.
-/// Throws UsageError, telling the units that it takes, for what is no number and a unit of something else.
+/// The number of a text such as "1.5ms", "20 kHz", "40%" or "0.2", in the unit `wanted` as the applet writes it ("µs",
+/// "pixel", "" for a bare number); a number without a unit is in it already. A frequency is taken for a period and the
+/// other way round: "20kHz" is 50 µs. Throws UsageError, telling the units that it takes, for what is no number and a
+/// unit of something else.
 double parseQuantity(std::string_view text, std::string_view wanted);
 
 /// True for a text with a number in front and something behind it that may be a unit.

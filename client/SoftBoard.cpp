@@ -214,6 +214,12 @@ bool SoftBoard::signal(Signal signal) const {
     return level != 0;
 }
 
+bool SoftBoard::advanceToEvent(const std::string& event, double microseconds) {
+    int raised = 0;
+    expectOk("advance_to_event " + event, board().advance_to_event(device(), event.c_str(), microseconds, &raised));
+    return raised != 0;
+}
+
 std::uint64_t SoftBoard::eventCount(const std::string& event) const {
     std::uint64_t count = 0;
     expectOk("event_count of " + event, board().event_count(device(), event.c_str(), &count));

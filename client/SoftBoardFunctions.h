@@ -31,7 +31,7 @@ inline void expectOk(const std::string& function, int code) {
     FUNCTION(set_text) FUNCTION(get_text) FUNCTION(set_element) FUNCTION(get_element) FUNCTION(hide_parameter)         \
     FUNCTION(set_register) FUNCTION(get_register) FUNCTION(deliver_pictures) FUNCTION(set_sdk_error)                   \
     FUNCTION(advance_signals) FUNCTION(get_signal_time) FUNCTION(set_input) FUNCTION(get_output) FUNCTION(get_signal)  \
-    FUNCTION(event_count) FUNCTION(clock)                                                                              \
+    FUNCTION(advance_to_event) FUNCTION(event_count) FUNCTION(clock)                                                   \
     FUNCTION(memory_open) FUNCTION(memory_close) FUNCTION(memory_mode) FUNCTION(memory_data) FUNCTION(memory_release)  \
     FUNCTION(call_count) FUNCTION(live_designs) FUNCTION(live_handles)
 // clang-format on

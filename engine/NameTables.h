@@ -9,7 +9,7 @@
 #include <string>
 
 #include "engine/PropertyStore.h"
-#include "engine/PublicEvents.h"
+#include "quillon/PublicEvents.h"
 #include "wrapper/FgIxWrapper.h"
 
 namespace quillon {

@@ -97,6 +97,7 @@ public:
     int setInput(unsigned input, bool level);
     int outputLevel(unsigned output, bool& level);
     int signalLevel(unsigned select, bool& level);
+    int advanceToEvent(std::string_view event, double microseconds, bool& raised);
     int eventCount(std::string_view event, std::uint64_t& count);
     void advanceSignals(double microseconds);
     double signalTime();
@@ -122,6 +123,9 @@ private:
     void startThreadLocked();
     void endThreadLocked();
     void followDay(std::uint64_t threadNumber);
+    void runLocked(Lock& lock, Tick until);
+    /// To be called when the time has been moved on: shows what goes by it, and draws what waits.
+    void shownLocked(Lock& lock);
     /// Draws all frames that wait and have a buffer, unless another thread does. The lock is free meanwhile.
     void draw(Lock& lock);
     softboard_frame drawFrame(const WaitingFrame& waiting, FrameMemory& memory);

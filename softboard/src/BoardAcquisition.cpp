@@ -161,11 +161,39 @@ void Board::advanceSignals(double microseconds) {
         return;
     }
     followDayLocked();
+    runLocked(lock, signals_.ahead(microseconds));
+    shownLocked(lock);
+}
+
+int Board::advanceToEvent(std::string_view event, double microseconds, bool& raised) {
+    Lock lock(recorder_.mutex);
+    if (!description_) {
+        return SOFTBOARD_E_NO_DESIGN;
+    }
+    followDayLocked();
+    std::uint64_t before = 0;
+    if (const int code = signals_.eventCount(event, before); code != SOFTBOARD_OK) {
+        return code;
+    }
+    std::uint64_t count = before;
     const Tick until = signals_.ahead(microseconds);
-    // Frames are drawn as they come, so that none waits longer than it would in many short steps.
+    do {
+        runLocked(lock, std::min(until, signals_.next()));
+        signals_.eventCount(event, count);
+    } while (count == before && signals_.now() < until);
+    raised = count != before;
+    shownLocked(lock);
+    return SOFTBOARD_OK;
+}
+
+/// Frames are drawn as they come, so that none waits longer than it would in many short steps.
+void Board::runLocked(Lock& lock, Tick until) {
     while (!signals_.run(until)) {
         draw(lock);
     }
+}
+
+void Board::shownLocked(Lock& lock) {
     signals_.show();
     timePassedLocked();
     draw(lock);

@@ -62,6 +62,12 @@ int withLevel(IXdevice* board, int* level, Body body) {
     });
 }
 
+/// In microseconds.
+bool canAdvance(double microseconds) {
+    constexpr double LongestAdvance = 60e6;
+    return microseconds >= 0.0 && microseconds <= LongestAdvance;
+}
+
 }  // namespace
 
 IXdevice* softboard_open(void) {
@@ -211,10 +217,20 @@ int softboard_event_count(IXdevice* board, const char* name, uint64_t* count) {
 }
 
 int softboard_advance_signals(IXdevice* board, double microseconds) {
-    constexpr double LongestAdvance = 60e6;
-    return withBoard(board, microseconds >= 0.0 && microseconds <= LongestAdvance ? "" : nullptr, [&] {
+    return withBoard(board, canAdvance(microseconds) ? "" : nullptr, [&] {
         board->advanceSignals(microseconds);
         return SOFTBOARD_OK;
+    });
+}
+
+int softboard_advance_to_event(IXdevice* board, const char* event, double microseconds, int* raised) {
+    return withBoard(board, raised != nullptr && canAdvance(microseconds) ? event : nullptr, [&] {
+        bool came = false;
+        const int code = board->advanceToEvent(event, microseconds, came);
+        if (code == SOFTBOARD_OK) {
+            *raised = came ? 1 : 0;
+        }
+        return code;
     });
 }
 

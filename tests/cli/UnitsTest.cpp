@@ -70,9 +70,10 @@ TEST(SetVerb, NumbersMayHaveAUnit) {
 TEST(SetVerb, AWrongUnitIsAUsageErrorThatTellsTheRightOnes) {
     const Outcome outcome = quillon({"set", "FG_LINEPERIODE=20px"});
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_THAT(outcome.err,
-                HasSubstr("\"20px\" is no value for FG_LINEPERIODE: it takes a number, alone or with one of the units ns, "
-                          "us, ms, s, Hz, kHz, MHz, GHz"));
+    EXPECT_THAT(
+        outcome.err,
+        HasSubstr("\"20px\" is no value for FG_LINEPERIODE: it takes a number, alone or with one of the units ns, "
+                  "us, ms, s, Hz, kHz, MHz, GHz"));
     EXPECT_EQ(quillon({"set", "FG_TIMEOUT=1500ms"}).status, 2);
     EXPECT_EQ(quillon({"set", "FG_WIDTH=20kHz"}).status, 2);
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "engine/PublicEvents.h"
+#include "quillon/PublicEvents.h"
 
 namespace quillon::frames_test {
 

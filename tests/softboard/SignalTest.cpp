@@ -44,6 +44,48 @@ TEST_F(Signal, ClockMovesForwardByAMinuteAtMost) {
     EXPECT_EQ(softboard_get_signal_time(board, nullptr), SOFTBOARD_E_ARGUMENT);
 }
 
+TEST_F(Signal, ClockStopsAtTheTickOfAnEvent) {
+    const std::string lineStart = "Device1_Process1_Trigger_Events_Events_LVAL_FVAL_Cam0LineStart";
+    double first = 0.0;
+    double second = 0.0;
+    int raised = -1;
+    unit("ExsyncEnable", 1);
+    EXPECT_EQ(softboard_advance_to_event(board, lineStart.c_str(), 1e6, &raised), 0);
+    EXPECT_EQ(raised, 1);
+    EXPECT_EQ(events(lineStart), 1U);
+    softboard_get_signal_time(board, &first);
+    EXPECT_EQ(softboard_advance_to_event(board, lineStart.c_str(), 1e6, &raised), 0);
+    EXPECT_EQ(events(lineStart), 2U);
+    softboard_get_signal_time(board, &second);
+    EXPECT_DOUBLE_EQ(second - first, 200.0);
+}
+
+TEST_F(Signal, ClockPassesTheWholeTimeWhereAnEventDoesNotCome) {
+    const std::string edge = "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_Pin0";
+    double time = 0.0;
+    int raised = -1;
+    EXPECT_EQ(softboard_advance_to_event(board, edge.c_str(), 1000.0, &raised), 0);
+    EXPECT_EQ(raised, 0);
+    softboard_get_signal_time(board, &time);
+    EXPECT_EQ(time, 1000.0);
+    input(0, 1);  // what has been is not waited for
+    EXPECT_EQ(softboard_advance_to_event(board, edge.c_str(), 0.0, &raised), 0);
+    EXPECT_EQ(raised, 0);
+}
+
+TEST_F(Signal, ClockStopsAtNoEventThatIsNone) {
+    const char* const edge = "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_Pin0";
+    int raised = -1;
+    EXPECT_EQ(softboard_advance_to_event(board, "none", 1.0, &raised), SOFTBOARD_E_UNKNOWN_ID);
+    EXPECT_EQ(softboard_advance_to_event(board, edge, 60e6 + 1.0, &raised), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(softboard_advance_to_event(board, edge, 1.0, nullptr), SOFTBOARD_E_ARGUMENT);
+    EXPECT_EQ(softboard_advance_to_event(board, nullptr, 1.0, &raised), SOFTBOARD_E_ARGUMENT);
+    IXdevice* const bare = softboard_open();
+    EXPECT_EQ(softboard_advance_to_event(bare, edge, 1.0, &raised), SOFTBOARD_E_NO_DESIGN);
+    softboard_close(bare);
+    EXPECT_EQ(raised, -1);
+}
+
 TEST_F(Signal, NeedsADesign) {
     IXdevice* const bare = softboard_open();
     int level = 0;

@@ -151,6 +151,10 @@ enum softboard_signal {
 SOFTBOARD_API int softboard_advance_signals(struct IXdevice* board, double microseconds);
 /// The time of that clock in microseconds, 0 when a design is put on the board.
 SOFTBOARD_API int softboard_get_signal_time(struct IXdevice* board, double* microseconds);
+/// Moves the clock on likewise, but no further than to the next tick at which the design raises an event, by its name
+/// as in softboard_event_count; *raised tells whether it did.
+SOFTBOARD_API int softboard_advance_to_event(struct IXdevice* board, const char* event, double microseconds,
+                                             int* raised);
 /// Gives an input a level (0 low, else high): 0 to 7 are GPI 0 to 7, 8 to 11 are front GPI 0 to 3; others are
 /// SOFTBOARD_E_RANGE. The design shows it in its input status. A change of the input status from the hardware's side is
 /// the same thing.

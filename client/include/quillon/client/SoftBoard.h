@@ -121,6 +121,9 @@ public:
     void setClock(ClockMode mode, double speed = 1.0);
     /// Moves the clock of the digital signals on, by at most 60 s at once; it stands still otherwise.
     void advanceSignals(double microseconds);
+    /// Moves it on to the next time that the design raises an event, by its name in the design; says whether it did
+    /// within that time.
+    bool advanceToEvent(const std::string& event, double microseconds);
     double signalTime() const;  ///< µs since the design was put on the board
     /// Gives an input a level: 0 to 7 are GPI 0 to 7, 8 to 11 are front GPI 0 to 3.
     void setInput(unsigned input, bool high);
