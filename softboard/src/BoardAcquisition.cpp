@@ -382,7 +382,7 @@ std::int64_t Board::acquisitionStatusLocked(unsigned param, std::int64_t data) c
     const auto ofFrame = [&](auto softboard_frame::*member) -> std::int64_t {
         const auto memory = acquisition_.lastMemory();
         const auto frame = memory != nullptr ? memory->description(data) : std::nullopt;
-        return frame ? static_cast<std::int64_t>((*frame).*member) : SOFTBOARD_E_RANGE;
+        return frame ? static_cast<std::int64_t>((*frame).*member) : std::int64_t{SOFTBOARD_E_RANGE};
     };
     switch (param) {
         case 0: return acquisition_.running() ? 1 : 0;
