@@ -57,7 +57,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
 int report(const Options& options, Console& console, ExitStatus status, const std::string& message) {
     console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << message << '\n';
     if (options.json) {
-        printJson(console.out, object({{"error", message}, {"status", static_cast<int>(status)}}));
+        printJson(console, object({{"error", message}, {"status", static_cast<int>(status)}}));
     }
     return status;
 }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "cli/Encoding.h"
+#include "cli/Verb.h"
 
 namespace quillon::cli {
 
@@ -56,8 +57,8 @@ std::string inOneLine(const Json& json) {
     return encoded(json).dump();
 }
 
-void printJson(std::ostream& out, const Json& json) {
-    out << encoded(json).dump(2) << '\n';
+void printJson(Console& console, const Json& json) {
+    console.out << (console.jsonPerLine ? inOneLine(json) : encoded(json).dump(2)) << '\n';
 }
 
 }  // namespace quillon::cli

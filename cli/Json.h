@@ -2,11 +2,11 @@
 
 #include <initializer_list>
 #include <nlohmann/json.hpp>
-#include <ostream>
 #include <string>
 
 namespace quillon::cli {
 
+struct Console;
 using Json = nlohmann::ordered_json;
 
 // The library's own ways to build a value are templates, which cost every file that uses them a second or more to
@@ -28,7 +28,7 @@ void append(Json& list, Json element);
 
 /// Texts may have any bytes: asUtf8() sees to them when they are printed.
 std::string inOneLine(const Json& json);
-/// Prints an answer, indented, with a line end.
-void printJson(std::ostream& out, const Json& json);
+/// Prints an answer with a line end: indented, or as one line where the console asks for that.
+void printJson(Console& console, const Json& json);
 
 }  // namespace quillon::cli

@@ -28,6 +28,7 @@ struct Console {
     std::ostream& err;
     Painter outPainter{1};
     Painter errPainter{2};
+    bool jsonPerLine = false;  ///< an answer in JSON is one line, for readers of many
 };
 
 using Action = std::function<ExitStatus(Session&, Console&)>;

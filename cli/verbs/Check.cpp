@@ -27,7 +27,7 @@ ExitStatus check(Session& session, Console& console, const std::filesystem::path
                                  {"kind", complaint.note ? "note" : "error"},
                                  {"text", complaint.text}}));
         }
-        printJson(console.out, object({{"file", file.string()}, {"sound", sound}, {"complaints", list}}));
+        printJson(console, object({{"file", file.string()}, {"sound", sound}, {"complaints", list}}));
     } else {
         print(file, complaints, console);
     }

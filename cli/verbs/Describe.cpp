@@ -149,7 +149,7 @@ ExitStatus describeAll(Session& session, Console& console, const std::vector<std
         }
     }
     if (session.options().json) {
-        printJson(console.out, list);
+        printJson(console, list);
     }
     return Done;
 }

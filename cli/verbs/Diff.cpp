@@ -61,7 +61,7 @@ ExitStatus diff(Session& session, Console& console, const DiffArguments& argumen
             append(list,
                    object({{"name", difference.key}, {"first", difference.first}, {"second", difference.second}}));
         }
-        printJson(console.out, list);
+        printJson(console, list);
         return Done;
     }
     if (found.empty()) {

@@ -14,7 +14,7 @@ ExitStatus events(Session& session, Console& console) {
         append(list, object({{"mask", mask}, {"name", name}}));
     }
     if (session.options().json) {
-        printJson(console.out, list);
+        printJson(console, list);
     } else {
         printRows(console.out, rows);
     }

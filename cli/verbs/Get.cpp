@@ -57,7 +57,7 @@ ExitStatus get(Session& session, Console& console, const GetArguments& arguments
         allAnswered = getOne(session, console, parameter, arguments.trace, list) && allAnswered;
     }
     if (session.options().json) {
-        printJson(console.out, list);
+        printJson(console, list);
     }
     return allAnswered ? Done : Refused;
 }

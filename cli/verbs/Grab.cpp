@@ -263,7 +263,7 @@ ExitStatus grab(Session& session, Console& console, const GrabArguments& argumen
         writePicture(histogram.asChart(), arguments.histogram);
     }
     if (json) {
-        printJson(console.out, toJson(statistics, arguments.count));
+        printJson(console, toJson(statistics, arguments.count));
     } else {
         tell(console.out, statistics);
     }

@@ -89,7 +89,7 @@ ExitStatus showConstants(Session& session, Console& console, const std::vector<s
         }
     }
     if (session.options().json) {
-        printJson(console.out, json);
+        printJson(console, json);
     }
     return Done;
 }
@@ -100,7 +100,7 @@ ExitStatus info(Session& session, Console& console, const std::vector<std::strin
     }
     const Json json = answers(session.library());
     if (session.options().json) {
-        printJson(console.out, json);
+        printJson(console, json);
     } else {
         printInWords(json, console);
     }

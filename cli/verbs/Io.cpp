@@ -132,7 +132,7 @@ ExitStatus io(Session& session, Console& console, const std::string& levels) {
         states.push_back(stateOf(applet, route, inputs));
     }
     if (session.options().json) {
-        printJson(console.out, toJson(inputs, states));
+        printJson(console, toJson(inputs, states));
     } else {
         print(console, inputs, states);
     }

@@ -101,7 +101,7 @@ ExitStatus list(Session& session, Console& console, const std::string& group) {
         }
     }
     if (session.options().json) {
-        printJson(console.out, json);
+        printJson(console, json);
     } else {
         printRows(console.out, listing.rows());
     }

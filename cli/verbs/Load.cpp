@@ -25,7 +25,7 @@ ExitStatus load(Session& session, Console& console, const LoadArguments& argumen
         if (arguments.trace) {
             put(json, "accesses", toJson(accesses));
         }
-        printJson(console.out, json);
+        printJson(console, json);
         return Done;
     }
     console.out << "loaded " << arguments.file.string() << ", " << differing.size() << " values changed\n";

@@ -171,7 +171,7 @@ ExitStatus compare(Session& session, Console& console, const LutArguments& argum
         put(json, channels[i].name, told);
     }
     if (session.options().json) {
-        printJson(console.out, json);
+        printJson(console, json);
     } else {
         printRows(console.out, rows);
     }

@@ -88,7 +88,7 @@ ExitStatus showRegisters(Session& session, Console& console, const std::vector<s
         append(list, std::move(line.json));
     }
     if (session.options().json) {
-        printJson(console.out, list);
+        printJson(console, list);
     } else {
         printRows(console.out, rows);
     }

@@ -8,7 +8,7 @@ ExitStatus save(Session& session, Console& console, const std::filesystem::path&
     const std::size_t bytes = saveConfiguration(session.applet(), file);
     session.tellNotKept(file);
     if (session.options().json) {
-        printJson(console.out, object({{"saved", file.string()}, {"bytes", bytes}}));
+        printJson(console, object({{"saved", file.string()}, {"bytes", bytes}}));
     } else {
         console.out << "saved " << file.string() << '\n';
     }

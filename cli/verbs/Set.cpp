@@ -211,7 +211,7 @@ ExitStatus set(Session& session, Console& console, const SetArguments& arguments
         }
     }
     if (session.options().json) {
-        printJson(console.out, list);
+        printJson(console, list);
     }
     return accepted ? Done : Refused;
 }

@@ -99,7 +99,7 @@ bool look(Session& session, Console& console) {
         put(json, parameter.name, object({{"value", code == 0 ? toJson(value) : Json(nullptr)}, {"words", words}}));
     }
     if (session.options().json) {
-        printJson(console.out, json);
+        printJson(console, json);
     } else {
         printRows(console.out, rows);
     }

@@ -179,11 +179,11 @@ ExitStatus trigger(Session& session, Console& console, const std::string& pictur
         writePicture(chart, picture);
     }
     if (session.options().json) {
-        printJson(console.out, object({{"sentences", sentences},
-                                       {"warnings", contradictions},
-                                       {"period", state.real("FG_LINEPERIODE")},
-                                       {"exposure", state.real("FG_LINEEXPOSURE")},
-                                       {"delay", state.real("FG_LINETRIGGERDELAY")}}));
+        printJson(console, object({{"sentences", sentences},
+                                   {"warnings", contradictions},
+                                   {"period", state.real("FG_LINEPERIODE")},
+                                   {"exposure", state.real("FG_LINEEXPOSURE")},
+                                   {"delay", state.real("FG_LINETRIGGERDELAY")}}));
         return Done;
     }
     for (const std::string& sentence : sentences) {

@@ -13,7 +13,7 @@ ExitStatus xml(Session& session, Console& console, const std::string& file) {
     if (session.options().json) {
         Json json = object({{"bytes", document.size()}});
         put(json, file.empty() ? "document" : "file", file.empty() ? document : file);
-        printJson(console.out, json);
+        printJson(console, json);
     } else if (file.empty()) {
         console.out << document;
     } else {
