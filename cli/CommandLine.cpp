@@ -16,11 +16,11 @@ namespace quillon::cli {
 
 namespace {
 
-constexpr std::array verbAdders{addInfoVerb,       addGetVerb,  addSetVerb,    addRegistersVerb, addListVerb,
-                                addDescribeVerb,   addXmlVerb,  addEventsVerb, addSaveVerb,      addLoadVerb,
-                                addCheckVerb,      addDiffVerb, addStatusVerb, addLutVerb,       addTriggerVerb,
-                                addIoVerb,         addGrabVerb, addDemoVerb,   addReferenceVerb, addManualVerb,
-                                addCompletionVerb, addHelpVerb};
+constexpr std::array verbAdders{
+    addInfoVerb,    addGetVerb,  addSetVerb,  addRegistersVerb, addListVerb,      addDescribeVerb, addXmlVerb,
+    addEventsVerb,  addSaveVerb, addLoadVerb, addCheckVerb,     addDiffVerb,      addStatusVerb,   addLutVerb,
+    addTriggerVerb, addIoVerb,   addGrabVerb, addDemoVerb,      addReferenceVerb, addManualVerb,   addCompletionVerb,
+    addShellVerb,   addRunVerb,  addUndoVerb, addHelpVerb};
 
 constexpr const char* description =
     "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold, and\n"
@@ -37,7 +37,8 @@ constexpr const char* examples =
     "\n"
     "Exit status: 0 done, 1 refused by the applet or the design, 2 usage, 3 no library or board.";
 
-void addCommonOptions(CLI::App& app, Options& options) {
+/// What opens a session; within one that lasts it is too late for them.
+void addOpeningOptions(CLI::App& app, Options& options) {
     app.add_option("--library", options.library, "The applet; by default lib/libQuillon.so beside the command's bin/")
         ->type_name("PATH");
     app.add_option("--softboard", options.softBoard,
@@ -45,21 +46,15 @@ void addCommonOptions(CLI::App& app, Options& options) {
         ->type_name("DIR");
     app.add_option("--design", options.design, "Load this design file (.tav) instead of the carried one")
         ->type_name("FILE");
+}
+
+void addCommonOptions(CLI::App& app, Options& options) {
     app.add_option("--mcf", options.load, "Load this configuration after opening")->type_name("FILE");
     app.add_option("--save", options.save, "Save the configuration to this file at the end")->type_name("FILE");
     app.add_flag("--quiet", options.quiet, "Do not tell what a load or a save of a configuration does without a word");
     app.add_flag("--strict", options.strict, "Do not load a configuration that check finds errors in");
     app.add_flag("--json", options.json, "Answer as JSON");
     app.set_version_flag("--version", "quillon " QUILLON_VERSION, "Print the version of the command and exit");
-}
-
-/// Says why nothing came of the command, in words and, if asked, as JSON.
-int report(const Options& options, Console& console, ExitStatus status, const std::string& message) {
-    console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << message << '\n';
-    if (options.json) {
-        printJson(console, object({{"error", message}, {"status", static_cast<int>(status)}}));
-    }
-    return status;
 }
 
 std::string noSuchVerb(const CLI::App& app, const std::string& word) {
@@ -79,14 +74,22 @@ int reportUsage(const CLI::App& app, const Options& options, const CLI::ParseErr
     return report(options, console, Usage, std::string(error.what()) + "; --help tells more");
 }
 
-int perform(const Options& options, const Action& action, Console& console) {
+ExitStatus carryOut(Session& session, const Action& action, Console& console) {
+    const ExitStatus status = action(session, console);
+    if (status == Done) {
+        session.saveIfAsked();
+    }
+    return status;
+}
+
+int perform(const Options& options, const Action& action, Console& console, Session* lasting) {
     try {
-        Session session(options, &console.err);
-        const ExitStatus status = action(session, console);
-        if (status == Done) {
-            session.saveIfAsked();
+        if (lasting != nullptr) {
+            Session session(options, &console.err, *lasting);
+            return carryOut(session, action, console);
         }
-        return status;
+        Session session(options, &console.err);
+        return carryOut(session, action, console);
     } catch (const UsageError& error) {
         return report(options, console, Usage, error.what());
     } catch (const RefusedError& error) {
@@ -115,6 +118,14 @@ Description describeApp(const CLI::App& app) {
 }
 
 }  // namespace
+
+int report(const Options& options, Console& console, ExitStatus status, const std::string& message) {
+    console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << message << '\n';
+    if (options.json) {
+        printJson(console, object({{"error", message}, {"status", static_cast<int>(status)}}));
+    }
+    return status;
+}
 
 Argument& Argument::required() {
     option_.required();
@@ -194,12 +205,23 @@ std::string Verbs::help(const std::string& verb) const {
 
 namespace {
 
-int run(std::vector<std::string> words, Console& console) {
+/// What a command takes if nothing else is said: within a session that lasts, what that was opened with.
+Options startingOptions(const Session* lasting) {
+    Options options = lasting != nullptr ? lasting->options() : defaultOptions();
+    options.load.reset();
+    options.save.reset();
+    return options;
+}
+
+int run(std::vector<std::string> words, Console& console, Session* lasting) {
     CLI::App app(description, "quillon");
     app.require_subcommand(1);
     app.fallthrough();
     app.footer(examples);
-    Options options = defaultOptions();
+    Options options = startingOptions(lasting);
+    if (lasting == nullptr) {
+        addOpeningOptions(app, options);
+    }
     addCommonOptions(app, options);
     Action chosen;
     Verbs verbs(app, chosen);
@@ -218,7 +240,7 @@ int run(std::vector<std::string> words, Console& console) {
         return error.get_exit_code() == 0 ? app.exit(error, console.out, console.err)
                                           : reportUsage(app, options, error, console);
     }
-    return perform(options, chosen, console);
+    return perform(options, chosen, console, lasting);
 }
 
 }  // namespace
@@ -226,9 +248,17 @@ int run(std::vector<std::string> words, Console& console) {
 int runCommand(std::vector<std::string> words, std::ostream& out, std::ostream& err) {
     Console console{out, err};
     try {
-        return run(std::move(words), console);
+        return run(std::move(words), console, nullptr);
     } catch (const std::exception& error) {
         return report({}, console, Refused, error.what());
+    }
+}
+
+int runCommand(std::vector<std::string> words, Console& console, Session& lasting) {
+    try {
+        return run(std::move(words), console, &lasting);
+    } catch (const std::exception& error) {
+        return report(startingOptions(&lasting), console, Refused, error.what());
     }
 }
 

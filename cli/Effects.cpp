@@ -17,7 +17,9 @@ std::string boundsOf(client::Applet& applet, const Parameter& parameter) {
     return moves ? client::acceptedValues(client::acceptedNow(applet, *parameter.record)) : "";
 }
 
-bool isMirrored(const client::SoftBoard& board) {
+}  // namespace
+
+bool mirrorsImage(const client::SoftBoard& board) {
     try {
         return board.integer("Device1_Process0_Buffer_0_XMirror") != 0 ||
                board.integer("Device1_Process0_Buffer_0_YMirror") != 0;
@@ -25,8 +27,6 @@ bool isMirrored(const client::SoftBoard& board) {
         return false;  // a design without a buffer
     }
 }
-
-}  // namespace
 
 Moment observe(Session& session) {
     client::Applet& applet = session.applet();
@@ -43,7 +43,7 @@ Moment observe(Session& session) {
             moment.readings.emplace(known.id, std::move(reading));
         }
     }
-    moment.mirrored = isMirrored(session.board());
+    moment.mirrored = mirrorsImage(session.board());
     return moment;
 }
 
@@ -73,6 +73,22 @@ std::vector<Change> movedLimits(const Moment& before, const Moment& after) {
         }
     }
     return changes;
+}
+
+Rows rowsOf(const std::vector<Change>& changes) {
+    Rows rows;
+    for (const Change& change : changes) {
+        rows.push_back({change.name, change.before, "->", change.after});
+    }
+    return rows;
+}
+
+Json toJson(const std::vector<Change>& changes) {
+    Json list = emptyList();
+    for (const Change& change : changes) {
+        append(list, object({{"name", change.name}, {"before", change.before}, {"after", change.after}}));
+    }
+    return list;
 }
 
 std::string lostMirroring(const Moment& before, const Moment& after) {

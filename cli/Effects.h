@@ -8,6 +8,7 @@
 
 #include "cli/Parameters.h"
 #include "cli/Session.h"
+#include "cli/Terminal.h"
 #include "cli/Values.h"
 
 namespace quillon::cli {
@@ -26,6 +27,8 @@ struct Moment {
 };
 
 Moment observe(Session& session);
+/// Whether the design's buffer mirrors the image, in either direction.
+bool mirrorsImage(const client::SoftBoard& board);
 
 /// Something that is another than before.
 struct Change {
@@ -38,6 +41,8 @@ struct Change {
 std::vector<Change> changedValues(const Moment& before, const Moment& after);
 /// The parameters whose bounds differ.
 std::vector<Change> movedLimits(const Moment& before, const Moment& after);
+Rows rowsOf(const std::vector<Change>& changes);
+Json toJson(const std::vector<Change>& changes);
 /// What the values don't show: a vantage point that still reads as set, and no longer holds. Empty for nothing.
 std::string lostMirroring(const Moment& before, const Moment& after);
 

@@ -15,8 +15,6 @@ using client::RecordKind;
 
 namespace {
 
-constexpr std::uint32_t LookupTableSize = 16384;
-
 /// "NAME[first..last]" taken apart.
 struct NameAndRun {
     std::string name;

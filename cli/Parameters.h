@@ -11,6 +11,9 @@
 
 namespace quillon::cli {
 
+/// Entries of a lookup table.
+inline constexpr std::uint32_t LookupTableSize = 16384;
+
 /// A run of entries of a lookup table.
 struct Run {
     std::uint32_t first;

@@ -18,6 +18,26 @@ namespace {
 constexpr const char* DirectRegisterAccess = "ORLO_ENABLE_DRA";
 constexpr const char* ExternalDesign = "__ORLO_FORCE_EXTERNAL_TAV";
 
+/// Sets a variable of the environment, unless it is set already, while it lives.
+class Told {
+public:
+    explicit Told(const char* variable) : variable_(std::getenv(variable) == nullptr ? variable : nullptr) {
+        if (variable_ != nullptr) {
+            setenv(variable_, "1", 1);
+        }
+    }
+    Told(const Told&) = delete;
+    Told& operator=(const Told&) = delete;
+    ~Told() {
+        if (variable_ != nullptr) {
+            unsetenv(variable_);
+        }
+    }
+
+private:
+    const char* variable_;
+};
+
 /// Makes `design` the file "Quillon.tav" of the working directory, where the applet looks for it, while it lives.
 class DesignDirectory {
 public:
@@ -30,12 +50,10 @@ public:
         directory_ = pattern;
         std::filesystem::create_symlink(target, directory_ / "Quillon.tav");
         std::filesystem::current_path(directory_);
-        setenv(ExternalDesign, "1", 1);
     }
     DesignDirectory(const DesignDirectory&) = delete;
     DesignDirectory& operator=(const DesignDirectory&) = delete;
     ~DesignDirectory() {
-        unsetenv(ExternalDesign);
         std::error_code ignored;
         std::filesystem::current_path(previous_, ignored);
         std::filesystem::remove_all(directory_, ignored);
@@ -44,6 +62,7 @@ public:
 private:
     std::filesystem::path previous_;
     std::filesystem::path directory_;
+    Told external_{ExternalDesign};
 };
 
 Options withoutFiles(Options options) {
@@ -66,42 +85,64 @@ Options defaultOptions() {
     return options;
 }
 
-Session::Session(Options options, std::ostream* err) : options_(std::move(options)), err_(err) {}
+Session::Session(Options options, std::ostream* err) : options_(std::move(options)), err_(err), owner_(*this) {}
+
+Session::Session(Options options, std::ostream* err, Session& lasting)
+    : options_(std::move(options)), err_(err), owner_(lasting.owner_) {}
 
 void Session::enableDirectRegisterAccess() {
-    setenv(DirectRegisterAccess, "1", 1);
+    withRegisters_ = true;
 }
 
 const client::Library& Session::library() {
-    if (!library_) {
-        library_ = client::Library::open(options_.library, options_.softBoard);
+    if (!owner_.library_) {
+        owner_.library_ = client::Library::open(owner_.options_.library, owner_.options_.softBoard);
     }
-    return *library_;
+    return *owner_.library_;
 }
 
 client::SoftBoard& Session::board() {
-    if (!board_) {
-        board_.emplace(options_.softBoard);
+    if (!owner_.board_) {
+        owner_.board_.emplace(owner_.options_.softBoard);
     }
-    return *board_;
+    return *owner_.board_;
 }
 
 client::Applet& Session::applet() {
-    if (!applet_) {
-        library();
-        board();
-        std::optional<DesignDirectory> directory;
-        if (options_.design) {
-            directory.emplace(*options_.design);
-        }
-        applet_.emplace(library(), board());
-        directory.reset();
-        if (options_.load) {
-            tellFindings(*options_.load);
-            loadConfiguration(*applet_, *options_.load);
-        }
+    if (!owner_.applet_) {
+        owner_.open();
     }
-    return *applet_;
+    if (!std::exchange(loaded_, true) && options_.load) {
+        tellFindings(*options_.load);
+        loadConfiguration(*owner_.applet_, *options_.load);
+    }
+    return *owner_.applet_;
+}
+
+void Session::open() {
+    library();
+    board();
+    std::optional<DesignDirectory> directory;
+    if (options_.design) {
+        directory.emplace(*options_.design);
+    }
+    std::optional<Told> registers;
+    if (withRegisters_) {
+        registers.emplace(DirectRegisterAccess);
+    }
+    applet_.emplace(library(), board());
+}
+
+Session& Session::scratch() {
+    if (!lasts()) {
+        return *this;
+    }
+    if (!scratch_) {
+        Options options = options_;
+        options.save.reset();
+        scratch_ = std::make_unique<Session>(std::move(options), err_);
+    }
+    return *scratch_;
 }
 
 void Session::saveIfAsked() {
@@ -143,6 +184,14 @@ void Session::tellNotKept(const std::filesystem::path& file) {
     Session other(withoutFiles(options_));
     for (const std::string& text : notKept(*this, other, file)) {
         *err_ << file.string() << " does not keep " << text << '\n';
+    }
+}
+
+void Session::tellIfLost() {
+    if (err_ != nullptr && !lasts() && !options_.save && !options_.quiet) {
+        *err_ << "The board ends with this command, and so does what it set: --save FILE keeps the parameters, quillon "
+                 "shell the "
+                 "board.\n";
     }
 }
 

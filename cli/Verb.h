@@ -126,5 +126,8 @@ void addReferenceVerb(Verbs& verbs);
 void addManualVerb(Verbs& verbs);
 void addCompletionVerb(Verbs& verbs);
 void addHelpVerb(Verbs& verbs);
+void addShellVerb(Verbs& verbs);
+void addRunVerb(Verbs& verbs);
+void addUndoVerb(Verbs& verbs);
 
 }  // namespace quillon::cli

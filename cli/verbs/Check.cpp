@@ -17,7 +17,7 @@ void print(const std::filesystem::path& file, const std::vector<Complaint>& comp
 }
 
 ExitStatus check(Session& session, Console& console, const std::filesystem::path& file) {
-    const std::vector<Complaint> complaints = checkConfiguration(session, file);
+    const std::vector<Complaint> complaints = checkConfiguration(session.scratch(), file);
     const bool sound = isSound(complaints);
     if (session.options().json) {
         Json list = emptyList();

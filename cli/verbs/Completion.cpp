@@ -1,52 +1,10 @@
 #include <algorithm>
-#include <array>
 
-#include "cli/Verb.h"
-#include "quillon/Enumerators.h"
-#include "quillon/PublicParameters.h"
-#include "quillon/client/Text.h"
+#include "cli/Completions.h"
 
 namespace quillon::cli {
 
 namespace {
-
-using Words = std::vector<std::string>;
-
-/// What stands behind an option or, where that is empty, as the words of a verb. An empty verb is every verb; its rows
-/// come last, as a verb may have an option of that name for itself.
-struct Rule {
-    std::string_view verb;
-    std::string_view option;
-    std::string_view kind;
-};
-
-// A kind in brackets is the suffix of files; one that the scripts don't know is a list of words.
-constexpr std::array rules{
-    Rule{"get", "", "parameters"},
-    Rule{"set", "", "assignments"},
-    Rule{"describe", "", "parameters"},
-    Rule{"registers", "", "registers"},
-    Rule{"info", "", "constants"},
-    Rule{"help", "", "verbs"},
-    Rule{"completion", "", "bash zsh"},
-    Rule{"load", "", "(.mcf)"},
-    Rule{"save", "", "(.mcf)"},
-    Rule{"check", "", "(.mcf)"},
-    Rule{"diff", "", "(.mcf)"},
-    Rule{"demo", "--example", "(.mcf)"},
-    Rule{"demo", "--pictures", "folders"},
-    Rule{"list", "--group", "groups"},
-    Rule{"lut", "--load", "(.lut)"},
-    Rule{"lut", "--save", "(.lut)"},
-    Rule{"lut", "--compare", "(.lut)"},
-    Rule{"grab", "--set", "assignments"},
-    Rule{"grab", "--clock", "free real"},
-    Rule{"grab", "--graphics", "sixel blocks"},
-    Rule{"", "--mcf", "(.mcf)"},
-    Rule{"", "--save", "(.mcf)"},
-    Rule{"", "--design", "(.tav)"},
-    Rule{"", "--softboard", "folders"},
-};
 
 /// A word as a shell takes it.
 std::string inQuotes(std::string_view word) {
@@ -65,68 +23,6 @@ std::string list(const Words& words) {
     return "(" + text + ")";
 }
 
-/// All names of an option: "-o", "--output". None for what is no option.
-Words namesOf(const Description::Option& option) {
-    Words names;
-    std::istringstream text(option.name);
-    for (std::string name; std::getline(text, name, ',');) {
-        if (name.starts_with('-')) {
-            names.push_back(name);
-        }
-    }
-    return names;
-}
-
-Words optionNames(const Description& verb) {
-    Words names;
-    for (const Description::Option& option : verb.options) {
-        for (const std::string& name : option.longNames) {
-            names.push_back("--" + name);
-        }
-    }
-    return names;
-}
-
-template <typename Table>
-Words namesIn(const Table& table) {
-    Words names;
-    for (const auto& row : table) {
-        names.emplace_back(row.name);
-    }
-    return names;
-}
-
-/// Labels of groups and names of enumerators, as the applet publishes them.
-struct Published {
-    Words groups;
-    std::vector<std::pair<std::string, Words>> enumerators;
-
-    void add(const std::vector<client::ParameterRecord>& records) {
-        for (const client::ParameterRecord& record : records) {
-            if (record.isGroup()) {
-                groups.push_back(client::utf8(record.label));
-                add(record.children);
-            } else if (record.kind == client::RecordKind::Enum) {
-                enumerators.emplace_back(record.symbol, namesIn(record.entries));
-            }
-        }
-    }
-};
-
-/// Registers are parameters of an applet that was told to show them when it opened.
-Words registerNames(const Options& options) {
-    constexpr std::string_view prefix = "DRA_";
-    Session session(options);
-    session.enableDirectRegisterAccess();
-    Words names;
-    for (const std::string& name : parameterNames(session.applet())) {
-        if (name.starts_with(prefix)) {
-            names.push_back(name.substr(prefix.size()));
-        }
-    }
-    return names;
-}
-
 /// The part of the scripts that both shells run: what is known, in functions that leave words in `found` and a kind of
 /// word in `kind`.
 class SharedPart {
@@ -135,31 +31,19 @@ public:
 
     void write(Session& session) {
         open("The words of a kind, or the enumerators of a parameter.", "_quillon_words");
-        Published published;
-        published.add(session.applet().parameterInfo());
-        writeWords("verbs", namesIn(command_.verbs));
-        writeWords("parameters", namesIn(PublicParameters));
-        writeWords("constants", namesIn(NamedEnumerators));
-        writeWords("groups", published.groups);
-        writeWords("registers", registerNames(session.options()));
-        for (const auto& [name, entries] : published.enumerators) {
-            writeWords(name, entries);
+        for (const auto& [kind, words] : knownWords(command_, session)) {
+            writeWords(kind, words);
         }
         close("found=()");
 
         open("The options of a verb.", "_quillon_options");
-        const Words common = optionNames(command_);
         for (const Description& verb : command_.verbs) {
-            Words names = optionNames(verb);
-            names.insert(names.end(), common.begin(), common.end());
-            std::sort(names.begin(), names.end());
-            names.erase(std::unique(names.begin(), names.end()), names.end());
-            writeWords(verb.name, names);
+            writeWords(verb.name, optionsOf(command_, verb.name));
         }
-        close("found=" + list(common));
+        close("found=" + list(optionsOf(command_, "")));
 
         open("What stands behind an option of a verb; nothing if it takes no word.", "_quillon_behind");
-        for (const Rule& rule : rules) {
+        for (const CompletionRule& rule : completionRules()) {
             if (!rule.option.empty()) {
                 writeKind(std::string(rule.verb.empty() ? "*" : rule.verb) + "\\ " + std::string(rule.option),
                           rule.kind);
@@ -173,7 +57,7 @@ public:
 
         open("The words of a verb.", "_quillon_kind");
         writeKind("''", "verbs");
-        for (const Rule& rule : rules) {
+        for (const CompletionRule& rule : completionRules()) {
             if (rule.option.empty()) {
                 writeKind(std::string(rule.verb), rule.kind);
             }

@@ -7,6 +7,7 @@
 
 #include "cli/Assignments.h"
 #include "cli/FrameObstacles.h"
+#include "cli/Interrupt.h"
 #include "cli/Verb.h"
 #include "cli/pictures/FileTemplate.h"
 #include "cli/pictures/FrameFile.h"
@@ -183,10 +184,29 @@ void receive(const client::Frame& frame, Statistics& statistics, const Watchers&
     }
 }
 
+/// Gives the board a clock for frames, and spares it the transcript; afterwards it has those of a new one.
+class BoardForFrames {
+public:
+    BoardForFrames(client::SoftBoard& board, client::ClockMode mode) : board_(board) {
+        board_.setClock(mode);
+        board_.record(false);
+    }
+    BoardForFrames(const BoardForFrames&) = delete;
+    BoardForFrames& operator=(const BoardForFrames&) = delete;
+    ~BoardForFrames() {
+        board_.setClock(client::ClockMode::Auto);
+        board_.record(true);
+    }
+
+private:
+    client::SoftBoard& board_;
+};
+
 Statistics grabFrames(Session& session, const GrabArguments& arguments, const Watchers& watchers) {
     client::Applet& applet = session.applet();
-    session.board().setClock(arguments.clock == "real" ? client::ClockMode::Real : client::ClockMode::Free);
-    session.board().record(false);
+    const BoardForFrames board(session.board(),
+                               arguments.clock == "real" ? client::ClockMode::Real : client::ClockMode::Free);
+    const Interrupt interrupt;
     const std::size_t size = client::frameSize(applet);
     client::FrameMemory memory(session.board(), size, bufferCount(size));
     Statistics statistics;
@@ -197,6 +217,10 @@ Statistics grabFrames(Session& session, const GrabArguments& arguments, const Wa
             receive(frame, statistics, watchers);
             statistics.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
             watchers.progress.show(statistics);
+            if (Interrupt::came()) {
+                statistics.reasons.emplace_back("interrupted");
+                break;
+            }
         }
     } catch (const client::FrameError& error) {
         statistics.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();

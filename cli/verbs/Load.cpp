@@ -17,26 +17,20 @@ ExitStatus load(Session& session, Console& console, const LoadArguments& argumen
     const auto accesses = traced(session.board(), [&] { loadConfiguration(session.applet(), arguments.file); });
     const auto differing = changedValues(before, observe(session));
     if (session.options().json) {
-        Json list = emptyList();
-        for (const Change& change : differing) {
-            append(list, object({{"name", change.name}, {"before", change.before}, {"after", change.after}}));
-        }
-        Json json = object({{"loaded", arguments.file.string()}, {"changed", list}});
+        Json json = object({{"loaded", arguments.file.string()}, {"changed", toJson(differing)}});
         if (arguments.trace) {
             put(json, "accesses", toJson(accesses));
         }
         printJson(console, json);
+        session.tellIfLost();
         return Done;
     }
     console.out << "loaded " << arguments.file.string() << ", " << differing.size() << " values changed\n";
-    Rows rows;
-    for (const Change& change : differing) {
-        rows.push_back({change.name, change.before, "->", change.after});
-    }
-    printRows(console.out, rows, "  ");
+    printRows(console.out, rowsOf(differing), "  ");
     if (arguments.trace) {
         printTrace(console.out, console.outPainter, accesses);
     }
+    session.tellIfLost();
     return Done;
 }
 

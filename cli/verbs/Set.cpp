@@ -115,14 +115,6 @@ Result carryOut(Session& session, const Assignment& assignment, Moment& now) {
     return result;
 }
 
-Json listOf(const std::vector<Change>& changes) {
-    Json list = emptyList();
-    for (const Change& change : changes) {
-        append(list, object({{"name", change.name}, {"before", change.before}, {"after", change.after}}));
-    }
-    return list;
-}
-
 Json entryOf(const Assignment& assignment, const Result& result, bool trace) {
     const Parameter& parameter = assignment.parameter;
     Json entry = object({{"name", parameter.name}, {"id", parameter.id}});
@@ -135,10 +127,10 @@ Json entryOf(const Assignment& assignment, const Result& result, bool trace) {
     }
     put(entry, "accepted", result.code == 0);
     if (!result.values.empty()) {
-        put(entry, "changed", listOf(result.values));
+        put(entry, "changed", toJson(result.values));
     }
     if (!result.limits.empty()) {
-        put(entry, "limits", listOf(result.limits));
+        put(entry, "limits", toJson(result.limits));
     }
     if (!result.notes.empty()) {
         put(entry, "notes", result.notes);
@@ -157,10 +149,7 @@ void print(Console& console, const Assignment& assignment, const Result& result)
                     << inWords(parameter, readable ? result.held : assignment.value)
                     << (result.differs ? ", asked for " + inWords(parameter, assignment.value) : "") << '\n';
     }
-    Rows rows;
-    for (const Change& change : result.values) {
-        rows.push_back({change.name, change.before, "->", change.after});
-    }
+    Rows rows = rowsOf(result.values);
     for (const Change& change : result.limits) {
         rows.push_back({change.name + " accepts", change.before, "->", change.after});
     }
@@ -212,6 +201,12 @@ ExitStatus set(Session& session, Console& console, const SetArguments& arguments
     }
     if (session.options().json) {
         printJson(console, list);
+    }
+    if (!arguments.faults.empty()) {
+        session.board().clearFaults();
+    }
+    if (accepted) {
+        session.tellIfLost();
     }
     return accepted ? Done : Refused;
 }
