@@ -8,6 +8,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/ExitStatus.h"
+#include "quillon/client/Text.h"
 
 namespace quillon::cli {
 
@@ -143,6 +144,18 @@ double parseTime(std::string_view text) {
         throw UsageError("\"" + trimmed(text) + "\" is no time: it is written with its unit, as 20us, 1.5ms or 2s");
     }
     return scaled(quantity->number, unit->exponent + 6);
+}
+
+std::string timeInWords(double microseconds) {
+    const double size = std::abs(microseconds);
+    if (size != 0 && size < 1) {
+        return client::readable(scaled(microseconds, 3)) + " ns";
+    }
+    if (size >= 1e6) {
+        return client::readable(scaled(microseconds, -6)) + " s";
+    }
+    return size >= 1e3 ? client::readable(scaled(microseconds, -3)) + " ms"
+                       : client::readable(microseconds) + " \u00B5s";
 }
 
 }  // namespace quillon::cli

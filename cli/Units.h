@@ -18,4 +18,7 @@ bool hasUnit(std::string_view text);
 /// The microseconds of a time of 0 or more that says its unit: "10ms". Throws UsageError.
 double parseTime(std::string_view text);
 
+/// A time with the unit that suits it: "8 ns", "20 µs", "1.25 ms", "3 s".
+std::string timeInWords(double microseconds);
+
 }  // namespace quillon::cli

@@ -129,5 +129,8 @@ void addHelpVerb(Verbs& verbs);
 void addShellVerb(Verbs& verbs);
 void addRunVerb(Verbs& verbs);
 void addUndoVerb(Verbs& verbs);
+void addAdvanceVerb(Verbs& verbs);
+void addInputVerb(Verbs& verbs);
+void addWaitVerb(Verbs& verbs);
 
 }  // namespace quillon::cli

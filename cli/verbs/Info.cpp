@@ -37,7 +37,7 @@ constexpr std::array otherKeys{848,  1040, 1045, 1792, 1872, 1888, 2064, 2160, 2
                                2816, 3072, 3328, 4624, 4640, 4656, 4672, 4688, 4704};
 
 Json answers(const client::Library& library) {
-    Json json;
+    Json json = object({{"board", "software board"}});
     for (const InfoRow& row : textRows) {
         put(json, std::string(row.symbol), library.infoText(row.key));
     }
@@ -55,7 +55,7 @@ Json answers(const client::Library& library) {
 }
 
 void printInWords(const Json& json, Console& console) {
-    Rows rows;
+    Rows rows{{"Board", "software board, no hardware: this command opens no other"}};
     for (const InfoRow& row : textRows) {
         rows.push_back({std::string(row.words), json[std::string(row.symbol)].get<std::string>()});
     }

@@ -1,16 +1,14 @@
+#include <algorithm>
 #include <array>
 
 #include "cli/Arguments.h"
+#include "cli/Inputs.h"
 #include "cli/Refusals.h"
 #include "cli/Verb.h"
 
 namespace quillon::cli {
 
 namespace {
-
-constexpr const char* InputLevels = "Device1_Process1_Trigger_Inputs_InputStatus_Status";
-constexpr unsigned InputCount = 12;
-constexpr unsigned FirstFrontInput = 8;
 
 /// A destination of the switchboard; its parameters end in _SOURCE and _POLARITY.
 struct Route {
@@ -42,7 +40,7 @@ static_assert(FG_SIGNAL_FRONT_GPI_3 == FirstInputSource + 11 * InputSourceStep);
 struct RouteState {
     std::string source;
     bool inverted = false;
-    std::string level;  ///< "high", "low", or "signal" where it changes by itself
+    std::string level;  ///< "high", "low", or "signal" for pulses too short for a level
 };
 
 std::uint64_t readWhole(client::Applet& applet, const Parameter& parameter) {
@@ -53,23 +51,34 @@ std::uint64_t readWhole(client::Applet& applet, const Parameter& parameter) {
     return value;
 }
 
-std::string inputName(unsigned input) {
-    return input < FirstFrontInput ? "GPI " + std::to_string(input)
-                                   : "Front GPI " + std::to_string(input - FirstFrontInput);
-}
+/// The camera's signals as sources.
+struct CameraSource {
+    std::uint64_t source;
+    client::Signal signal;
+};
 
-std::string levelOf(std::uint64_t source, bool inverted, std::uint64_t inputs) {
+constexpr std::array cameraSources{CameraSource{FG_SIGNAL_CAM0_EXSYNC, client::Signal::Exsync},
+                                   CameraSource{FG_SIGNAL_CAM0_EXSYNC2, client::Signal::Exsync2},
+                                   CameraSource{FG_SIGNAL_CAM0_FLASH, client::Signal::Flash},
+                                   CameraSource{FG_SIGNAL_CAM0_LVAL, client::Signal::LineValid},
+                                   CameraSource{FG_SIGNAL_CAM0_FVAL, client::Signal::FrameValid}};
+
+/// The present level of a source; "signal" for one whose pulses are too short for a level.
+std::string levelOf(const client::SoftBoard& board, std::uint64_t source, bool inverted, std::uint64_t inputs) {
+    const auto inWords = [inverted](bool high) { return high != inverted ? "high" : "low"; };
     if (source == GND || source == VCC) {
         return source == VCC ? "high" : "low";  // whatever the polarity
     }
-    const std::uint64_t input = (source - FirstInputSource) / InputSourceStep;
-    if (source < FirstInputSource || input >= InputCount) {
-        return "signal";
+    const auto camera = std::ranges::find(cameraSources, source, &CameraSource::source);
+    if (camera != cameraSources.end()) {
+        return inWords(board.signal(camera->signal));
     }
-    return ((inputs >> input & 1) != 0) != inverted ? "high" : "low";
+    const std::uint64_t input = (source - FirstInputSource) / InputSourceStep;
+    return source < FirstInputSource || input >= InputCount ? "signal" : inWords((inputs >> input & 1) != 0);
 }
 
-RouteState stateOf(client::Applet& applet, const Route& route, std::uint64_t inputs) {
+RouteState stateOf(Session& session, const Route& route, std::uint64_t inputs) {
+    client::Applet& applet = session.applet();
     const Parameter source = findParameter(applet, std::string(route.parameter) + "_SOURCE");
     const Parameter polarity = findParameter(applet, std::string(route.parameter) + "_POLARITY");
     const std::uint64_t value = readWhole(applet, source);
@@ -78,7 +87,7 @@ RouteState stateOf(client::Applet& applet, const Route& route, std::uint64_t inp
     const std::string name = enumeratorOf(source, Value(value));
     state.source = name.empty() ? std::to_string(value) : name;
     state.inverted = !fixed && readWhole(applet, polarity) == 0;
-    state.level = levelOf(value, state.inverted, inputs);
+    state.level = levelOf(session.board(), value, state.inverted, inputs);
     return state;
 }
 
@@ -108,28 +117,24 @@ void print(Console& console, std::uint64_t inputs, const std::vector<RouteState>
 }
 
 Json toJson(std::uint64_t inputs, const std::vector<RouteState>& states) {
-    Json levels = object({});
-    for (unsigned input = 0; input < InputCount; ++input) {
-        put(levels, inputName(input), (inputs >> input & 1) != 0 ? "high" : "low");
-    }
     Json listeners = object({});
     for (std::size_t i = 0; i < routes.size(); ++i) {
         put(listeners, std::string(routes[i].name),
             object({{"source", states[i].source}, {"inverted", states[i].inverted}, {"level", states[i].level}}));
     }
-    return object({{"inputs", levels}, {"routes", listeners}});
+    return object({{"inputs", inputsToJson(inputs)}, {"routes", listeners}});
 }
 
 ExitStatus io(Session& session, Console& console, const std::string& levels) {
     client::Applet& applet = session.applet();
     if (!levels.empty()) {
-        session.board().setInteger(InputLevels, static_cast<std::int64_t>(parseLevels(levels)));
+        setInputLevels(session.board(), parseLevels(levels));
     }
     const std::uint64_t inputs = readWhole(applet, findParameter(applet, std::to_string(FG_DIGIO_INPUT)));
     std::vector<RouteState> states;
     states.reserve(routes.size());
     for (const Route& route : routes) {
-        states.push_back(stateOf(applet, route, inputs));
+        states.push_back(stateOf(session, route, inputs));
     }
     if (session.options().json) {
         printJson(console, toJson(inputs, states));

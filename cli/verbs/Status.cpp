@@ -1,7 +1,8 @@
 #include <array>
 #include <chrono>
-#include <thread>
 
+#include "cli/Interrupt.h"
+#include "cli/Units.h"
 #include "cli/Verb.h"
 
 namespace quillon::cli {
@@ -86,8 +87,10 @@ std::string statusInWords(const StatusRow& row, const Parameter& parameter, cons
 
 /// One look at everything; answers whether all of it could be read.
 bool look(Session& session, Console& console) {
-    Rows rows;
-    Json json;
+    session.applet();  // puts the design on the board
+    const std::string time = timeInWords(session.board().signalTime());
+    Rows rows{{"Board", "software board, no hardware; " + time + " of its time have passed"}};
+    Json json = object({{"board", "software board"}});
     bool complete = true;
     for (const StatusRow& row : statusRows) {
         const Parameter parameter = findParameter(session.applet(), row.parameter);
@@ -112,8 +115,9 @@ ExitStatus status(Session& session, Console& console, const StatusArguments& arg
     const auto goesOn = [&](unsigned shown) {
         return arguments.watch && console.out.good() && (arguments.times == 0 || shown < arguments.times);
     };
-    for (unsigned shown = 1; goesOn(shown); ++shown) {
-        std::this_thread::sleep_for(std::chrono::duration<double>(arguments.interval));
+    const Interrupt interrupt;
+    for (unsigned shown = 1; goesOn(shown) && Interrupt::wait(std::chrono::duration<double>(arguments.interval));
+         ++shown) {
         console.out << '\n';
         complete = look(session, console) && complete;
     }

@@ -89,7 +89,7 @@ TEST(IoVerb, InputsAndRoutesAreShown) {
     EXPECT_THAT(outcome.out, ContainsRegex("GPI 0 +--\\[1\\]--> +high\n"));
     EXPECT_THAT(outcome.out, ContainsRegex("GPI 1 +--\\[0\\]--> +low\n"));
     EXPECT_THAT(outcome.out, ContainsRegex("Front GPI 0 +--\\[1\\]--> +high\n"));
-    EXPECT_THAT(outcome.out, ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +signal\n"));
+    EXPECT_THAT(outcome.out, ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +low\n"));
 }
 
 TEST(IoVerb, AnInvertedInputReachesItsOutputInverted) {

@@ -1,0 +1,71 @@
+#include "cli/BoardTime.h"
+
+#include <algorithm>
+
+#include "cli/Interrupt.h"
+#include "cli/Units.h"
+#include "quillon/PublicEvents.h"
+
+namespace quillon::cli {
+
+namespace {
+
+EventCounts eventCounts(const client::SoftBoard& board) {
+    EventCounts counts;
+    for (const PublicEvent& event : PublicEvents) {
+        try {
+            counts.emplace_back(event.publicName, board.eventCount(event.designName));
+        } catch (const client::CallError&) {
+            counts.emplace_back(event.publicName, 0);  // a design without it
+        }
+    }
+    return counts;
+}
+
+Json timeJson(double microseconds) {
+    return object({{"value", microseconds}, {"unit", "\u00B5s"}});
+}
+
+}  // namespace
+
+TimeWatch::TimeWatch(const client::SoftBoard& board)
+    : board_(board), begin_(board.signalTime()), before_(eventCounts(board)) {}
+
+EventCounts TimeWatch::events() const {
+    EventCounts raised = eventCounts(board_);
+    for (std::size_t i = 0; i < raised.size(); ++i) {
+        raised[i].second -= before_[i].second;
+    }
+    std::erase_if(raised, [](const auto& event) { return event.second == 0; });
+    return raised;
+}
+
+bool advance(client::SoftBoard& board, double microseconds) {
+    constexpr double atOnce = 1e6;
+    const Interrupt interrupt;
+    for (double left = microseconds; left > 0 && !Interrupt::came(); left -= atOnce) {
+        board.advanceSignals(std::min(left, atOnce));
+    }
+    return !Interrupt::came();
+}
+
+void put(Json& json, const TimeWatch& watch) {
+    Json events = emptyList();
+    for (const auto& [name, count] : watch.events()) {
+        append(events, object({{"name", name}, {"count", count}}));
+    }
+    put(json, "time", timeJson(watch.now()));
+    put(json, "passed", timeJson(watch.passed()));
+    put(json, "events", events);
+}
+
+void print(std::ostream& out, const TimeWatch& watch) {
+    out << timeInWords(watch.now()) << " of the board's time, " << timeInWords(watch.passed()) << " more\n";
+    Rows rows;
+    for (const auto& [name, count] : watch.events()) {
+        rows.push_back({name, std::to_string(count)});
+    }
+    printRows(out, rows, "  ");
+}
+
+}  // namespace quillon::cli
