@@ -184,6 +184,12 @@ std::uint64_t SoftBoard::registerValue(const std::string& name) const {
     return value;
 }
 
+RegisterAccess SoftBoard::registerAccess(const std::string& name) const {
+    int direction = 0;
+    expectOk("get_register_direction of " + name, board().get_register_direction(device(), name.c_str(), &direction));
+    return static_cast<RegisterAccess>(direction);
+}
+
 void SoftBoard::setSdkError(int number) {
     expectOk("set_sdk_error", board().set_sdk_error(device(), number));
 }

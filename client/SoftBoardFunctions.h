@@ -29,7 +29,8 @@ inline void expectOk(const std::string& function, int code) {
     FUNCTION(plan_fault) FUNCTION(plan_fault_at) FUNCTION(clear_faults)                                                \
     FUNCTION(set_integer) FUNCTION(get_integer) FUNCTION(set_double) FUNCTION(get_double)                              \
     FUNCTION(set_text) FUNCTION(get_text) FUNCTION(set_element) FUNCTION(get_element) FUNCTION(hide_parameter)         \
-    FUNCTION(set_register) FUNCTION(get_register) FUNCTION(deliver_pictures) FUNCTION(set_sdk_error)                   \
+    FUNCTION(set_register) FUNCTION(get_register) FUNCTION(get_register_direction)                                     \
+    FUNCTION(deliver_pictures) FUNCTION(set_sdk_error)                                                                 \
     FUNCTION(advance_signals) FUNCTION(get_signal_time) FUNCTION(set_input) FUNCTION(get_output) FUNCTION(get_signal)  \
     FUNCTION(advance_to_event) FUNCTION(event_count) FUNCTION(clock)                                                   \
     FUNCTION(memory_open) FUNCTION(memory_close) FUNCTION(memory_mode) FUNCTION(memory_data) FUNCTION(memory_release)  \

@@ -410,6 +410,19 @@ int Board::registerValue(const std::string& name, std::uint64_t& value) {
     return SOFTBOARD_OK;
 }
 
+int Board::registerDirection(const std::string& name, int& direction) {
+    const std::lock_guard guard(recorder_.mutex);
+    if (!description_) {
+        return SOFTBOARD_E_NO_DESIGN;
+    }
+    const auto found = description_->registerByName.find(name);
+    if (found == description_->registerByName.end()) {
+        return SOFTBOARD_E_UNKNOWN_ID;
+    }
+    direction = static_cast<int>(description_->registers[found->second].direction);
+    return SOFTBOARD_OK;
+}
+
 int Board::setInput(unsigned input, bool level) {
     const std::lock_guard guard(recorder_.mutex);
     followDayLocked();

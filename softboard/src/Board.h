@@ -94,6 +94,7 @@ public:
     int hide(const std::string& name);
     int setRegister(const std::string& name, std::uint64_t value);
     int registerValue(const std::string& name, std::uint64_t& value);
+    int registerDirection(const std::string& name, int& direction);
     int setInput(unsigned input, bool level);
     int outputLevel(unsigned output, bool& level);
     int signalLevel(unsigned select, bool& level);

@@ -200,6 +200,11 @@ int softboard_get_register(IXdevice* board, const char* name, uint64_t* value) {
     return withBoard(board, value != nullptr ? name : nullptr, [&] { return board->registerValue(name, *value); });
 }
 
+int softboard_get_register_direction(IXdevice* board, const char* name, int* direction) {
+    return withBoard(board, direction != nullptr ? name : nullptr,
+                     [&] { return board->registerDirection(name, *direction); });
+}
+
 int softboard_set_input(IXdevice* board, unsigned input, int level) {
     return withBoard(board, "", [&] { return board->setInput(input, level != 0); });
 }

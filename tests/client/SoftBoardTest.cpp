@@ -74,6 +74,14 @@ TEST(SoftBoard, TheHardwareSideChangesAValueWithoutATrace) {
     EXPECT_EQ(built.board.real("Device1_Process0_BoardStatus_FpgaTemperature"), 55.5);
 }
 
+TEST(SoftBoard, TellsWhatCanBeDoneWithARegister) {
+    BuiltApplet built;
+    EXPECT_EQ(built.board.registerAccess("DesignId"), RegisterAccess::Read);
+    EXPECT_EQ(built.board.registerAccess("DmaReset"), RegisterAccess::Write);
+    EXPECT_EQ(built.board.registerAccess("Scratch"), RegisterAccess::ReadWrite);
+    EXPECT_THROW(built.board.registerAccess("nothing"), CallError);
+}
+
 TEST(SoftBoard, ANameThatTheBoardDoesNotHaveIsThrown) {
     BuiltApplet built;
     try {

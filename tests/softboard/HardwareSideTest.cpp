@@ -100,6 +100,8 @@ TEST_F(BareBoard, HasNoDesignValues) {
     EXPECT_EQ(softboard_get_integer(board, XLength, &value), SOFTBOARD_E_NO_DESIGN);
     EXPECT_EQ(softboard_get_register(board, "Scratch", &word), SOFTBOARD_E_NO_DESIGN);
     EXPECT_EQ(softboard_set_register(board, "Scratch", 1), SOFTBOARD_E_NO_DESIGN);
+    int direction = 0;
+    EXPECT_EQ(softboard_get_register_direction(board, "Scratch", &direction), SOFTBOARD_E_NO_DESIGN);
     EXPECT_EQ(softboard_get_integer(board, "FG_TIMEOUT", &value), 0);
     EXPECT_EQ(value, 1000000);
 }

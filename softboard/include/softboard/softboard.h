@@ -118,6 +118,8 @@ SOFTBOARD_API int softboard_hide_parameter(struct IXdevice* board, const char* n
 /// Changes or reads a register of the design.
 SOFTBOARD_API int softboard_set_register(struct IXdevice* board, const char* name, uint64_t value);
 SOFTBOARD_API int softboard_get_register(struct IXdevice* board, const char* name, uint64_t* value);
+/// How a register of the design can be accessed, in the loader's numbers: 0 only read, 1 only written, 2 both.
+SOFTBOARD_API int softboard_get_register_direction(struct IXdevice* board, const char* name, int* direction);
 /// Lets `count` pictures arrive at once, if an acquisition without a memory runs; SOFTBOARD_E_ACQUISITION with one,
 /// whose frames come of lines only. Others arrive by themselves, as the design's triggers decide.
 SOFTBOARD_API int softboard_deliver_pictures(struct IXdevice* board, int64_t count);

@@ -13,6 +13,9 @@ namespace quillon::client {
 
 enum class Direction { Read = 0, Write = 1, Call = 2 };
 
+/// What can be done with a register of the design.
+enum class RegisterAccess { Read = 0, Write = 1, ReadWrite = 2 };
+
 /// One entry of a software board's transcript: an access to a parameter or a register, or a call of an SDK function.
 struct Access {
     std::uint64_t sequence = 0;
@@ -114,6 +117,7 @@ public:
     /// Puts `value` into a register, by its name in the design.
     void setRegister(const std::string& name, std::uint64_t value);
     std::uint64_t registerValue(const std::string& name) const;
+    RegisterAccess registerAccess(const std::string& name) const;
     /// Lets pictures arrive at once, if an acquisition runs.
     void deliverPictures(std::int64_t count);
 
