@@ -1,5 +1,9 @@
+#include <algorithm>
+
+#include "cli/Answers.h"
 #include "cli/Arguments.h"
 #include "cli/Refusals.h"
+#include "cli/Suggestions.h"
 #include "cli/Verb.h"
 
 namespace quillon::cli {
@@ -14,99 +18,201 @@ std::string hexadecimal(std::uint64_t number) {
     return text.str();
 }
 
-std::string withPrefix(const std::string& name) {
-    return name.starts_with(Prefix) || parseWholeNumber(name) ? name : std::string(Prefix) + name;
+bool hasPrefix(std::string_view name) {
+    return name.size() >= Prefix.size() &&
+           std::equal(Prefix.begin(), Prefix.end(), name.begin(), [](char prefix, char character) {
+               return prefix == std::toupper(static_cast<unsigned char>(character));
+           });
 }
 
-/// All registers by position, or those that are named.
-std::vector<Parameter> wantedRegisters(client::Applet& applet, const std::vector<std::string>& names) {
+/// All registers of the design, by position.
+std::vector<Parameter> allRegisters(client::Applet& applet) {
+    const std::vector<client::ParameterRecord> trees = applet.parameterInfo();
     std::vector<Parameter> registers;
-    if (names.empty()) {
-        for (const std::string& name : parameterNames(applet)) {
-            if (name.starts_with(Prefix)) {
-                registers.push_back(findParameter(applet, name));
-            }
+    for (const std::string& name : parameterNames(applet)) {
+        if (name.starts_with(Prefix)) {
+            registers.push_back(findParameter(applet, name, trees));
         }
-    }
-    for (const std::string& name : names) {
-        registers.push_back(findParameter(applet, withPrefix(name)));
     }
     return registers;
 }
 
-struct RegisterLine {
-    std::vector<std::string> cells;
-    Json json;
+/// The register with this name, number or id.
+Parameter findRegister(client::Applet& applet, const std::vector<Parameter>& registers, const std::string& word) {
+    const auto number = parseWholeNumber(word);
+    if (!number) {
+        return findParameter(applet, hasPrefix(word) ? word : std::string(Prefix) + word);
+    }
+    const auto isMeant = [&](const Parameter& one) {
+        const auto id = static_cast<std::uint64_t>(one.id);
+        return !number->negative && (number->magnitude == id || number->magnitude + FG_REGISTER_IDS == id);
+    };
+    const auto found = std::ranges::find_if(registers, isMeant);
+    if (found == registers.end()) {
+        throw UsageError("there is no register " + word + "; quillon registers lists them with their numbers");
+    }
+    return *found;
+}
+
+/// A register to look at, and what it is to hold before.
+struct Wish {
+    Parameter parameter;
+    std::optional<Value> value;
 };
 
-RegisterLine readRegister(client::Applet& applet, const Parameter& parameter) {
-    std::uint64_t value = 0;
-    const int code = applet.getUnsigned64(parameter.id, value);
-    const std::string name = parameter.name.substr(parameter.name.starts_with(Prefix) ? Prefix.size() : 0);
-    const bool writable = parameter.record && parameter.record->writable;
-    Json json = object(
-        {{"name", name}, {"number", parameter.id - FG_REGISTER_IDS}, {"id", parameter.id}, {"writable", writable}});
-    if (code == 0) {
-        put(json, "value", value);
-    } else {
-        put(json, "value", nullptr);
-        put(json, "refused", toJson(explainGet(code)));
-    }
-    return {{std::to_string(parameter.id - FG_REGISTER_IDS), name,
-             code == 0 ? hexadecimal(value) : client::describeCode(code), writable ? "writable" : ""},
-            json};
-}
-
-ExitStatus writeRegister(Session& session, Console& console, const std::string& name, const std::string& text) {
-    const Parameter parameter = findParameter(session.applet(), withPrefix(name));
-    const Value value = parseValue(session.applet(), parameter, text);
-    const int code = writeValue(session.applet(), parameter, value);
-    if (code != 0) {
-        console.err << console.errPainter.paint(Style::Bad, "quillon:") << " register " << name << "=" << text << " "
-                    << inWords(explainSet(session.applet(), parameter, code)) << '\n';
-    }
-    return code == 0 ? Done : Refused;
-}
-
-ExitStatus showRegisters(Session& session, Console& console, const std::vector<std::string>& words) {
-    session.enableDirectRegisterAccess();
-    std::vector<std::string> names;
+std::vector<Wish> wishesOf(client::Applet& applet, const std::vector<std::string>& words) {
+    const std::vector<Parameter> registers = allRegisters(applet);
+    std::vector<Wish> wishes;
     for (const std::string& word : words) {
         const auto assignment = splitAssignment(word);
-        names.push_back(assignment ? assignment->first : word);
-        if (assignment && writeRegister(session, console, assignment->first, assignment->second) != Done) {
-            return Refused;
+        Wish wish{findRegister(applet, registers, assignment ? assignment->first : trimmed(word)), std::nullopt};
+        if (assignment) {
+            wish.value = parseValue(applet, wish.parameter, assignment->second);
+        }
+        wishes.push_back(std::move(wish));
+    }
+    if (words.empty()) {
+        std::ranges::transform(registers, std::back_inserter(wishes), [](const Parameter& one) {
+            return Wish{one, std::nullopt};
+        });
+    }
+    return wishes;
+}
+
+std::string nameOf(const Parameter& parameter) {
+    return parameter.name.substr(hasPrefix(parameter.name) ? Prefix.size() : 0);
+}
+
+bool isSame(const Value& asked, std::uint64_t held) {
+    const auto* negative = std::get_if<std::int64_t>(&asked);
+    return negative != nullptr ? static_cast<std::uint64_t>(*negative) == held : asked == Value(held);
+}
+
+std::string inHexadecimal(const Value& value) {
+    const auto* whole = std::get_if<std::uint64_t>(&value);
+    return whole != nullptr ? hexadecimal(*whole) : numberInWords(value);
+}
+
+/// What came of the words, line by line.
+class Answer {
+public:
+    Answer(Session& session, Console& console) : session_(session), console_(console) {}
+
+    /// Says whether nothing was refused. `isListed`: nobody has asked for this register by name.
+    bool add(const Wish& wish, bool isListed) {
+        const Parameter& parameter = wish.parameter;
+        const std::string access = accessOf(session_.board(), parameter);
+        Json json = object({{"name", nameOf(parameter)},
+                            {"number", parameter.id - FG_REGISTER_IDS},
+                            {"id", parameter.id},
+                            {"access", access},
+                            {"writable", access != "read"}});
+        std::string words;
+        const bool done =
+            wish.value ? write(wish, access, json, words) : read(parameter, access, isListed, json, words);
+        rows_.push_back({std::to_string(parameter.id - FG_REGISTER_IDS), nameOf(parameter), words,
+                         access == "read-write" ? access : access + "-only"});
+        append(list_, std::move(json));
+        return done;
+    }
+
+    void print() const {
+        if (session_.options().json) {
+            printJson(console_, list_);
+        } else {
+            printRows(console_.out, rows_);
         }
     }
-    Rows rows;
-    Json list = emptyList();
-    bool refused = false;
-    for (const Parameter& parameter : wantedRegisters(session.applet(), names)) {
-        RegisterLine line = readRegister(session.applet(), parameter);
-        refused = refused || line.json.contains("refused");
-        rows.push_back(std::move(line.cells));
-        append(list, std::move(line.json));
+
+private:
+    bool read(const Parameter& parameter, const std::string& access, bool isListed, Json& json, std::string& words) {
+        put(json, "value", nullptr);
+        if (access == "write" && isListed) {
+            return true;
+        }
+        std::uint64_t held = 0;
+        const int code = session_.applet().getUnsigned64(parameter.id, held);
+        if (code != 0 && isListed) {
+            put(json, "refused", toJson(explainGet(code)));
+        } else if (code != 0) {
+            refuse(json, explainGet(code), nameOf(parameter));
+        }
+        if (code != 0) {
+            words = client::describeCode(code);
+            return false;
+        }
+        put(json, "value", held);
+        words = hexadecimal(held);
+        return true;
     }
-    if (session.options().json) {
-        printJson(console, list);
-    } else {
-        printRows(console.out, rows);
+
+    bool write(const Wish& wish, const std::string& access, Json& json, std::string& words) {
+        const Parameter& parameter = wish.parameter;
+        const std::string asked = inHexadecimal(*wish.value);
+        const int code = writeValue(session_.applet(), parameter, *wish.value);
+        put(json, "value", nullptr);
+        put(json, "accepted", code == 0);
+        if (code != 0) {
+            put(json, "asked", toJson(*wish.value));
+            refuse(json, explainSet(session_.applet(), parameter, code), nameOf(parameter) + "=" + asked);
+            words = client::describeCode(code);
+            return false;
+        }
+        if (access == "write") {
+            put(json, "asked", toJson(*wish.value));
+            words = asked + " written";
+            return true;
+        }
+        const bool isRead = read(parameter, access, false, json, words);
+        if (isRead && !isSame(*wish.value, json["value"].get<std::uint64_t>())) {
+            put(json, "asked", toJson(*wish.value));
+            words += ", asked for " + asked;
+        }
+        return isRead;
     }
-    // Among all registers some can only be written; only one that was asked for by name is missed.
-    return refused && !words.empty() ? Refused : Done;
+
+    void refuse(Json& json, const Refusal& refusal, const std::string& what) {
+        put(json, "refused", toJson(refusal));
+        console_.err << console_.errPainter.paint(Style::Bad, "quillon:") << " register " << what << " "
+                     << inWords(refusal) << '\n';
+    }
+
+    Session& session_;
+    Console& console_;
+    Rows rows_;
+    Json list_ = emptyList();
+};
+
+ExitStatus registers(Session& session, Console& console, const std::vector<std::string>& words) {
+    session.enableDirectRegisterAccess();
+    const std::vector<Wish> wishes = wishesOf(session.applet(), words);
+    Answer answer(session, console);
+    bool done = true;
+    for (const Wish& wish : wishes) {
+        const bool isDone = answer.add(wish, words.empty());
+        done = done && isDone;
+        if (!isDone && wish.value) {
+            break;  // what follows may rest on it
+        }
+    }
+    answer.print();
+    return done || words.empty() ? Done : Refused;
 }
 
 }  // namespace
 
 void addRegistersVerb(Verbs& verbs) {
     auto words = std::make_shared<std::vector<std::string>>();
-    Verb verb =
-        verbs.add("registers", "Read and write registers of the design directly",
-                  "  quillon registers                      all registers: number, name, value\n"
-                  "  quillon registers Control              one of them\n"
-                  "  quillon registers Control=0x10         write it, then read it",
-                  [words](Session& session, Console& console) { return showRegisters(session, console, *words); });
-    verb.add("NAME[=VALUE]", words.get(), "Registers by name, or by id above 1000000; with a value to write it first");
+    Verb verb = verbs.add("registers", "Read and write registers of the design directly, in this order",
+                          "  quillon registers                         all registers: number, name, value, access\n"
+                          "  quillon registers DesignId Scratch        some of them, by name\n"
+                          "  quillon registers 5                       by number\n"
+                          "  quillon registers LedControl=0x10         write it, then read it\n"
+                          "  quillon registers SpiCommand=0x9F         one that can only be written is not read\n"
+                          "  quillon registers Scratch=1 6=0 --json    for another program",
+                          [words](Session& session, Console& console) { return registers(session, console, *words); });
+    verb.add("NAME[=VALUE]", words.get(),
+             "Registers by name, number, or id above 1000000; with a value to write it first");
 }
 
 }  // namespace quillon::cli
