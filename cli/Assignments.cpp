@@ -10,8 +10,9 @@ Assignment parseAssignment(const client::Applet& applet, const std::string& name
     Parameter parameter = findParameter(applet, name);
     Value value = parseValue(applet, parameter, text);
     if (const auto* entries = std::get_if<std::vector<std::uint32_t>>(&value);
-        entries != nullptr && !parameter.hasRun) {
+        entries != nullptr && parameter.run && !parameter.hasRun) {
         parameter.run->count = static_cast<std::uint32_t>(entries->size());  // as many as there are, from the first
+        parameter.hasRun = true;
     }
     return {std::move(parameter), std::move(value), text};
 }
@@ -27,8 +28,8 @@ void assign(client::Applet& applet, const std::vector<std::string>& words) {
     }
     for (const Assignment& assignment : assignments) {
         if (const int code = writeValue(applet, assignment.parameter, assignment.value); code != 0) {
-            throw RefusedError(assignment.parameter.name + "=" + assignment.text + " " +
-                               inWords(explainSet(applet, assignment.parameter, assignment.value, code)));
+            const Refusal refusal = explainSet(applet, assignment.parameter, assignment.value, code);
+            refuse(assignment.parameter.name + "=" + assignment.text + " " + inWords(refusal), refusal);
         }
     }
 }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "cli/Arguments.h"
+#include "cli/Refusals.h"
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
 
@@ -57,6 +58,11 @@ void addCommonOptions(CLI::App& app, Options& options) {
     app.set_version_flag("--version", "quillon " QUILLON_VERSION, "Print the version of the command and exit");
 }
 
+int reportCode(const Options& options, Console& console, ExitStatus status, const std::string& message, int code) {
+    const Refusal refusal = explainGet(code);
+    return report(options, console, status, message, &refusal);
+}
+
 std::string noSuchVerb(const CLI::App& app, const std::string& word) {
     std::vector<std::string> names;
     for (const CLI::App* verb : app.get_subcommands(nullptr)) {
@@ -93,11 +99,13 @@ int perform(const Options& options, const Action& action, Console& console, Sess
     } catch (const UsageError& error) {
         return report(options, console, Usage, error.what());
     } catch (const RefusedError& error) {
-        return report(options, console, Refused, error.what());
+        return report(options, console, Refused, error.what(), error.refusal());
     } catch (const client::LibraryError& error) {
         return report(options, console, Unavailable, error.what());
     } catch (const client::OpenError& error) {
-        return report(options, console, Unavailable, error.what());
+        return reportCode(options, console, Unavailable, error.what(), error.status);
+    } catch (const client::CallError& error) {
+        return reportCode(options, console, Refused, error.what(), error.code);
     } catch (const std::exception& error) {
         return report(options, console, Refused, error.what());
     }
@@ -119,10 +127,15 @@ Description describeApp(const CLI::App& app) {
 
 }  // namespace
 
-int report(const Options& options, Console& console, ExitStatus status, const std::string& message) {
+int report(const Options& options, Console& console, ExitStatus status, const std::string& message,
+           const Refusal* refusal) {
     console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << message << '\n';
-    if (options.json) {
-        printJson(console, object({{"error", message}, {"status", static_cast<int>(status)}}));
+    if (options.json && (console.jsonPerLine || !console.hasAnswered)) {
+        Json json = object({{"error", message}, {"status", static_cast<int>(status)}});
+        if (refusal != nullptr) {
+            put(json, "refused", toJson(*refusal));
+        }
+        printJson(console, json);
     }
     return status;
 }

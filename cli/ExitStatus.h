@@ -1,6 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 namespace quillon::cli {
 
@@ -18,10 +21,20 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+struct Refusal;
+
 /// The applet refused something that is no single parameter, a file for instance.
 class RefusedError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
+    RefusedError(const std::string& text, std::shared_ptr<const Refusal> refusal)
+        : std::runtime_error(text), refusal_(std::move(refusal)) {}
+
+    /// What the applet answered; null where it was not the applet that refused.
+    const Refusal* refusal() const { return refusal_.get(); }
+
+private:
+    std::shared_ptr<const Refusal> refusal_;
 };
 
 }  // namespace quillon::cli

@@ -58,6 +58,7 @@ std::string inOneLine(const Json& json) {
 }
 
 void printJson(Console& console, const Json& json) {
+    console.hasAnswered = true;
     console.out << (console.jsonPerLine ? inOneLine(json) : encoded(json).dump(2)) << '\n';
 }
 

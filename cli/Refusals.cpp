@@ -1,7 +1,11 @@
 #include "cli/Refusals.h"
 
+#include <memory>
 #include <optional>
+#include <utility>
 
+#include "cli/Answers.h"
+#include "cli/ExitStatus.h"
 #include "quillon/ErrorCode.h"
 #include "quillon/client/Accepted.h"
 #include "quillon/client/Errors.h"
@@ -38,14 +42,13 @@ std::optional<std::uint64_t> debugPoints(const client::SoftBoard* board) {
     }
 }
 
-/// The nearest value as it is written; nothing where the parameter is enumerated.
-std::string nearestInWords(const Parameter& parameter, const client::ParameterRecord& accepted, double value) {
+/// The nearest value; nothing where the parameter is enumerated.
+std::optional<Value> nearestTo(const Parameter& parameter, const client::ParameterRecord& accepted, double value) {
     const auto nearest = client::nearestAccepted(accepted, value);
     if (!nearest || accepted.kind == client::RecordKind::Enum) {
-        return "";
+        return std::nullopt;
     }
-    return inWords(parameter, parameter.kind == ParameterKind::Double ? Value(*nearest)
-                                                                      : Value(static_cast<std::int64_t>(*nearest)));
+    return parameter.kind == ParameterKind::Double ? Value(*nearest) : Value(static_cast<std::int64_t>(*nearest));
 }
 
 }  // namespace
@@ -65,7 +68,10 @@ Refusal explainSet(const client::Applet& applet, const Parameter& parameter, con
         refusal.first = client::stepBefore(applet, parameter.id, *number);
         // A value that no state accepts is far from any; the range says enough then.
         if (!refusal.first.empty() || code == ValueNotAligned) {
-            refusal.nearest = nearestInWords(parameter, client::acceptedNow(applet, *record), *number);
+            if (const auto nearest = nearestTo(parameter, client::acceptedNow(applet, *record), *number)) {
+                refusal.nearest = inWords(parameter, *nearest);
+                refusal.nearestValue = valueOf(parameter, *nearest);
+            }
         }
     }
     return refusal;
@@ -92,7 +98,7 @@ std::string inWords(const Refusal& refusal) {
 }
 
 Json toJson(const Refusal& refusal) {
-    Json json = object({{"code", refusal.code}, {"name", refusal.name}, {"meaning", refusal.meaning}});
+    Json json = object({{"code", refusal.code}, {"name", refusal.name}, {"text", refusal.meaning}});
     if (!refusal.accepted.empty()) {
         put(json, "accepted", refusal.accepted);
     }
@@ -100,12 +106,16 @@ Json toJson(const Refusal& refusal) {
         put(json, "reason", refusal.reason);
     }
     if (!refusal.nearest.empty()) {
-        put(json, "nearest", refusal.nearest);
+        put(json, "nearest", refusal.nearestValue);
     }
     if (!refusal.first.empty()) {
         put(json, "first", refusal.first);
     }
     return json;
+}
+
+void refuse(const std::string& text, Refusal refusal) {
+    throw RefusedError(text, std::make_shared<const Refusal>(std::move(refusal)));
 }
 
 std::string acceptedValues(const client::Applet& applet, const client::SoftBoard* board, const Parameter& parameter) {

@@ -17,6 +17,7 @@ struct Refusal {
     std::string reason;    ///< why the range is as it is now; empty where it is always the same
     std::string nearest;   ///< the accepted value nearest to the refused one; empty where the state plays no part
     std::string first;     ///< what to set first so that the value is accepted; empty where nothing is known to help
+    Json nearestValue{};   ///< `nearest` as answers tell a value; null for none
 };
 
 /// Explains why the applet answered `code` to a set of `parameter` to `value`; the parameter's record is read anew.
@@ -31,6 +32,8 @@ Refusal explainGet(int code);
 /// "was refused: -6000 (ValueOutOfRange), the value is out of range", and lines with what would be accepted.
 std::string inWords(const Refusal& refusal);
 Json toJson(const Refusal& refusal);
+/// Throws a RefusedError that carries the refusal.
+[[noreturn]] void refuse(const std::string& text, Refusal refusal);
 
 /// The record with what is accepted at this moment; client::acceptedNow() for a design on a software board.
 client::ParameterRecord acceptedNow(const client::Applet& applet, const client::SoftBoard* board,

@@ -8,6 +8,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/MemoryFile.h"
 #include "cli/PartFile.h"
+#include "cli/Refusals.h"
 #include "quillon/ErrorCode.h"
 
 namespace quillon::cli {
@@ -197,26 +198,26 @@ void Session::tellIfLost() {
 
 void loadConfiguration(client::Applet& applet, const std::filesystem::path& file) {
     if (const int code = applet.loadConfig(file); code != 0) {
-        throw RefusedError(file.string() + " was not loaded: " + inWords(code));
+        refuse(file.string() + " was not loaded: " + inWords(code), explainGet(code));
     }
 }
 
 std::size_t saveConfiguration(client::Applet& applet, const std::filesystem::path& file) {
-    const auto refuse = [&](int code, const std::string& reason) {
-        throw RefusedError(file.string() + " was not written: " + inWords(code) + reason);
+    const auto refuseSave = [&](int code, const std::string& reason) {
+        refuse(file.string() + " was not written: " + inWords(code) + reason, explainGet(code));
     };
     // The applet does not look whether its lines reach the disk. A name that it does not take, it opens no file for.
     const bool isTaken = file.string().find(".mcf") != std::string::npos;
     const MemoryFile memory("state.mcf");
     if (const int code = applet.saveConfig(isTaken ? memory.path() : file); code != 0) {
-        refuse(code, "");
+        refuseSave(code, "");
     }
     std::string content;
     try {
         content = memory.contentFor(file);
         writeWhole(file, content);
     } catch (const RefusedError& error) {
-        refuse(FileNotWritten, std::string("\n  ") + error.what());
+        refuseSave(FileNotWritten, std::string("\n  ") + error.what());
     }
     return content.size();
 }

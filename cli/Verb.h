@@ -29,6 +29,7 @@ struct Console {
     Painter outPainter{1};
     Painter errPainter{2};
     bool jsonPerLine = false;  ///< an answer in JSON is one line, for readers of many
+    bool hasAnswered = false;  ///< an answer in JSON has been printed
 };
 
 using Action = std::function<ExitStatus(Session&, Console&)>;

@@ -196,7 +196,7 @@ TEST(AcceptedValuesOfTheCommand, ARefusalThatHangsOnTheStateTellsTheNearestValue
               "  nearest:  16376 pixel\n"
               "  first:    FG_XOFFSET to 0\n");
     const auto json = quillon({"set", "FG_IMG_SELECT=3", "--json"}).json();
-    EXPECT_EQ(json[0]["refused"]["nearest"], "0 image");
+    EXPECT_EQ(json[0]["refused"]["nearest"], nlohmann::json({{"value", 0}, {"unit", "image"}}));
     EXPECT_EQ(json[0]["refused"]["first"], "FG_IMG_SELECT_PERIOD to at least 4");
 }
 
