@@ -1,6 +1,10 @@
 #include "cli/Effects.h"
 
+#include <utility>
+
+#include "cli/Answers.h"
 #include "quillon/client/Accepted.h"
+#include "quillon/client/Text.h"
 
 namespace quillon::cli {
 
@@ -11,10 +15,23 @@ bool isNumber(const PublicParameter& known) {
 }
 
 /// The bounds of a number that other parameters move. The debug points are the design's, and counting them is a write.
-std::string boundsOf(client::Applet& applet, const Parameter& parameter) {
+std::optional<client::ParameterRecord> boundsOf(client::Applet& applet, const Parameter& parameter) {
     const bool moves = parameter.record && !parameter.isEnumerated() && parameter.id != FG_DEBUGSOURCE &&
                        !client::rangeReason(parameter.name).empty();
-    return moves ? client::acceptedValues(client::acceptedNow(applet, *parameter.record)) : "";
+    return moves ? std::optional(client::acceptedNow(applet, *parameter.record)) : std::nullopt;
+}
+
+Json acceptedOf(const Reading& reading) {
+    Json json = object({});
+    putAccepted(json, reading.bounds.value());
+    if (const std::string unit = client::readableUnit(reading.bounds->unit); !unit.empty()) {
+        put(json, "unit", unit);
+    }
+    return json;
+}
+
+Json answerOf(const std::string& name, Json before, Json after) {
+    return object({{"name", name}, {"before", std::move(before)}, {"after", std::move(after)}});
 }
 
 }  // namespace
@@ -39,7 +56,8 @@ Moment observe(Session& session) {
         Reading reading;
         reading.parameter = findParameter(applet, known.name, trees);
         if (readValue(applet, reading.parameter, reading.value) == 0) {
-            reading.accepted = boundsOf(applet, reading.parameter);
+            reading.bounds = boundsOf(applet, reading.parameter);
+            reading.accepted = reading.bounds ? client::acceptedValues(*reading.bounds) : "";
             moment.readings.emplace(known.id, std::move(reading));
         }
     }
@@ -55,10 +73,12 @@ std::vector<Change> changedValues(const Moment& before, const Moment& after) {
             continue;
         }
         // Compared as they are shown: a file keeps twelve digits of a number.
-        const Change change{reading.parameter.name, inWords(reading.parameter, reading.value),
-                            inWords(reading.parameter, now->second.value)};
+        Change change{reading.parameter.name, inWords(reading.parameter, reading.value),
+                      inWords(reading.parameter, now->second.value), Json()};
         if (change.before != change.after) {
-            changes.push_back(change);
+            change.answer = answerOf(change.name, valueOf(reading.parameter, reading.value),
+                                     valueOf(reading.parameter, now->second.value));
+            changes.push_back(std::move(change));
         }
     }
     return changes;
@@ -69,7 +89,8 @@ std::vector<Change> movedLimits(const Moment& before, const Moment& after) {
     for (const auto& [id, reading] : before.readings) {
         const auto now = after.readings.find(id);
         if (now != after.readings.end() && now->second.accepted != reading.accepted) {
-            changes.push_back({reading.parameter.name, reading.accepted, now->second.accepted});
+            changes.push_back({reading.parameter.name, reading.accepted, now->second.accepted,
+                               answerOf(reading.parameter.name, acceptedOf(reading), acceptedOf(now->second))});
         }
     }
     return changes;
@@ -86,7 +107,7 @@ Rows rowsOf(const std::vector<Change>& changes) {
 Json toJson(const std::vector<Change>& changes) {
     Json list = emptyList();
     for (const Change& change : changes) {
-        append(list, object({{"name", change.name}, {"before", change.before}, {"after", change.after}}));
+        append(list, change.answer);
     }
     return list;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,8 @@ namespace quillon::cli {
 struct Reading {
     Parameter parameter;
     Value value;
-    std::string accepted;  ///< empty for what no other parameter bounds
+    std::string accepted;                           ///< empty for what no other parameter bounds
+    std::optional<client::ParameterRecord> bounds;  ///< what `accepted` tells, of what another parameter bounds
 };
 
 /// All parameters that can be written, but texts and tables, at one moment.
@@ -35,6 +37,7 @@ struct Change {
     std::string name;
     std::string before;
     std::string after;
+    Json answer;  ///< "name", "before" and "after", each a value, or what is accepted
 };
 
 /// The parameters whose values differ, each with both.

@@ -21,6 +21,7 @@ std::vector<client::Access> traced(client::SoftBoard& board, Action action) {
 
 /// One line an access: number, direction, name, value, result.
 void printTrace(std::ostream& out, const Painter& painter, const std::vector<client::Access>& accesses);
+/// The same, numbered from 1; more than 16 entries of a table are told in short.
 Json toJson(const std::vector<client::Access>& accesses);
 
 }  // namespace quillon::cli

@@ -1,3 +1,4 @@
+#include "cli/Answers.h"
 #include "cli/Refusals.h"
 #include "cli/Trace.h"
 #include "cli/Verb.h"
@@ -11,22 +12,14 @@ struct GetArguments {
     bool trace = false;
 };
 
-Json entryOf(const Parameter& parameter, const Value& value) {
-    Json entry = object({{"name", parameter.name}, {"id", parameter.id}, {"value", toJson(value)}});
-    if (const std::string enumerator = enumeratorOf(parameter, value); !enumerator.empty()) {
-        put(entry, "enumerator", enumerator);
-    }
-    return entry;
-}
-
 /// Reads one parameter, prints it or adds it to `list`, and says whether the applet answered.
 bool getOne(Session& session, Console& console, const Parameter& parameter, bool trace, Json& list) {
     Value value;
     int code = 0;
     const auto accesses = traced(session.board(), [&] { code = readValue(session.applet(), parameter, value); });
-    Json entry = entryOf(parameter, value);
+    Json entry = object({{"name", parameter.name}, {"id", parameter.id}});
+    putValue(entry, parameter, code == 0 ? value : Value());
     if (code != 0) {
-        put(entry, "value", nullptr);
         put(entry, "refused", toJson(explainGet(code)));
         console.err << console.errPainter.paint(Style::Bad, "quillon:") << " get of " << parameter.name << " "
                     << inWords(explainGet(code)) << '\n';

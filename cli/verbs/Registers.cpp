@@ -153,19 +153,19 @@ private:
         put(json, "value", nullptr);
         put(json, "accepted", code == 0);
         if (code != 0) {
-            put(json, "asked", toJson(*wish.value));
+            put(json, "asked", valueOf(parameter, *wish.value));
             refuse(json, explainSet(session_.applet(), parameter, code), nameOf(parameter) + "=" + asked);
             words = client::describeCode(code);
             return false;
         }
         if (access == "write") {
-            put(json, "asked", toJson(*wish.value));
+            put(json, "asked", valueOf(parameter, *wish.value));
             words = asked + " written";
             return true;
         }
         const bool isRead = read(parameter, access, false, json, words);
         if (isRead && !isSame(*wish.value, json["value"].get<std::uint64_t>())) {
-            put(json, "asked", toJson(*wish.value));
+            put(json, "asked", valueOf(parameter, *wish.value));
             words += ", asked for " + asked;
         }
         return isRead;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "cli/Answers.h"
 #include "cli/Arguments.h"
 #include "cli/Assignments.h"
 #include "cli/Effects.h"
@@ -99,7 +100,7 @@ Result carryOut(Session& session, const Assignment& assignment, Moment& now) {
     const Parameter& parameter = assignment.parameter;
     Result result;
     result.accesses = traced(session.board(), [&] { result.code = writeValue(applet, parameter, assignment.value); });
-    if (readValue(applet, parameter, result.held) != 0) {
+    if (isWriteOnly(session.board(), parameter) || readValue(applet, parameter, result.held) != 0) {
         result.held = Value();
     }
     const bool readable = !std::holds_alternative<std::monostate>(result.held);
@@ -118,12 +119,9 @@ Result carryOut(Session& session, const Assignment& assignment, Moment& now) {
 Json entryOf(const Assignment& assignment, const Result& result, bool trace) {
     const Parameter& parameter = assignment.parameter;
     Json entry = object({{"name", parameter.name}, {"id", parameter.id}});
-    if (parameter.run) {
-        put(entry, "index", parameter.run->first);
-    }
-    put(entry, "value", toJson(result.held));
+    putValue(entry, parameter, result.held);
     if (result.code != 0 || result.differs) {
-        put(entry, "asked", toJson(assignment.value));
+        put(entry, "asked", valueOf(parameter, assignment.value));
     }
     put(entry, "accepted", result.code == 0);
     if (!result.values.empty()) {

@@ -91,7 +91,7 @@ TEST(ConfigurationFormat, AValueThatIsNotAcceptedIsHeldAllTheSame) {
     const auto accesses = quillon({"load", folder / "state.mcf", "--trace", "--json"}).json()["accesses"];
     for (const auto& access : accesses) {
         const auto name = access["name"].get<std::string>();
-        widthWritten = widthWritten || (name == "Device1_Process0_Buffer_0_XLength" && access["value"] == "6");
+        widthWritten = widthWritten || (name == "Device1_Process0_Buffer_0_XLength" && access["value"] == 6);
         downscaleWritten = downscaleWritten || name.find("Downscale") != std::string::npos;
     }
     EXPECT_TRUE(widthWritten);

@@ -84,7 +84,7 @@ TEST(GetVerb, TheTraceShowsTheDesignAccessesOfALiveValue) {
 
 TEST(GetVerb, JsonCarriesNameIdValueAndEnumerator) {
     const auto json = quillon({"get", "FG_WIDTH", "FG_VANTAGEPOINT", "--json"}).json();
-    EXPECT_EQ(json[0], nlohmann::json({{"name", "FG_WIDTH"}, {"id", 100}, {"value", 1024}}));
+    EXPECT_EQ(json[0], nlohmann::json({{"name", "FG_WIDTH"}, {"id", 100}, {"value", 1024}, {"unit", "pixel"}}));
     EXPECT_EQ(json[1]["enumerator"], "FG_VANTAGEPOINT_TOP_LEFT");
 }
 

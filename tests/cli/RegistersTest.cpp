@@ -103,7 +103,7 @@ TEST(RegistersVerb, DoesNotReadBackWhatCanOnlyBeWritten) {
                                                  {"writable", true},
                                                  {"value", nullptr},
                                                  {"accepted", true},
-                                                 {"asked", 0x9F}}));
+                                                 {"asked", {{"value", 0x9F}}}}));
 }
 
 TEST(RegistersVerb, AReadThatIsAskedForReachesTheApplet) {

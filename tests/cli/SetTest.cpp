@@ -1,10 +1,13 @@
 #include <gmock/gmock.h>
 
+#include "quillon/quillon.h"
 #include "tests/cli/Command.h"
 
 namespace quillon::cli::testing {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::Contains;
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -37,7 +40,7 @@ TEST(SetVerb, TheTraceShowsTheEightBufferWritesInOrder) {
     std::vector<std::string> writes;
     for (const auto& access : json[0]["accesses"]) {
         if (access["direction"] == "write") {
-            writes.push_back(access["name"].get<std::string>() + " = " + access["value"].get<std::string>());
+            writes.push_back(access["name"].get<std::string>() + " = " + access["value"].dump());
         }
     }
     EXPECT_THAT(writes, ::testing::ElementsAre(
@@ -147,6 +150,23 @@ TEST(SetVerb, EntriesOfALookupTableAreWritten) {
     const auto json = quillon({"set", "FG_LUT_VALUE_RED[10..12]=7,8,9", "--json"}).json();
     EXPECT_EQ(json[0]["index"], 10);
     EXPECT_EQ(json[0]["value"], nlohmann::json({7, 8, 9}));
+    EXPECT_EQ(quillon({"set", "FG_LUT_VALUE_RED=7,8", "--json"}).json()[0]["value"], nlohmann::json({7, 8}));
+}
+
+TEST(SetVerb, ATraceIsNumberedFromOneAndHasNumbers) {
+    const auto json = quillon({"set", "FG_WIDTH=2048", "FG_LUT_VALUE_RED[5..6]=7,8", "--trace", "--json"}).json();
+    for (const auto& entry : json) {
+        for (std::size_t i = 0; i < entry["accesses"].size(); ++i) {
+            EXPECT_EQ(entry["accesses"][i]["sequence"], i + 1);
+        }
+    }
+    const auto& last = json[1]["accesses"].back();
+    EXPECT_EQ(last["type"], "table");
+    EXPECT_EQ(last["index"], 5);
+    EXPECT_EQ(last["value"], nlohmann::json({7, 8}));
+    EXPECT_THAT(json[0]["accesses"],
+                Contains(AllOf(Contains(nlohmann::json("Device1_Process0_Buffer_0_XLength")),
+                               Contains(nlohmann::json(2048)), Contains(nlohmann::json("integer")))));
 }
 
 TEST(SetVerb, ACountThatDoesNotFitTheEntriesIsUsage) {
@@ -166,10 +186,10 @@ TEST(SetVerb, WhatIsHeldIsShownInTextAndJsonAlike) {
                 StartsWith("FG_CAMERASIMULATOR_WIDTH = 1024 pixel, asked for 1000 pixel\n"));
     const auto json = quillon({"set", "FG_CAMERASIMULATOR_WIDTH=1000", "--json"}).json();
     EXPECT_EQ(json[0]["value"], 1024);
-    EXPECT_EQ(json[0]["asked"], 1000);
+    EXPECT_EQ(json[0]["asked"], nlohmann::json({{"value", 1000}, {"unit", "pixel"}}));
     const auto refused = quillon({"set", "FG_WIDTH=6", "--json"}).json();
     EXPECT_EQ(refused[0]["value"], 1024);
-    EXPECT_EQ(refused[0]["asked"], 6);
+    EXPECT_EQ(refused[0]["asked"], nlohmann::json({{"value", 6}, {"unit", "pixel"}}));
     EXPECT_FALSE(quillon({"set", "FG_WIDTH=2048", "--json"}).json()[0].contains("asked"));
 }
 
@@ -179,13 +199,27 @@ TEST(SetVerb, MovedLimitsAreTold) {
               "  FG_XOFFSET accepts  0 to 15360 pixel in steps of 4  ->  0 to 14336 pixel in steps of 4\n");
     const auto json = quillon({"set", "FG_WIDTH=2048", "--json"}).json();
     EXPECT_EQ(json[0]["limits"][0], nlohmann::json({{"name", "FG_XOFFSET"},
-                                                    {"before", "0 to 15360 pixel in steps of 4"},
-                                                    {"after", "0 to 14336 pixel in steps of 4"}}));
+                                                    {"before",
+                                                     {{"accepted", "0 to 15360 pixel in steps of 4"},
+                                                      {"min", 0},
+                                                      {"max", 15360},
+                                                      {"step", 4},
+                                                      {"unit", "pixel"}}},
+                                                    {"after",
+                                                     {{"accepted", "0 to 14336 pixel in steps of 4"},
+                                                      {"min", 0},
+                                                      {"max", 14336},
+                                                      {"step", 4},
+                                                      {"unit", "pixel"}}}}));
 }
 
 TEST(SetVerb, OtherValuesThatChangeAreTold) {
     EXPECT_THAT(quillon({"set", "FG_DIGIO_OUTPUT=2"}).out,
                 ContainsRegex("\n  FG_TRIGGEROUT_GPO_3_SOURCE +VCC.* -> +GND"));
+    const auto json = quillon({"set", "FG_DIGIO_OUTPUT=2", "--json"}).json();
+    EXPECT_THAT(json[0]["changed"], Contains(nlohmann::json({{"name", "FG_TRIGGEROUT_GPO_3_SOURCE"},
+                                                             {"before", {{"value", VCC}, {"enumerator", "VCC"}}},
+                                                             {"after", {{"value", GND}, {"enumerator", "GND"}}}})));
 }
 
 TEST(SetVerb, AWidthThatEndsTheMirroringTellsIt) {
