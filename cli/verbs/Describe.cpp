@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "cli/Answers.h"
 #include "cli/Refusals.h"
 #include "cli/Trace.h"
 #include "cli/Verb.h"
@@ -18,6 +19,7 @@ struct Description {
     std::string value;
     std::string accepted;
     std::string reason;
+    Json answer;                         ///< value and bounds for other programs
     std::vector<std::string> readFrom;   ///< design parameters that a read reaches
     std::vector<std::string> writtenTo;  ///< design parameters that a write of the present value writes
     std::vector<std::string> consulted;  ///< design parameters that such a write reads, for limits
@@ -33,14 +35,20 @@ std::vector<std::string> namesOf(const std::vector<client::Access>& accesses, cl
     return names;
 }
 
-std::string accessText(const Parameter& parameter) {
+bool isClosed(const Parameter& parameter) {
+    return parameter.record && !parameter.record->writable;
+}
+
+std::string accessText(const client::SoftBoard& board, const Parameter& parameter) {
+    if (isWriteOnly(board, parameter)) {
+        return "can only be written";
+    }
     const PublicParameter* known = findPublicParameter(parameter.id);
     if (known != nullptr && known->access == ParameterAccess::ReadOnly) {
         return "can only be read";
     }
-    const bool openNow = !parameter.record || parameter.record->writable;
-    return openNow ? "can be read and written"
-                   : "can be read and written; shown as closed to writes in the present mode";
+    return !isClosed(parameter) ? "can be read and written"
+                                : "can be read and written; shown as closed to writes in the present mode";
 }
 
 Description describe(Session& session, const Parameter& parameter) {
@@ -48,14 +56,23 @@ Description describe(Session& session, const Parameter& parameter) {
     Description description;
     description.text = client::utf8(applet.readDescription(parameter.name));
     description.label = parameter.record ? client::utf8(parameter.record->label) : "";
-    description.access = accessText(parameter);
+    description.access = accessText(session.board(), parameter);
     description.accepted = acceptedValues(applet, &session.board(), parameter);
     description.reason = client::rangeReason(parameter.name);
     Value value;
     int code = 0;
-    description.readFrom =
-        namesOf(traced(session.board(), [&] { code = readValue(applet, parameter, value); }), client::Direction::Read);
-    description.value = code == 0 ? inWords(parameter, value) : client::describeCode(code);
+    if (!isWriteOnly(session.board(), parameter)) {
+        const auto reads = traced(session.board(), [&] { code = readValue(applet, parameter, value); });
+        description.readFrom = namesOf(reads, client::Direction::Read);
+        description.value = code == 0 ? inWords(parameter, value) : client::describeCode(code);
+    }
+    putValue(description.answer, parameter, code == 0 ? value : Value());
+    if (code != 0) {
+        put(description.answer, "refused", toJson(explainGet(code)));
+    }
+    if (parameter.record) {
+        putAccepted(description.answer, acceptedNow(applet, &session.board(), *parameter.record));
+    }
     // A text names a file, and writing it would make or read that file.
     const PublicParameter* known = findPublicParameter(parameter.id);
     const bool writable = known != nullptr && known->access == ParameterAccess::ReadWrite;
@@ -117,24 +134,37 @@ void print(client::Applet& applet, const Parameter& parameter, const Description
     printRows(console.out, rows, "  ");
 }
 
-Json toJson(const Parameter& parameter, const Description& description) {
+Json enumeratorsOf(const client::Applet& applet, const Parameter& parameter) {
+    const client::ParameterRecord accepted = client::acceptedNow(applet, *parameter.record);
+    Json list = emptyList();
+    for (const client::EnumEntry& entry : parameter.record->entries) {
+        append(list, object({{"value", entry.value},
+                             {"enumerator", entry.name},
+                             {"label", client::utf8(entry.label)},
+                             {"accepted", accepted.entry(entry.value) != nullptr}}));
+    }
+    return list;
+}
+
+Json toJson(Session& session, const Parameter& parameter, const Description& description) {
+    const std::string access = accessOf(session.board(), parameter);
     Json json = object({{"name", parameter.name},
                         {"id", parameter.id},
                         {"label", description.label},
                         {"description", description.text},
-                        {"access", description.access},
-                        {"value", description.value},
-                        {"accepted", description.accepted},
-                        {"reason", description.reason},
-                        {"reads", description.readFrom},
-                        {"writes", description.writtenTo},
-                        {"consults", description.consulted}});
-    if (parameter.isEnumerated()) {
-        for (const client::EnumEntry& entry : parameter.record->entries) {
-            json["values"].push_back(
-                object({{"name", entry.name}, {"value", entry.value}, {"label", client::utf8(entry.label)}}));
-        }
+                        {"type", typeOf(parameter)},
+                        {"access", access},
+                        {"closed", access != "read" && isClosed(parameter)}});
+    json.update(description.answer);
+    if (!description.reason.empty()) {
+        put(json, "reason", description.reason);
     }
+    if (parameter.isEnumerated()) {
+        put(json, "values", enumeratorsOf(session.applet(), parameter));
+    }
+    put(json, "reads", description.readFrom);
+    put(json, "writes", description.writtenTo);
+    put(json, "consults", description.consulted);
     return json;
 }
 
@@ -143,7 +173,7 @@ ExitStatus describeAll(Session& session, Console& console, const std::vector<std
     for (const std::string& name : names) {
         const Parameter parameter = findParameter(session.applet(), name);
         const Description description = describe(session, parameter);
-        append(list, toJson(parameter, description));
+        append(list, toJson(session, parameter, description));
         if (!session.options().json) {
             print(session.applet(), parameter, description, console);
         }

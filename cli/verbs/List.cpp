@@ -1,8 +1,10 @@
 #include <algorithm>
 
+#include "cli/Answers.h"
 #include "cli/Refusals.h"
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
+#include "quillon/client/Accepted.h"
 #include "quillon/client/Text.h"
 
 namespace quillon::cli {
@@ -34,28 +36,35 @@ private:
     Json addParameter(const ParameterRecord& record, const std::string& indent) {
         const Parameter parameter =
             findParameter(applet_, record.symbol.empty() ? std::to_string(record.id) : record.symbol);
+        const bool isReadable = !isWriteOnly(board_, parameter);
         Value value;
-        const int code = readValue(applet_, parameter, value);
-        const std::string access = std::string(record.readable ? "r" : "-") + (record.writable ? "w" : "-");
-        const std::string range = parameter.isEnumerated() ? std::to_string(record.entries.size()) + " values"
-                                                           : acceptedValues(applet_, &board_, parameter);
-        rows_.push_back({indent + client::utf8(record.label), record.symbol, access,
-                         code == 0 ? inWords(parameter, value) : client::describeCode(code), range});
+        const int code = isReadable ? readValue(applet_, parameter, value) : 0;
+        const ParameterRecord now = acceptedNow(applet_, &board_, record);
+        rows_.push_back({indent + client::utf8(record.label), record.symbol,
+                         std::string(record.readable ? "r" : "-") + (record.writable ? "w" : "-"),
+                         valueInWords(parameter, value, code, isReadable),
+                         parameter.isEnumerated() ? std::to_string(record.entries.size()) + " values"
+                                                  : client::acceptedValues(now)});
+        const std::string access = accessOf(board_, parameter);
         Json json = object({{"label", client::utf8(record.label)},
                             {"name", record.symbol},
                             {"id", record.id},
+                            {"type", typeOf(parameter)},
                             {"access", access},
-                            {"value", code == 0 ? toJson(value) : Json(nullptr)}});
-        if (const std::string enumerator = enumeratorOf(parameter, value); code == 0 && !enumerator.empty()) {
-            put(json, "enumerator", enumerator);
+                            {"closed", access != "read" && !record.writable}});
+        putValue(json, parameter, code == 0 ? value : Value());
+        if (code != 0) {
+            put(json, "refused", toJson(explainGet(code)));
         }
-        if (!record.unit.empty()) {
-            put(json, "unit", client::utf8(record.unit));
-        }
-        if (!range.empty()) {
-            put(json, "accepted", acceptedValues(applet_, &board_, parameter));
-        }
+        putAccepted(json, now);
         return json;
+    }
+
+    static std::string valueInWords(const Parameter& parameter, const Value& value, int code, bool isReadable) {
+        if (!isReadable) {
+            return "write-only";
+        }
+        return code == 0 ? inWords(parameter, value) : client::describeCode(code);
     }
 
     client::Applet& applet_;

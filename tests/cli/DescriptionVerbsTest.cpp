@@ -45,7 +45,9 @@ TEST(DescribeVerb, EnumeratorsAreToldWithValueAndLabel) {
 
 TEST(DescribeVerb, AReadOutIsToldAsSuchWithTheDesignParameterBehindIt) {
     const auto json = quillon({"describe", "FG_SYSTEMMONITOR_FPGA_TEMPERATURE", "--json"}).json();
-    EXPECT_EQ(json[0]["access"], "can only be read");
+    EXPECT_EQ(json[0]["access"], "read");
+    EXPECT_EQ(json[0]["type"], "real");
+    EXPECT_EQ(json[0]["unit"], "°C");
     EXPECT_EQ(json[0]["reads"], nlohmann::json({"Device1_Process0_BoardStatus_FpgaTemperature"}));
     EXPECT_TRUE(json[0]["writes"].empty());
 }
