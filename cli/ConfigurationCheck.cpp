@@ -7,7 +7,9 @@
 #include <map>
 #include <set>
 #include <type_traits>
+#include <utility>
 
+#include "cli/Answers.h"
 #include "cli/Arguments.h"
 #include "cli/ConfigurationFile.h"
 #include "cli/ExitStatus.h"
@@ -81,8 +83,8 @@ public:
     }
 
 private:
-    void complain(int line, const std::string& key, const std::string& text, bool note = false) {
-        complaints_.push_back({line, key, text, note});
+    void complain(int line, const std::string& key, const std::string& text, bool note = false, Json details = {}) {
+        complaints_.push_back({line, key, text, note, std::move(details)});
     }
 
     void checkName() {
@@ -170,13 +172,14 @@ private:
         const bool isWhole = parameter.kind == ParameterKind::Int || parameter.kind == ParameterKind::Int64;
         if (isWhole && !parseWholeNumber(line.value)) {
             complain(line.number, line.key,
-                     "\"" + line.value + "\" is no whole number and is taken for what its beginning says");
+                     "\"" + line.value + "\" is no whole number and is taken for what its beginning says", false,
+                     object({{"value", line.value}}));
             return std::nullopt;
         }
         try {
             return std::pair(parameter, parseValue(applet_, parameter, line.value));
         } catch (const UsageError& error) {
-            complain(line.number, line.key, error.what());
+            complain(line.number, line.key, error.what(), false, object({{"value", line.value}}));
             return std::nullopt;
         }
     }
@@ -311,9 +314,11 @@ private:
             code = writeValue(applet_, parameter, wanted);
         }
         if (code != 0) {
-            complain(file_.find(key)->number, key,
-                     inWords(parameter, wanted) + " " +
-                         inWords(explainSet(applet_, parameter, wanted, code, &session_.board())));
+            const Refusal refusal = explainSet(applet_, parameter, wanted, code, &session_.board());
+            Json details = valueOf(parameter, wanted);
+            put(details, "refused", toJson(refusal));
+            complain(file_.find(key)->number, key, inWords(parameter, wanted) + " " + inWords(refusal), false,
+                     std::move(details));
         }
     }
 
@@ -366,9 +371,11 @@ private:
         const double asked = numberOf(wanted->second);
         const double is = numberOf(made);
         if (std::abs(asked - is) > 1e-11 * std::max(std::abs(asked), std::abs(is))) {
+            Json details = valueOf(parameter, wanted->second);
+            put(details, "becomes", valueOf(parameter, made));
             complain(line.number, key,
-                     inWords(parameter, wanted->second) + " becomes " + inWords(parameter, made) + ": " + because,
-                     true);
+                     inWords(parameter, wanted->second) + " becomes " + inWords(parameter, made) + ": " + because, true,
+                     std::move(details));
         }
     }
 
@@ -399,7 +406,8 @@ private:
                     : client::readableLeast(bounds.least) + " to " +
                           inWords(parsed->first, parseValue(applet_, parsed->first, client::shortest(bounds.most)));
             complain(line.number, line.key,
-                     inWords(parsed->first, parsed->second) + " is accepted in no speed mode\n  accepted: " + range);
+                     inWords(parsed->first, parsed->second) + " is accepted in no speed mode\n  accepted: " + range,
+                     false, valueOf(parsed->first, parsed->second));
         }
     }
 

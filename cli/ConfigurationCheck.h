@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Json.h"
 #include "cli/Session.h"
 #include "cli/Terminal.h"
 
@@ -17,6 +18,7 @@ struct Complaint {
     std::string key;
     std::string text;
     bool note = false;
+    Json details{};  ///< what there is to tell besides: the value of the file, what it becomes, the refusal
 };
 
 /// What the file holds that a load would refuse, change or not look at, in the order of the lines. Loads the file into

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <string_view>
 
+#include "cli/Answers.h"
 #include "cli/ExitStatus.h"
 #include "cli/MemoryFile.h"
 #include "cli/Values.h"
@@ -109,6 +110,15 @@ std::string valueInWords(const client::Applet& applet, const ConfigurationLine& 
         return inWords(parameter, parseValue(applet, parameter, line.value));
     } catch (const UsageError&) {
         return "\"" + line.value + "\"";
+    }
+}
+
+Json valueOf(const client::Applet& applet, const ConfigurationLine& line) {
+    try {
+        const Parameter parameter = findParameter(applet, line.key);
+        return valueOf(parameter, parseValue(applet, parameter, line.value));
+    } catch (const UsageError&) {
+        return object({{"value", line.value}});
     }
 }
 

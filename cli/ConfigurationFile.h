@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/Json.h"
 #include "cli/Session.h"
 
 namespace quillon::cli {
@@ -66,5 +67,7 @@ bool isLoaded(const std::string& key);
 
 /// A file's value in the parameter's words, or as it stands if it is none.
 std::string valueInWords(const client::Applet& applet, const ConfigurationLine& line);
+/// The same as answers tell a value.
+Json valueOf(const client::Applet& applet, const ConfigurationLine& line);
 
 }  // namespace quillon::cli

@@ -17,6 +17,7 @@ struct Difference {
     std::string key;
     std::string first;
     std::string second;
+    Json answer;
 };
 
 using State = std::map<std::string, ConfigurationLine>;
@@ -36,6 +37,11 @@ std::string inWordsOrMissing(const client::Applet& applet, const State& state, c
     return line != state.end() ? valueInWords(applet, line->second) : "missing";
 }
 
+Json valueOrNull(const client::Applet& applet, const State& state, const std::string& key) {
+    const auto line = state.find(key);
+    return line != state.end() ? valueOf(applet, line->second) : Json(nullptr);
+}
+
 /// The differences in the order of the applet's own file, over the keys that a load looks at.
 std::vector<Difference> differences(client::Applet& applet, const State& first, const State& second) {
     std::vector<Difference> found;
@@ -43,7 +49,10 @@ std::vector<Difference> differences(client::Applet& applet, const State& first, 
         const std::string left = inWordsOrMissing(applet, first, known.key);
         const std::string right = inWordsOrMissing(applet, second, known.key);
         if (isLoaded(known.key) && left != right) {
-            found.push_back({known.key, left, right});
+            found.push_back({known.key, left, right,
+                             object({{"name", known.key},
+                                     {"first", valueOrNull(applet, first, known.key)},
+                                     {"second", valueOrNull(applet, second, known.key)}})});
         }
     }
     return found;
@@ -58,8 +67,7 @@ ExitStatus diff(Session& session, Console& console, const DiffArguments& argumen
     if (session.options().json) {
         Json list = emptyList();
         for (const Difference& difference : found) {
-            append(list,
-                   object({{"name", difference.key}, {"first", difference.first}, {"second", difference.second}}));
+            append(list, difference.answer);
         }
         printJson(console, list);
         return Done;

@@ -95,6 +95,12 @@ TEST(CheckVerb, AValueThatALoadWouldRefuseSilentlyIsToldWithLineAndRange) {
     EXPECT_THAT(complaints[0]["text"].get<std::string>(),
                 HasSubstr("0 pulses was refused: -6000 (ValueOutOfRange), the value is out of range\n"
                           "  accepted: 1 to 255 pulses"));
+    EXPECT_EQ(complaints[0]["value"], 0);
+    EXPECT_EQ(complaints[0]["unit"], "pulses");
+    EXPECT_EQ(complaints[0]["refused"], nlohmann::json({{"code", -6000},
+                                                        {"name", "ValueOutOfRange"},
+                                                        {"text", "the value is out of range"},
+                                                        {"accepted", "1 to 255 pulses"}}));
 }
 
 TEST(CheckVerb, ASimulatorValueThatNoModeAcceptsIsToldOnce) {
@@ -334,7 +340,9 @@ TEST(DiffVerb, AFileIsComparedWithTheLiveState) {
     ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "--save", folder / "a.mcf"}).status, 0);
     const auto json = quillon({"diff", folder / "a.mcf", "--json"}).json();
     ASSERT_EQ(json.size(), 1U);
-    EXPECT_EQ(json[0], nlohmann::json({{"name", "FG_WIDTH"}, {"first", "2048 pixel"}, {"second", "1024 pixel"}}));
+    EXPECT_EQ(json[0], nlohmann::json({{"name", "FG_WIDTH"},
+                                       {"first", {{"value", 2048}, {"unit", "pixel"}}},
+                                       {"second", {{"value", 1024}, {"unit", "pixel"}}}}));
 }
 
 TEST(DiffVerb, EqualStatesHaveNoDifference) {
