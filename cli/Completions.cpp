@@ -32,6 +32,7 @@ constexpr std::array rules{
     CompletionRule{"lut", "--load", "(.lut)"},
     CompletionRule{"lut", "--save", "(.lut)"},
     CompletionRule{"lut", "--compare", "(.lut)"},
+    CompletionRule{"lut", "--range", "0..255 0..16383"},
     CompletionRule{"grab", "--set", "assignments"},
     CompletionRule{"grab", "--clock", "free real"},
     CompletionRule{"grab", "--graphics", "sixel blocks"},

@@ -239,7 +239,7 @@ Json toJson(const Statistics& statistics, unsigned wanted) {
                    {"bytes", statistics.bytes},
                    {"seconds", statistics.seconds},
                    {"rate", statistics.rate()},
-                   {"board rate", statistics.boardRate()},
+                   {"boardRate", statistics.boardRate()},
                    {"files", statistics.files},
                    {"reasons", statistics.reasons}});
 }

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "cli/Answers.h"
 #include "cli/Arguments.h"
 #include "cli/Inputs.h"
 #include "cli/Refusals.h"
@@ -39,6 +40,7 @@ static_assert(FG_SIGNAL_FRONT_GPI_3 == FirstInputSource + 11 * InputSourceStep);
 
 struct RouteState {
     std::string source;
+    Json sourceValue;
     bool inverted = false;
     std::string level;  ///< "high", "low", or "signal" for pulses too short for a level
 };
@@ -46,7 +48,7 @@ struct RouteState {
 std::uint64_t readWhole(client::Applet& applet, const Parameter& parameter) {
     std::uint32_t value = 0;
     if (const int code = applet.getUnsigned(parameter.id, value); code != 0) {
-        throw RefusedError("get of " + parameter.name + " " + inWords(explainGet(code)));
+        refuse("get of " + parameter.name + " " + inWords(explainGet(code)), explainGet(code));
     }
     return value;
 }
@@ -86,6 +88,7 @@ RouteState stateOf(Session& session, const Route& route, std::uint64_t inputs) {
     RouteState state;
     const std::string name = enumeratorOf(source, Value(value));
     state.source = name.empty() ? std::to_string(value) : name;
+    state.sourceValue = valueOf(source, Value(value));
     state.inverted = !fixed && readWhole(applet, polarity) == 0;
     state.level = levelOf(session.board(), value, state.inverted, inputs);
     return state;
@@ -120,7 +123,7 @@ Json toJson(std::uint64_t inputs, const std::vector<RouteState>& states) {
     Json listeners = object({});
     for (std::size_t i = 0; i < routes.size(); ++i) {
         put(listeners, std::string(routes[i].name),
-            object({{"source", states[i].source}, {"inverted", states[i].inverted}, {"level", states[i].level}}));
+            object({{"source", states[i].sourceValue}, {"inverted", states[i].inverted}, {"level", states[i].level}}));
     }
     return object({{"inputs", inputsToJson(inputs)}, {"routes", listeners}});
 }

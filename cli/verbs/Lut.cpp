@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <array>
 
+#include "cli/Answers.h"
+#include "cli/Arguments.h"
 #include "cli/Chart.h"
 #include "cli/LookupTableFile.h"
 #include "cli/MemoryFile.h"
@@ -20,6 +22,7 @@ struct LutArguments {
     std::string load;
     std::string save;
     std::string picture;
+    std::string range;  ///< of the entries to tell in JSON
     std::vector<std::string> compare;
 };
 
@@ -39,7 +42,8 @@ using Tables = std::array<Table, channels.size()>;
 
 void expect(client::Applet& applet, const std::string& what, int code, int id) {
     if (code != 0) {
-        throw RefusedError(what + " " + inWords(explainSet(applet, findParameter(applet, std::to_string(id)), code)));
+        const Refusal refusal = explainSet(applet, findParameter(applet, std::to_string(id)), code);
+        refuse(what + " " + inWords(refusal), refusal);
     }
 }
 
@@ -86,15 +90,43 @@ Chart chartOf(const Tables& tables) {
     return chart;
 }
 
-Json toJson(const Tables& tables) {
+/// "7" or "0..255".
+Run parseRange(const std::string& text) {
+    const std::size_t dots = text.find("..");
+    const auto first = parseWholeNumber(trimmed(text.substr(0, dots)));
+    const auto last = dots == std::string::npos ? first : parseWholeNumber(trimmed(text.substr(dots + 2)));
+    if (!first || !last || first->negative || last->negative || first->magnitude > last->magnitude ||
+        last->magnitude >= TableSize) {
+        throw UsageError("\"" + text + "\": entries are a number from 0 to " + std::to_string(TableSize - 1) +
+                         ", or two as in 0..255");
+    }
+    return {static_cast<std::uint32_t>(first->magnitude),
+            static_cast<std::uint32_t>(last->magnitude - first->magnitude + 1)};
+}
+
+Json answerOf(const Table& table, const std::optional<Run>& run) {
+    Json json = object({});
+    if (run) {
+        const auto begin = table.begin() + run->first;
+        put(json, "index", run->first);
+        put(json, "value", Table(begin, begin + run->count));
+    } else {
+        put(json, "value", nullptr);
+    }
+    put(json, "table", inShort(table));
+    return json;
+}
+
+Json toJson(const Tables& tables, const std::optional<Run>& run) {
     Json json;
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        put(json, channels[i].name, tables[i]);
+        put(json, channels[i].name, answerOf(tables[i], run));
     }
     return json;
 }
 
 ExitStatus show(Session& session, Console& console, const LutArguments& arguments) {
+    const auto run = arguments.range.empty() ? std::nullopt : std::optional(parseRange(arguments.range));
     client::Applet& applet = session.applet();
     if (!arguments.load.empty()) {
         loadTables(applet, arguments.load);
@@ -108,7 +140,7 @@ ExitStatus show(Session& session, Console& console, const LutArguments& argument
         writePicture(chart, arguments.picture);
     }
     if (session.options().json) {
-        console.out << inOneLine(toJson(tables)) << '\n';
+        printJson(console, toJson(tables, run));
         return Done;
     }
     for (const std::string& line : asText(chart, 64, 16)) {
@@ -187,6 +219,7 @@ void addLutVerb(Verbs& verbs) {
                           "  quillon lut -o curve.png --mcf dark.mcf        the curve of a configuration as a picture\n"
                           "  quillon lut --load warm.lut                    a file's curves\n"
                           "  quillon lut --save linear.lut                  the tables as a file\n"
+                          "  quillon lut --json --range 0..255              entries for another program\n"
                           "  quillon lut --compare warm.lut cold.lut        where two files differ",
                           [arguments](Session& session, Console& console) {
                               return arguments->compare.empty() ? show(session, console, *arguments)
@@ -195,6 +228,8 @@ void addLutVerb(Verbs& verbs) {
     verb.add("--load", &arguments->load, "Load this file (.lut) first").shownAs("FILE");
     verb.add("--save", &arguments->save, "Save the tables to this file (.lut)").shownAs("FILE");
     verb.add("-o,--output", &arguments->picture, "Draw a picture (.png)").shownAs("FILE");
+    verb.add("--range", &arguments->range, "With --json: tell these entries (7, 0..255), not the ends alone")
+        .shownAs("A..B");
     verb.add("--compare", &arguments->compare, "Compare two files (.lut)").shownAs("FILE").words(2);
 }
 

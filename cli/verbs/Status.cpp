@@ -1,7 +1,9 @@
 #include <array>
 #include <chrono>
 
+#include "cli/Answers.h"
 #include "cli/Interrupt.h"
+#include "cli/Refusals.h"
 #include "cli/Units.h"
 #include "cli/Verb.h"
 
@@ -85,6 +87,19 @@ std::string statusInWords(const StatusRow& row, const Parameter& parameter, cons
     return plainNumber ? numberInWords(value) + " " + unit : inWords(parameter, value);
 }
 
+Json answerOf(const StatusRow& row, const Parameter& parameter, const Value& value, int code,
+              const std::string& words) {
+    Json json = valueOf(parameter, code == 0 ? value : Value());
+    if (!row.unit.empty() && !json.contains("unit")) {
+        put(json, "unit", std::string(row.unit));
+    }
+    put(json, "words", words);
+    if (code != 0) {
+        put(json, "refused", toJson(explainGet(code)));
+    }
+    return json;
+}
+
 /// One look at everything; answers whether all of it could be read.
 bool look(Session& session, Console& console) {
     session.applet();  // puts the design on the board
@@ -99,7 +114,7 @@ bool look(Session& session, Console& console) {
         complete = complete && code == 0;
         const std::string words = code == 0 ? statusInWords(row, parameter, value) : client::describeCode(code);
         rows.push_back({std::string(row.words), words});
-        put(json, parameter.name, object({{"value", code == 0 ? toJson(value) : Json(nullptr)}, {"words", words}}));
+        put(json, parameter.name, answerOf(row, parameter, value, code, words));
     }
     if (session.options().json) {
         printJson(console, json);
@@ -111,6 +126,7 @@ bool look(Session& session, Console& console) {
 }
 
 ExitStatus status(Session& session, Console& console, const StatusArguments& arguments) {
+    console.jsonPerLine = console.jsonPerLine || arguments.watch;
     bool complete = look(session, console);
     const auto goesOn = [&](unsigned shown) {
         return arguments.watch && console.out.good() && (arguments.times == 0 || shown < arguments.times);
@@ -118,7 +134,9 @@ ExitStatus status(Session& session, Console& console, const StatusArguments& arg
     const Interrupt interrupt;
     for (unsigned shown = 1; goesOn(shown) && Interrupt::wait(std::chrono::duration<double>(arguments.interval));
          ++shown) {
-        console.out << '\n';
+        if (!session.options().json) {
+            console.out << '\n';
+        }
         complete = look(session, console) && complete;
     }
     return complete ? Done : Refused;
@@ -132,7 +150,8 @@ void addStatusVerb(Verbs& verbs) {
         verbs.add("status", "Tell the state of buffer, camera, FPGA and PCIe link in words",
                   "  quillon status\n"
                   "  quillon status --watch                     again every second, until interrupted\n"
-                  "  quillon status --watch --times 3 --interval 0.5",
+                  "  quillon status --watch --times 3 --interval 0.5\n"
+                  "  quillon status --watch --json              a line of JSON for each look",
                   [arguments](Session& session, Console& console) { return status(session, console, *arguments); });
     verb.add("--watch", &arguments->watch, "Look again and again");
     verb.add("--times", &arguments->times, "With --watch: this many looks").shownAs("N");

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cli/Answers.h"
 #include "cli/Chart.h"
 #include "cli/Refusals.h"
 #include "cli/Verb.h"
@@ -23,13 +24,19 @@ public:
         const Json json = toJson(read(findParameter(applet_, name)));
         return json.get<std::int64_t>();
     }
+    Json answer(const std::string& name) {
+        const Parameter parameter = findParameter(applet_, name);
+        Json json = object({{"name", name}});
+        putValue(json, parameter, read(parameter));
+        return json;
+    }
     double real(const std::string& name) { return std::get<double>(read(findParameter(applet_, name))); }
 
 private:
     Value read(const Parameter& parameter) {
         Value value;
         if (const int code = readValue(applet_, parameter, value); code != 0) {
-            throw RefusedError("get of " + parameter.name + " " + inWords(explainGet(code)));
+            refuse("get of " + parameter.name + " " + inWords(explainGet(code)), explainGet(code));
         }
         return value;
     }
@@ -181,9 +188,9 @@ ExitStatus trigger(Session& session, Console& console, const std::string& pictur
     if (session.options().json) {
         printJson(console, object({{"sentences", sentences},
                                    {"warnings", contradictions},
-                                   {"period", state.real("FG_LINEPERIODE")},
-                                   {"exposure", state.real("FG_LINEEXPOSURE")},
-                                   {"delay", state.real("FG_LINETRIGGERDELAY")}}));
+                                   {"period", state.answer("FG_LINEPERIODE")},
+                                   {"exposure", state.answer("FG_LINEEXPOSURE")},
+                                   {"delay", state.answer("FG_LINETRIGGERDELAY")}}));
         return Done;
     }
     for (const std::string& sentence : sentences) {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "quillon/quillon.h"
 #include "tests/cli/Command.h"
 
 namespace quillon::cli::testing {
@@ -13,9 +14,22 @@ using ::testing::StartsWith;
 TEST(LutVerb, TheStartUpCurveIsDrawnAndTold) {
     EXPECT_THAT(quillon({"lut"}).out, StartsWith("65535 |"));
     const auto json = quillon({"lut", "--json"}).json();
-    ASSERT_EQ(json["red"].size(), 16384U);
-    EXPECT_EQ(json["red"][8191], 32765);
-    EXPECT_EQ(json["blue"][16383], 65535);
+    const nlohmann::json ends{
+        {"entries", 16384}, {"firstEntry", 0}, {"lastEntry", 65535}, {"smallest", 0}, {"largest", 65535}};
+    EXPECT_EQ(json["red"], nlohmann::json({{"value", nullptr}, {"table", ends}}));
+    EXPECT_EQ(json["blue"]["table"], ends);
+}
+
+TEST(LutVerb, EntriesAreToldForARange) {
+    const auto json = quillon({"lut", "--json", "--range", "8191..8193"}).json();
+    EXPECT_EQ(json["red"]["index"], 8191);
+    ASSERT_EQ(json["red"]["value"].size(), 3U);
+    EXPECT_EQ(json["red"]["value"][0], 32765);
+    EXPECT_EQ(quillon({"lut", "--json", "--range", "16383"}).json()["blue"]["value"], nlohmann::json({65535}));
+    EXPECT_EQ(quillon({"lut", "--json", "--range", "0..16383"}).json()["green"]["value"].size(), 16384U);
+    for (const std::string range : {"a", "1..", "..1", "5..4", "0..16384", "-1..3", "1-3"}) {
+        EXPECT_EQ(quillon({"lut", "--json", "--range=" + range}).status, 2) << range;
+    }
 }
 
 TEST(LutVerb, ThePictureIsAPng) {
@@ -35,7 +49,8 @@ TEST(LutVerb, ASavedFileLoadsAgainAndTwoFilesAreCompared) {
     ASSERT_EQ(quillon({"lut", "--save", folder / "linear.lut"}).status, 0);
     ASSERT_EQ(quillon({"set", "FG_PROCESSING_INVERT=FG_ON", "--save", folder / "inverted.mcf"}).status, 0);
     ASSERT_EQ(quillon({"lut", "--save", folder / "inverted.lut", "--mcf", folder / "inverted.mcf"}).status, 0);
-    EXPECT_EQ(quillon({"lut", "--load", folder / "inverted.lut", "--json"}).json()["red"][0], 65535);
+    EXPECT_EQ(quillon({"lut", "--load", folder / "inverted.lut", "--json"}).json()["red"]["table"]["firstEntry"],
+              65535);
     EXPECT_THAT(quillon({"lut", "--compare", folder / "linear.lut", folder / "inverted.lut"}).out,
                 ContainsRegex("red +16384 entries differ, the first is 0; most at 0, by 65535\n"));
     EXPECT_THAT(quillon({"lut", "--compare", folder / "linear.lut", folder / "linear.lut"}).out,
@@ -100,14 +115,18 @@ TEST(IoVerb, AnInvertedInputReachesItsOutputInverted) {
               0);
     const auto json = quillon({"io", "--inputs", "4", "--json", "--mcf", folder / "routed.mcf"}).json();
     EXPECT_EQ(json["routes"]["GPO 0"],
-              nlohmann::json({{"source", "FG_SIGNAL_GPI_2"}, {"inverted", true}, {"level", "low"}}));
+              nlohmann::json({{"source", {{"value", FG_SIGNAL_GPI_2}, {"enumerator", "FG_SIGNAL_GPI_2"}}},
+                              {"inverted", true},
+                              {"level", "low"}}));
 }
 
 TEST(IoVerb, AFixedLevelHasNoPolarity) {
     const Folder folder;
     ASSERT_EQ(quillon({"set", "FG_TRIGGEROUT_GPO_3_POLARITY=FG_LOW", "--save", folder / "routed.mcf"}).status, 0);
     const auto json = quillon({"io", "--json", "--mcf", folder / "routed.mcf"}).json();
-    EXPECT_EQ(json["routes"]["GPO 3"], nlohmann::json({{"source", "VCC"}, {"inverted", false}, {"level", "high"}}));
+    EXPECT_EQ(
+        json["routes"]["GPO 3"],
+        nlohmann::json({{"source", {{"value", VCC}, {"enumerator", "VCC"}}}, {"inverted", false}, {"level", "high"}}));
 }
 
 TEST(IoVerb, LevelsBeyondTheTwelveInputsAreUsage) {
