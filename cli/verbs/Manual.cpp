@@ -78,10 +78,12 @@ constexpr std::array files{
 
 constexpr const char* json =
     "With --json a verb answers with JSON on standard output, in UTF-8, and tells errors on standard error all the "
-    "same. Where nothing came of the command the answer is an object with \"error\", a text, and \"status\", the exit "
-    "status. Numbers are exact, where words round them to twelve digits; an enumerator is its number, with its name "
-    "beside it. Bytes of file names and other texts that are no UTF-8 are read as Latin-1, and those that are no "
-    "characters there are replaced by U+FFFD.";
+    "same. Where nothing came of the command the answer is an object with \"error\", a text, and \"status\", the "
+    "exit status. Numbers are exact, where words round them to twelve digits; an enumerator is its number, with its "
+    "name beside it, and what has a unit tells it. A lookup table is told in short, and its entries where some were "
+    "asked for, as FG_LUT_VALUE_RED[0..255] or with --range. An answer that repeats, as with --watch, is one line "
+    "each time. A schema for the answer of each verb lies in docs/json. Bytes of file names and other texts that are "
+    "no UTF-8 are read as Latin-1, and those that are no characters there are replaced by U+FFFD.";
 
 template <typename Terms>
 void writeTerms(std::ostream& out, const char* heading, const Terms& terms) {
