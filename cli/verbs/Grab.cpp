@@ -34,6 +34,7 @@ struct GrabArguments {
     std::string clock = "free";
     unsigned timeout = 5;  ///< seconds
     bool show = false;
+    bool each = false;
     std::string graphics;
     unsigned columns = 0;  ///< 0: the terminal's
     std::string histogram;
@@ -159,7 +160,23 @@ struct Watchers {
     Histogram* histogram;
     const Display* display;
     const Progress& progress;
+    Console* lines;  ///< a line of JSON for each frame, if not null
 };
+
+Json toJson(const client::Frame& frame, const std::vector<std::string>& files) {
+    const client::FrameDescription& about = frame.description();
+    return object({{"frame", about.number},
+                   {"image", about.image},
+                   {"lostBefore", about.lostBefore},
+                   {"firstTick", about.firstTick},
+                   {"lastTick", about.lastTick},
+                   {"width", about.width},
+                   {"lines", about.lines},
+                   {"bits", about.bits},
+                   {"bytes", frame.bytes().size()},
+                   {"flags", about.flagNames()},
+                   {"files", files}});
+}
 
 void receive(const client::Frame& frame, Statistics& statistics, const Watchers& watchers) {
     const client::FrameDescription& about = frame.description();
@@ -168,13 +185,19 @@ void receive(const client::Frame& frame, Statistics& statistics, const Watchers&
     statistics.bytes += frame.bytes().size();
     statistics.firstTick = statistics.frames == 1 ? about.lastTick : statistics.firstTick;
     statistics.lastTick = about.lastTick;
+    std::vector<std::string> files;
     if (watchers.writes) {
         const std::filesystem::path file = watchers.output.name(about.number);
         writeFrame(frame, file);
         for (const std::filesystem::path& written : frameFiles(file)) {
-            statistics.files.push_back(written.string());
+            files.push_back(written.string());
         }
     }
+    if (watchers.lines != nullptr) {
+        printJson(*watchers.lines, toJson(frame, files));
+        watchers.lines->out << std::flush;
+    }
+    statistics.files.insert(statistics.files.end(), files.begin(), files.end());
     if (watchers.histogram != nullptr) {
         watchers.histogram->add(frame);
     }
@@ -267,6 +290,7 @@ ExitStatus grab(Session& session, Console& console, const GrabArguments& argumen
     }
     assign(session.applet(), arguments.assignments);
     const bool json = session.options().json;
+    console.jsonPerLine = console.jsonPerLine || arguments.each;
     std::ostream& screen = json ? console.err : console.out;
     Histogram histogram;
     std::optional<Display> display;
@@ -277,7 +301,7 @@ ExitStatus grab(Session& session, Console& console, const GrabArguments& argumen
     const Statistics statistics =
         grabFrames(session, arguments,
                    {output, !arguments.output.empty(), arguments.histogram.empty() ? nullptr : &histogram,
-                    display ? &*display : nullptr, progress});
+                    display ? &*display : nullptr, progress, json && arguments.each ? &console : nullptr});
     progress.clear();
     if (arguments.histogram == InTerminal) {
         for (const std::string& line : histogram.asText()) {
@@ -309,6 +333,7 @@ void addGrabVerb(Verbs& verbs) {
         "  quillon grab --show --set FG_CAMERASIMULATOR_ENABLE=FG_CAMERASIMULATOR\n"
         "                                                 the simulator's pattern in the terminal\n"
         "  quillon grab -n 100 --clock real --json        how fast they come, and whether all do\n"
+        "  quillon grab -n 100 --json --each              a line of JSON for each of them\n"
         "  quillon grab --histogram curve.png --mcf conveyor.mcf\n"
         "\n"
         "A file's name tells what it is: .png and .tif have 8 bits a colour, or 16 over which 10, 12 and 14 are "
@@ -335,6 +360,7 @@ void addGrabVerb(Verbs& verbs) {
         .shownAs("SECONDS")
         .within(1, 86400);
     verb.add("--show", &arguments->show, "Show each frame in the terminal");
+    verb.add("--each", &arguments->each, "With --json: a line for each frame as it comes, and one for all behind them");
     verb.add("--graphics", &arguments->graphics,
              "How: as sixel graphics or as half blocks; by default sixel where the terminal says that it has them")
         .shownAs("KIND")

@@ -194,8 +194,7 @@ TEST(Answers, OfAllParametersAreWhatTheSchemasSay) {
     }
     for (const char* verb : {"list", "get DIXA_FG_TIMEOUT DRA_SpiCommand", "describe DRA_Scratch DRA_SpiCommand",
                              "set DRA_SpiCommand=1 DRA_Scratch=7 DIXA_FG_TIMEOUT=7 --trace"}) {
-        const Outcome outcome =
-            shell(std::string("ORLO_ENABLE_DRA=1 ORLO_ENABLE_DIXA=1 \"$quillon\" --json ") + verb);
+        const Outcome outcome = shell(std::string("ORLO_ENABLE_DRA=1 ORLO_ENABLE_DIXA=1 \"$quillon\" --json ") + verb);
         answers.add(wordsOf(verb).front(), std::string("with both switches: ") + verb, outcome.json());
     }
     EXPECT_EQ(answers.validate().out, "");
@@ -209,6 +208,33 @@ TEST(Answers, ThatRepeatAreALineEach) {
         answers.add("status", "a look", nlohmann::json::parse(line));
     }
     EXPECT_EQ(count, 3);
+    EXPECT_EQ(answers.validate().out, "");
+}
+
+TEST(Answers, OfAGrabAreALineForEachFrameWhereThatIsAskedFor) {
+    const Folder folder;
+    const Outcome outcome = quillon(
+        {"grab", "-n", "3", "--each", "--json", "-o", "out_%d.pgm", "--set", "FG_WIDTH=32", "--set", "FG_HEIGHT=16"},
+        folder.path());
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    std::istringstream lines(outcome.out);
+    std::vector<nlohmann::json> told;
+    Answers answers;
+    for (std::string line; std::getline(lines, line);) {
+        told.push_back(nlohmann::json::parse(line));
+        answers.add("grab", line, told.back());
+    }
+    ASSERT_EQ(told.size(), 4U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(told[i]["frame"], i + 1);
+        EXPECT_EQ(told[i]["image"], i + 1);
+        EXPECT_EQ(told[i]["width"], 32);
+        EXPECT_EQ(told[i]["lines"], 16);
+        EXPECT_EQ(told[i]["files"].size(), 3U);
+    }
+    EXPECT_EQ(told[1]["files"][0], "out_2_r.pgm");
+    EXPECT_EQ(told[3]["frames"], 3);
+    EXPECT_EQ(told[3]["files"].size(), 9U);
     EXPECT_EQ(answers.validate().out, "");
 }
 
