@@ -21,7 +21,7 @@ constexpr std::array verbAdders{
     addInfoVerb,    addGetVerb,  addSetVerb,  addRegistersVerb, addListVerb,      addDescribeVerb, addXmlVerb,
     addEventsVerb,  addSaveVerb, addLoadVerb, addCheckVerb,     addDiffVerb,      addStatusVerb,   addLutVerb,
     addTriggerVerb, addIoVerb,   addGrabVerb, addDemoVerb,      addReferenceVerb, addManualVerb,   addCompletionVerb,
-    addShellVerb,   addRunVerb,  addUndoVerb, addAdvanceVerb,   addInputVerb,     addWaitVerb,     addHelpVerb};
+    addShellVerb,   addRunVerb,  addUndoVerb, addAdvanceVerb,   addInputVerb,     addWaitVerb,     addFindVerb, addHelpVerb};
 
 constexpr const char* description =
     "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold, and\n"
@@ -34,6 +34,7 @@ constexpr const char* examples =
     "  quillon set FG_WIDTH=2048 --trace              a change, and every access to the design that it causes\n"
     "  quillon describe FG_XOFFSET                    everything about one parameter\n"
     "  quillon list --group ROI                       the tree of parameters\n"
+    "  quillon find exposure                          parameters by what is told of them\n"
     "  quillon grab -o out.png                        a frame as a picture\n"
     "\n"
     "Exit status: 0 done, 1 refused by the applet or the design, 2 usage, 3 no library or board.";

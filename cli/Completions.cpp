@@ -38,6 +38,7 @@ constexpr std::array rules{
     CompletionRule{"grab", "--graphics", "sixel blocks"},
     CompletionRule{"run", "", "files"},
     CompletionRule{"wait", "", "events"},
+    CompletionRule{"find", "", "parameters"},
     CompletionRule{"", "--mcf", "(.mcf)"},
     CompletionRule{"", "--save", "(.mcf)"},
     CompletionRule{"", "--design", "(.tav)"},

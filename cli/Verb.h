@@ -110,6 +110,7 @@ void addGetVerb(Verbs& verbs);
 void addSetVerb(Verbs& verbs);
 void addRegistersVerb(Verbs& verbs);
 void addListVerb(Verbs& verbs);
+void addFindVerb(Verbs& verbs);
 void addDescribeVerb(Verbs& verbs);
 void addXmlVerb(Verbs& verbs);
 void addEventsVerb(Verbs& verbs);

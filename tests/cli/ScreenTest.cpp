@@ -77,6 +77,10 @@ TEST(Colour, NoColourAndAPlainTerminalHaveNone) {
     EXPECT_THAT(onTerminal("TERM=dumb \"$quillon\" grab -n 2"), Not(HasSubstr("\033")));
 }
 
+TEST(Colour, WhatFindFindsIsMarked) {
+    EXPECT_THAT(onTerminal("\"$quillon\" find periode", 400), StartsWith("FG_LINE\033[32mPERIODE\033[0m  "));
+}
+
 TEST(Width, ATableFoldsAndItsWordsDoNotBreak) {
     for (const char* words : {"list", "list --group ROI", "describe FG_XOFFSET", "info", "io", "events", "--help",
                               "set --help", "status"}) {
