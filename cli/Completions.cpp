@@ -39,6 +39,7 @@ constexpr std::array rules{
     CompletionRule{"run", "", "files"},
     CompletionRule{"wait", "", "events"},
     CompletionRule{"find", "", "parameters"},
+    CompletionRule{"watch", "", "parameters"},
     CompletionRule{"", "--mcf", "(.mcf)"},
     CompletionRule{"", "--save", "(.mcf)"},
     CompletionRule{"", "--design", "(.tav)"},

@@ -25,6 +25,9 @@ Interrupt::Interrupt() {
     sigemptyset(&action.sa_mask);
     // Without SA_RESTART: a read from the terminal is left, too.
     sigaction(SIGINT, &action, &previous_);
+    if (previous_.sa_handler == SIG_IGN) {
+        sigaction(SIGINT, &previous_, nullptr);  // a shell's job in the background is not to be interrupted
+    }
     if (previous_.sa_handler != noteInterrupt) {
         forget();
     }

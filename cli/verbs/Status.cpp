@@ -1,8 +1,7 @@
 #include <array>
-#include <chrono>
 
 #include "cli/Answers.h"
-#include "cli/Interrupt.h"
+#include "cli/Looks.h"
 #include "cli/Refusals.h"
 #include "cli/Units.h"
 #include "cli/Verb.h"
@@ -121,24 +120,19 @@ bool look(Session& session, Console& console) {
     } else {
         printRows(console.out, rows);
     }
-    console.out << std::flush;
     return complete;
 }
 
 ExitStatus status(Session& session, Console& console, const StatusArguments& arguments) {
     console.jsonPerLine = console.jsonPerLine || arguments.watch;
-    bool complete = look(session, console);
-    const auto goesOn = [&](unsigned shown) {
-        return arguments.watch && console.out.good() && (arguments.times == 0 || shown < arguments.times);
-    };
-    const Interrupt interrupt;
-    for (unsigned shown = 1; goesOn(shown) && Interrupt::wait(std::chrono::duration<double>(arguments.interval));
-         ++shown) {
-        if (!session.options().json) {
-            console.out << '\n';
-        }
+    bool complete = true;
+    bool first = true;
+    Looks looks(console.out, arguments.interval, arguments.watch ? arguments.times : 1);
+    do {
+        console.out << (first || session.options().json ? "" : "\n");
+        first = false;
         complete = look(session, console) && complete;
-    }
+    } while (looks.next());
     return complete ? Done : Refused;
 }
 
