@@ -40,6 +40,7 @@ constexpr std::array rules{
     CompletionRule{"wait", "", "events"},
     CompletionRule{"find", "", "parameters"},
     CompletionRule{"watch", "", "parameters"},
+    CompletionRule{"apply", "", "(.mcf)"},
     CompletionRule{"", "--mcf", "(.mcf)"},
     CompletionRule{"", "--save", "(.mcf)"},
     CompletionRule{"", "--design", "(.tav)"},

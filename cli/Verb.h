@@ -116,6 +116,7 @@ void addXmlVerb(Verbs& verbs);
 void addEventsVerb(Verbs& verbs);
 void addSaveVerb(Verbs& verbs);
 void addLoadVerb(Verbs& verbs);
+void addApplyVerb(Verbs& verbs);
 void addCheckVerb(Verbs& verbs);
 void addDiffVerb(Verbs& verbs);
 void addStatusVerb(Verbs& verbs);
