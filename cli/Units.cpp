@@ -14,7 +14,21 @@ namespace quillon::cli {
 
 namespace {
 
-enum class Dimension { Time, Frequency, Ratio, Pixels, Lines, Pulses, Images, Bits, Bytes, Voltage, Temperature };
+enum class Dimension {
+    Time,
+    Frequency,
+    Ratio,
+    Pixels,
+    Lines,
+    Pulses,
+    Images,
+    Bits,
+    Bytes,
+    Voltage,
+    Temperature,
+    Length,
+    Speed
+};
 
 struct Unit {
     std::string_view name;
@@ -57,6 +71,14 @@ constexpr auto Units = std::to_array<Unit>({
     {"V", Dimension::Voltage, 0},
     {"\u00B0C", Dimension::Temperature, 0},
     {"C", Dimension::Temperature, 0},
+    {"um", Dimension::Length, -6},
+    {"\u00B5m", Dimension::Length, -6},
+    {"\u03BCm", Dimension::Length, -6},
+    {"mm", Dimension::Length, -3},
+    {"m", Dimension::Length, 0},
+    {"um/s", Dimension::Speed, -6},
+    {"mm/s", Dimension::Speed, -3},
+    {"m/s", Dimension::Speed, 0},
 });
 
 const Unit* unitOf(std::string_view name) {

@@ -119,6 +119,7 @@ void addLoadVerb(Verbs& verbs);
 void addApplyVerb(Verbs& verbs);
 void addCheckVerb(Verbs& verbs);
 void addDiffVerb(Verbs& verbs);
+void addPlanVerb(Verbs& verbs);
 void addStatusVerb(Verbs& verbs);
 void addWatchVerb(Verbs& verbs);
 void addLutVerb(Verbs& verbs);

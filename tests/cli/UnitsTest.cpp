@@ -24,6 +24,8 @@ TEST(Quantities, AreTurnedIntoTheUnitWanted) {
     EXPECT_EQ(parseQuantity("40%", "%"), 40);
     EXPECT_EQ(parseQuantity("2 s", "seconds"), 2);
     EXPECT_EQ(parseQuantity("4096px", "pixel"), 4096);
+    EXPECT_EQ(parseQuantity("0.04mm", "um"), 40);
+    EXPECT_EQ(parseQuantity("0.5m/s", "um/s"), 500000);
 }
 
 TEST(Quantities, WithoutAUnitAreInItAlready) {
