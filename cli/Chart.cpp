@@ -7,6 +7,8 @@
 #include <cmath>
 #include <exception>
 #include <memory>
+#include <sstream>
+#include <utility>
 
 #include "cli/ExitStatus.h"
 #include "cli/PartFile.h"
@@ -44,14 +46,16 @@ std::string padded(const std::string& text, std::size_t width) {
     return std::string(width - std::min(width, displayWidth(text)), ' ') + text;
 }
 
-// The picture: its size and the frame that the axes draw in it.
+// The picture: its width, and the place of the frame that the axes draw in it.
 constexpr int PictureWidth = 960;
-constexpr int PictureHeight = 540;
-constexpr double FrameLeft = 110;
-constexpr double FrameTop = 50;
-constexpr double FrameRight = 930;
-constexpr double FrameBottom = 470;
+constexpr double FrameTop = 72;
+constexpr double FrameRight = 920;
+constexpr double Margin = 20;  // between the edge and what stands nearest to it
+constexpr double FrameHeight = 400;
+constexpr double RowHeight = 48;  // where curves are rows
 constexpr double FontSize = 14;
+constexpr double LineHeight = 20;
+constexpr double AxisHeight = 56;  // numbers and label below the frame
 
 /// The way of a picture's bytes into a file; the library is C, which no exception may pass through.
 struct Sink {
@@ -70,22 +74,80 @@ cairo_status_t append(void* target, const unsigned char* data, unsigned size) {
     }
 }
 
+using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
+using Context = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
+
+Surface makeSurface(int height) {
+    return {cairo_image_surface_create(CAIRO_FORMAT_RGB24, PictureWidth, height), cairo_surface_destroy};
+}
+
+Context makeContext(const Surface& surface) {
+    Context context(cairo_create(surface.get()), cairo_destroy);
+    cairo_set_source_rgb(context.get(), 1, 1, 1);
+    cairo_paint(context.get());
+    cairo_select_font_face(context.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(context.get(), FontSize);
+    return context;
+}
+
+double widthOf(const Context& context, const std::string& words) {
+    cairo_text_extents_t extents;
+    cairo_text_extents(context.get(), words.c_str(), &extents);
+    return extents.x_advance;
+}
+
+/// Where the parts of a picture lie: the names beside the frame make it narrower, the captions below it higher.
+struct Layout {
+    double frameLeft = 0;
+    double frameBottom = 0;
+    std::vector<std::string> captions;  ///< in lines that fit
+    int height = 0;
+};
+
+Layout layoutOf(const Chart& chart) {
+    const Surface surface = makeSurface(1);
+    const Context context = makeContext(surface);
+    Layout layout;
+    double names = chart.yTicks ? widthOf(context, client::readable(chart.y.max)) : 0;
+    for (const Curve& curve : chart.curves) {
+        names = std::max(names, chart.yTicks ? 0 : widthOf(context, curve.name));
+    }
+    layout.frameLeft = Margin + names + 8;
+    layout.frameBottom =
+        FrameTop +
+        (chart.yTicks ? FrameHeight : RowHeight * static_cast<double>(std::max<std::size_t>(chart.curves.size(), 1)));
+    for (const std::string& caption : chart.captions) {
+        std::string line;
+        std::istringstream words(caption);
+        for (std::string word; words >> word;) {
+            const std::string longer = line.empty() ? word : line + " " + word;
+            if (!line.empty() && widthOf(context, longer) > PictureWidth - 2 * Margin) {
+                layout.captions.push_back(std::exchange(line, "    " + word));
+            } else {
+                line = longer;
+            }
+        }
+        layout.captions.push_back(line);
+    }
+    layout.height = static_cast<int>(layout.frameBottom + AxisHeight + Margin +
+                                     LineHeight * static_cast<double>(layout.captions.size()));
+    return layout;
+}
+
 /// Draws one chart; the library's objects go away with it.
 class Picture {
 public:
     explicit Picture(const Chart& chart)
         : chart_(chart),
-          surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, PictureWidth, PictureHeight), cairo_surface_destroy),
-          context_(cairo_create(surface_.get()), cairo_destroy) {
-        cairo_set_source_rgb(context_.get(), 1, 1, 1);
-        cairo_paint(context_.get());
-        cairo_select_font_face(context_.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-        cairo_set_font_size(context_.get(), FontSize);
+          layout_(layoutOf(chart)),
+          surface_(makeSurface(layout_.height)),
+          context_(makeContext(surface_)) {
         drawAxes();
         for (const Curve& curve : chart.curves) {
             drawCurve(curve);
         }
         drawNames();
+        drawCaptions();
     }
 
     void write(const std::filesystem::path& file) const {
@@ -101,8 +163,8 @@ public:
     }
 
 private:
-    double left(double x) const { return FrameLeft + placeOn(chart_.x, x) * (FrameRight - FrameLeft); }
-    double top(double y) const { return FrameBottom - placeOn(chart_.y, y) * (FrameBottom - FrameTop); }
+    double left(double x) const { return layout_.frameLeft + placeOn(chart_.x, x) * (FrameRight - layout_.frameLeft); }
+    double top(double y) const { return layout_.frameBottom - placeOn(chart_.y, y) * (layout_.frameBottom - FrameTop); }
 
     void line(double fromX, double fromY, double toX, double toY) {
         cairo_move_to(context_.get(), fromX, fromY);
@@ -112,27 +174,36 @@ private:
 
     /// Writes a text; `share` says how much of its width lies left of x.
     void text(const std::string& words, double x, double y, double share) {
-        cairo_text_extents_t extents;
-        cairo_text_extents(context_.get(), words.c_str(), &extents);
-        cairo_move_to(context_.get(), x - share * extents.width, y);
+        cairo_move_to(context_.get(), x - share * widthOf(context_, words), y);
         cairo_show_text(context_.get(), words.c_str());
+    }
+
+    void colour(const Colour& colour) { cairo_set_source_rgb(context_.get(), colour.red, colour.green, colour.blue); }
+
+    /// The marks of an axis, and its upper bound, which those keep clear of that would touch its number.
+    static std::vector<double> marksOf(const Axis& axis, int most) {
+        constexpr double clear = 0.05;
+        std::vector<double> marks = ticks(axis, most);
+        std::erase_if(marks, [&](double mark) { return axis.max - mark < clear * (axis.max - axis.min); });
+        marks.push_back(axis.max);
+        return marks;
     }
 
     void drawAxes() {
         cairo_set_line_width(context_.get(), 1);
-        for (const double x : ticks(chart_.x, 10)) {
-            drawTick(left(x), FrameTop, left(x), FrameBottom);
-            text(client::readable(x), left(x), FrameBottom + 20, 0.5);
+        for (const double x : marksOf(chart_.x, 10)) {
+            drawTick(left(x), FrameTop, left(x), layout_.frameBottom);
+            text(client::readable(x), left(x), layout_.frameBottom + 20, 0.5);
         }
-        for (const double y : chart_.yTicks ? ticks(chart_.y, 8) : std::vector<double>()) {
-            drawTick(FrameLeft, top(y), FrameRight, top(y));
-            text(client::readable(y), FrameLeft - 8, top(y) + 5, 1.0);
+        for (const double y : chart_.yTicks ? marksOf(chart_.y, 8) : std::vector<double>()) {
+            drawTick(layout_.frameLeft, top(y), FrameRight, top(y));
+            text(client::readable(y), layout_.frameLeft - 8, top(y) + 5, 1.0);
         }
-        line(FrameLeft, FrameTop, FrameLeft, FrameBottom);
-        line(FrameLeft, FrameBottom, FrameRight, FrameBottom);
-        text(chart_.title, (FrameLeft + FrameRight) / 2, FrameTop - 20, 0.5);
-        text(chart_.x.label, (FrameLeft + FrameRight) / 2, FrameBottom + 50, 0.5);
-        text(chart_.y.label, 10, FrameTop - 20, 0.0);
+        line(layout_.frameLeft, FrameTop, layout_.frameLeft, layout_.frameBottom);
+        line(layout_.frameLeft, layout_.frameBottom, FrameRight, layout_.frameBottom);
+        text(chart_.title, PictureWidth / 2.0, Margin + 8, 0.5);
+        text(chart_.x.label, FrameRight, layout_.frameBottom + 42, 1.0);
+        text(chart_.y.label, Margin, FrameTop - 16, 0.0);
     }
 
     void drawTick(double fromX, double fromY, double toX, double toY) {
@@ -142,31 +213,48 @@ private:
     }
 
     void drawCurve(const Curve& curve) {
-        cairo_set_line_width(context_.get(), 2);
-        cairo_set_source_rgb(context_.get(), curve.colour.red, curve.colour.green, curve.colour.blue);
+        cairo_set_line_width(context_.get(), chart_.yTicks ? 2 : 1.5);
+        colour(curve.colour);
         cairo_new_path(context_.get());  // a text leaves a point behind it
+        if (!curve.note.empty() && !curve.points.empty()) {
+            text(curve.note, left(curve.points.front().first) + 12, top(curve.points.front().second) - 8, 0.0);
+            return;
+        }
         for (const auto& [x, y] : curve.points) {
             cairo_line_to(context_.get(), left(x), top(y));
         }
         cairo_stroke(context_.get());
     }
 
+    /// Beside their rows, or above the frame, where no curve is.
     void drawNames() {
-        double x = FrameLeft + 12;
-        for (const Curve& curve : chart_.curves) {
-            cairo_set_source_rgb(context_.get(), curve.colour.red, curve.colour.green, curve.colour.blue);
-            if (!chart_.yTicks && !curve.points.empty()) {
-                text(curve.name, FrameLeft - 8, top(curve.points.front().second), 1.0);
+        double x = FrameRight;
+        double row = 0;
+        for (auto curve = chart_.curves.rbegin(); curve != chart_.curves.rend(); ++curve) {
+            colour(curve->colour);
+            if (chart_.yTicks) {
+                text(curve->name, x, FrameTop - 16, 1.0);
+                x -= widthOf(context_, curve->name) + Margin;
             } else {
-                text(curve.name, x, FrameTop + 16, 0.0);
-                x += 90;
+                text(curve->name, layout_.frameLeft - 8, layout_.frameBottom - RowHeight * (row + 0.5) + 5, 1.0);
+                ++row;
             }
         }
     }
 
+    void drawCaptions() {
+        cairo_set_source_rgb(context_.get(), 0, 0, 0);
+        double y = layout_.frameBottom + AxisHeight + LineHeight;
+        for (const std::string& caption : layout_.captions) {
+            text(caption, Margin, y, 0.0);
+            y += LineHeight;
+        }
+    }
+
     const Chart& chart_;
-    std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface_;
-    std::unique_ptr<cairo_t, decltype(&cairo_destroy)> context_;
+    const Layout layout_;
+    Surface surface_;
+    Context context_;
 };
 
 }  // namespace

@@ -21,6 +21,7 @@ struct Curve {
     char mark;  ///< what draws it in a terminal
     Colour colour;
     std::vector<std::pair<double, double>> points;
+    std::string note{};  ///< words at the only point, in place of a line
 };
 
 struct Axis {
@@ -34,10 +35,11 @@ struct Chart {
     Axis x;
     Axis y;
     std::vector<Curve> curves;  ///< a later one is drawn over an earlier one
-    bool yTicks = true;         ///< numbers at the y axis; without them each curve's name stands at its first point
+    bool yTicks = true;  ///< numbers at the y axis; without them the curves are rows, and their names stand there
+    std::vector<std::string> captions{};  ///< sentences below the picture
 };
 
-/// The chart as lines of characters, with the axes' bounds at its edges.
+/// The chart as lines of characters, with the axes' bounds at its edges and no captions.
 std::vector<std::string> asText(const Chart& chart, std::size_t width, std::size_t height);
 
 /// The chart as a PNG file; throws RefusedError if the file cannot be written.

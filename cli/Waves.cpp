@@ -1,0 +1,169 @@
+#include "cli/Waves.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "cli/Terminal.h"
+#include "quillon/client/Text.h"
+
+namespace quillon::cli {
+
+namespace {
+
+constexpr double RowHeight = 0.6;  // of a level in its row
+
+constexpr std::array colours{Colour{0.1, 0.2, 0.8}, Colour{0.8, 0.4, 0.0}, Colour{0.1, 0.55, 0.1},
+                             Colour{0.6, 0.1, 0.5}, Colour{0.3, 0.3, 0.3}, Colour{0.75, 0.1, 0.1}};
+
+/// A character's share of the axis, with what happens in it.
+struct Column {
+    std::size_t changes = 0;
+    bool atStart = false;
+    bool inMiddle = false;
+    bool shown = false;
+};
+
+std::vector<Column> columnsOf(const Wave& wave, const Axis& axis, std::size_t width) {
+    const double share = (axis.max - axis.min) / static_cast<double>(width);
+    std::vector<Column> columns(width);
+    std::size_t next = 0;
+    bool level = wave.high;
+    for (std::size_t i = 0; i < width; ++i) {
+        Column& column = columns[i];
+        const double start = axis.min + share * static_cast<double>(i);
+        const double end = i + 1 < width ? start + share : axis.max;
+        column.atStart = column.inMiddle = level;
+        // What happens at the very end of the axis is shown in the last column.
+        while (next < wave.changes.size() && (wave.changes[next] < end || i + 1 == width)) {
+            level = !level;
+            column.inMiddle = wave.changes[next] <= start + share / 2 ? level : column.inMiddle;
+            ++column.changes;
+            ++next;
+        }
+        column.shown = column.changes == 2 ? !column.atStart : column.inMiddle;
+    }
+    return columns;
+}
+
+/// What the axis begins with is shown, however short it is; a pulse over the border of two columns that reaches
+/// the middle of neither in the one that has more of it.
+void showNarrowPulses(const Wave& wave, const Axis& axis, std::vector<Column>& columns) {
+    const double share = (axis.max - axis.min) / static_cast<double>(columns.size());
+    bool level = wave.high;
+    if (columns.front().changes == 1) {
+        columns.front().shown = level;
+    }
+    for (std::size_t i = 0; i + 1 < wave.changes.size(); ++i) {
+        level = !level;
+        const double begin = (wave.changes[i] - axis.min) / share;
+        const double end = (wave.changes[i + 1] - axis.min) / share;
+        const auto first = static_cast<std::size_t>(begin);
+        if (static_cast<std::size_t>(end) != first + 1 || first + 1 >= columns.size()) {
+            continue;
+        }
+        if (columns[first].shown != level && columns[first + 1].shown != level) {
+            const double border = static_cast<double>(first + 1);
+            columns[border - begin >= end - border ? first : first + 1].shown = level;
+        }
+    }
+}
+
+Curve curveOf(const Wave& wave, const Axis& axis, double level, const Colour& colour) {
+    const auto heightOf = [&](bool high) { return high ? level + RowHeight : level; };
+    Curve curve{wave.name, '*', colour, {{axis.min, level}}, wave.note};
+    if (!wave.note.empty()) {
+        return curve;
+    }
+    curve.points = {{axis.min, heightOf(!wave.moments && wave.high)}};
+    bool high = wave.high;
+    for (const double change : wave.changes) {
+        if (wave.moments) {
+            curve.points.insert(curve.points.end(), {{change, level}, {change, level + RowHeight}, {change, level}});
+            continue;
+        }
+        curve.points.emplace_back(change, heightOf(high));
+        high = !high;
+        curve.points.emplace_back(change, heightOf(high));
+    }
+    curve.points.emplace_back(axis.max, curve.points.back().second);
+    return curve;
+}
+
+/// The numbers of an axis, each above the column that it belongs to, as far as there is room.
+std::string numbers(const Axis& axis, std::size_t width) {
+    const std::string last = client::readable(axis.max) + (axis.label.empty() ? "" : " " + axis.label);
+    const std::size_t room = width - std::min(width, displayWidth(last));
+    std::string line;
+    for (const double tick : ticks(axis, static_cast<int>(width / 12 + 1))) {
+        const std::string number = client::readable(tick);
+        const double place = (tick - axis.min) / (axis.max - axis.min) * static_cast<double>(width);
+        const auto column = static_cast<std::size_t>(std::lround(place));
+        if ((line.empty() || column > line.size() + 1) && column + number.size() + 2 <= room) {
+            line += std::string(column - line.size(), ' ') + number;
+        }
+    }
+    return line + std::string(room - std::min(room, line.size()), ' ') + last;
+}
+
+}  // namespace
+
+std::string drawn(const Wave& wave, const Axis& axis, std::size_t width) {
+    if (!wave.note.empty()) {
+        return "(" + wave.note + ")";
+    }
+    std::vector<Column> columns = columnsOf(wave, axis, width);
+    if (!wave.moments) {
+        showNarrowPulses(wave, axis, columns);
+    }
+    std::string line;
+    for (const Column& column : columns) {
+        if (wave.moments) {
+            line += column.changes == 0 ? '.' : column.changes == 1 ? '|' : '%';
+        } else {
+            line += column.changes > 2 ? '%' : column.shown ? '#' : '_';
+        }
+    }
+    return line;
+}
+
+std::vector<std::string> asText(const Waves& waves, std::size_t width) {
+    constexpr std::size_t gap = 2;
+    constexpr std::size_t least = 16;
+    std::size_t names = 0;
+    for (const Wave& wave : waves.rows) {
+        names = std::max(names, displayWidth(wave.name) + gap);
+    }
+    const std::size_t room = std::max(width - std::min(width, names), least);
+    std::vector<std::string> lines;
+    for (const Wave& wave : waves.rows) {
+        lines.push_back(wave.name + std::string(names - displayWidth(wave.name), ' ') + drawn(wave, waves.axis, room));
+    }
+    lines.push_back(std::string(names, ' ') + numbers(waves.axis, room));
+    return lines;
+}
+
+Chart chartOf(const Waves& waves) {
+    const auto rows = static_cast<double>(waves.rows.size());
+    Chart chart{waves.title, waves.axis, {"", 0, rows}, {}, false, waves.captions};
+    for (std::size_t i = 0; i < waves.rows.size(); ++i) {
+        const double level = rows - 1.0 - static_cast<double>(i) + (1.0 - RowHeight) / 2;
+        chart.curves.push_back(curveOf(waves.rows[i], waves.axis, level, colours[i % colours.size()]));
+    }
+    return chart;
+}
+
+TimeUnit timeUnitFor(double microseconds) {
+    constexpr double enough = 0.9999999;
+    if (microseconds >= 1e6 * enough) {
+        return {"s", 1e6};
+    }
+    return microseconds >= 1e4 * enough ? TimeUnit{"ms", 1e3} : TimeUnit{"\u00B5s", 1};
+}
+
+std::string timeInWords(double microseconds) {
+    const TimeUnit unit = timeUnitFor(microseconds);
+    return client::readable(microseconds / unit.microseconds) + " " + unit.name;
+}
+
+}  // namespace quillon::cli
