@@ -116,6 +116,7 @@ client::Applet& Session::applet() {
     if (!std::exchange(loaded_, true) && options_.load) {
         tellFindings(*options_.load);
         loadConfiguration(*owner_.applet_, *options_.load);
+        configurationLoaded(*options_.load);
     }
     return *owner_.applet_;
 }

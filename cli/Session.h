@@ -54,6 +54,9 @@ public:
     const client::Library& library();
     client::SoftBoard& board();
     client::Applet& applet();
+    /// The file that was loaded last, if one was. A load that goes past applet() tells its file.
+    const std::optional<std::filesystem::path>& configuration() const { return owner_.configuration_; }
+    void configurationLoaded(const std::filesystem::path& file) { owner_.configuration_ = file; }
     /// Writes the configuration that --save names, if there is one. Throws RefusedError.
     void saveIfAsked();
 
@@ -74,6 +77,7 @@ private:
     Session& owner_;  ///< of library, board and applet; the session itself where they end with it
     std::optional<client::Library> library_;
     std::optional<client::SoftBoard> board_;
+    std::optional<std::filesystem::path> configuration_;  ///< that was loaded last
     std::optional<client::Applet> applet_;  ///< goes away before its board
     bool withRegisters_ = false;
     bool loaded_ = false;  ///< the configuration of the options

@@ -15,6 +15,7 @@ ExitStatus load(Session& session, Console& console, const LoadArguments& argumen
     session.tellFindings(arguments.file);
     const Moment before = observe(session);
     const auto accesses = traced(session.board(), [&] { loadConfiguration(session.applet(), arguments.file); });
+    session.configurationLoaded(arguments.file);
     const auto differing = changedValues(before, observe(session));
     if (session.options().json) {
         Json json = object({{"loaded", arguments.file.string()}, {"changed", toJson(differing)}});
