@@ -204,6 +204,7 @@ ExitStatus apply(Session& session, Console& console, const ApplyArguments& argum
     const std::vector<Complaint> complaints = check(session, console, arguments.file);
     session.applet();
     const auto accesses = traced(session.board(), [&] { loadConfiguration(session.applet(), arguments.file); });
+    session.configurationLoaded(arguments.file);
     const Verification applet = readBack(session, ConfigurationFile(arguments.file));
     const Verification design = arguments.verify ? readBackDesign(session.board(), accesses) : Verification();
     if (session.options().json) {

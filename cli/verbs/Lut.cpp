@@ -7,6 +7,7 @@
 #include "cli/LookupTableFile.h"
 #include "cli/MemoryFile.h"
 #include "cli/PartFile.h"
+#include "cli/Provenance.h"
 #include "cli/Refusals.h"
 #include "cli/Verb.h"
 
@@ -16,7 +17,6 @@ namespace {
 
 constexpr std::int32_t CustomType = 0;
 constexpr std::size_t TableSize = 16384;
-constexpr double LargestEntry = 65535;
 
 struct LutArguments {
     std::string load;
@@ -78,8 +78,45 @@ Curve curveOf(const std::string& name, char mark, const Colour& colour, const Ta
     return curve;
 }
 
-Chart chartOf(const Tables& tables) {
-    Chart chart{"Lookup table", {"input", 0, TableSize - 1.0}, {"output", 0, LargestEntry}, {}};
+std::int32_t whole(client::Applet& applet, int id) {
+    std::int32_t value = 0;
+    expect(applet, "the state of the table", applet.getInt(id, value), id);
+    return value;
+}
+
+/// What a table of so many bits counts to.
+double largest(std::int32_t bits) {
+    return static_cast<double>((std::int64_t{1} << bits) - 1);
+}
+
+/// The parameters that the curve hangs on, besides entries that were set one by one.
+std::vector<std::string> namesOf(std::int32_t type) {
+    std::vector<std::string> names{"FG_LUT_ENABLE", "FG_LUT_TYPE"};
+    if (type == CustomType) {
+        names.emplace_back("FG_LUT_CUSTOM_FILE");
+    } else {
+        names.insert(names.end(),
+                     {"FG_PROCESSING_OFFSET", "FG_PROCESSING_GAIN", "FG_PROCESSING_GAMMA", "FG_PROCESSING_INVERT"});
+    }
+    return names;
+}
+
+Chart chartOf(Session& session, const Tables& tables) {
+    client::Applet& applet = session.applet();
+    const std::int32_t in = whole(applet, FG_LUT_IN_BITS);
+    const std::int32_t out = whole(applet, FG_LUT_OUT_BITS);
+    const bool isOn = whole(applet, FG_LUT_ENABLE) == FG_ON;
+    Chart chart{isOn ? "Lookup table" : "Lookup table, switched off",
+                {"input, " + std::to_string(in) + " bit", 0, largest(in)},
+                {"output, " + std::to_string(out) + " bit", 0, largest(out)},
+                {}};
+    if (!isOn) {
+        chart.captions.emplace_back(
+            "The table is switched off (FG_LUT_ENABLE): pixels pass it by, and the curve is the one that it would "
+            "have.");
+    }
+    const std::vector<std::string> origin = provenance(session, namesOf(whole(applet, FG_LUT_TYPE)));
+    chart.captions.insert(chart.captions.end(), origin.begin(), origin.end());
     if (tables[0] == tables[1] && tables[1] == tables[2]) {
         chart.curves.push_back(curveOf("red, green, blue", '*', {0.2, 0.2, 0.2}, tables[0]));
         return chart;
@@ -87,6 +124,9 @@ Chart chartOf(const Tables& tables) {
     for (std::size_t i = 0; i < channels.size(); ++i) {
         chart.curves.push_back(curveOf(channels[i].name, channels[i].mark, channels[i].colour, tables[i]));
     }
+    chart.captions.emplace_back(
+        "R red, G green, B blue; the tables of the applet. A loaded file gives the design its blue curve for all three "
+        "colours, and entries set one by one each their own.");
     return chart;
 }
 
@@ -135,21 +175,25 @@ ExitStatus show(Session& session, Console& console, const LutArguments& argument
         saveTables(applet, arguments.save);
     }
     const Tables tables = readTables(applet);
-    const Chart chart = chartOf(tables);
+    const Chart chart = chartOf(session, tables);
     if (!arguments.picture.empty()) {
         writePicture(chart, arguments.picture);
     }
     if (session.options().json) {
-        printJson(console, toJson(tables, run));
+        Json json = toJson(tables, run);
+        put(json, "enabled", whole(applet, FG_LUT_ENABLE) == FG_ON);
+        printJson(console, json);
         return Done;
     }
-    for (const std::string& line : asText(chart, 64, 16)) {
+    const std::size_t width = lineWidth();
+    constexpr std::size_t margin = 8;  // of the numbers beside the curve
+    for (const std::string& line :
+         asText(chart, std::clamp<std::size_t>(width, margin + 16, margin + 64) - margin, 16)) {
         console.out << line << '\n';
     }
-    if (chart.curves.size() > 1) {
-        console.out
-            << "R red, G green, B blue; the tables of the applet. A loaded file gives the design its blue curve for\n"
-               "all three colours, and entries set one by one each their own.\n";
+    console.out << chart.y.label << " (upwards) over " << chart.x.label << ".\n";
+    for (const std::string& caption : chart.captions) {
+        console.out << foldLines(caption, width) << '\n';
     }
     return Done;
 }

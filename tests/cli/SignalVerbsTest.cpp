@@ -6,9 +6,11 @@
 namespace quillon::cli::testing {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 TEST(LutVerb, TheStartUpCurveIsDrawnAndTold) {
@@ -30,6 +32,36 @@ TEST(LutVerb, EntriesAreToldForARange) {
     for (const std::string range : {"a", "1..", "..1", "5..4", "0..16384", "-1..3", "1-3"}) {
         EXPECT_EQ(quillon({"lut", "--json", "--range=" + range}).status, 2) << range;
     }
+}
+
+TEST(LutVerb, TheAxesTellTheirBits) {
+    const Outcome outcome = quillon({"lut"});
+    EXPECT_THAT(outcome.out, ContainsRegex("\n +0 +16383 input, 14 bit\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("\noutput, 16 bit (upwards) over input, 14 bit.\n"));
+}
+
+TEST(LutVerb, ATableThatIsSwitchedOffSaysSo) {
+    const std::string words = "The table is switched off (FG_LUT_ENABLE): pixels pass it by";
+    EXPECT_THAT(quillon({"lut"}).out, HasSubstr(words));
+    EXPECT_EQ(quillon({"lut", "--json"}).json()["enabled"], false);
+    const Folder folder;
+    const std::string file = folder / "on.mcf";
+    ASSERT_EQ(quillon({"set", "FG_LUT_ENABLE=FG_ON", "--save", file}).status, 0);
+    EXPECT_THAT(quillon({"lut", "--mcf", file}).out, Not(HasSubstr(words)));
+    EXPECT_EQ(quillon({"lut", "--json", "--mcf", file}).json()["enabled"], true);
+}
+
+TEST(LutVerb, ItNamesItsConfigurationAndWhatWasChangedSince) {
+    EXPECT_THAT(quillon({"lut"}).out, HasSubstr("\nConfiguration: start-up values\nFG_LUT_ENABLE = FG_OFF (0), "));
+    const Folder folder;
+    const std::string mcf = folder / "bright.mcf";
+    const std::string lut = folder / "bright.lut";
+    ASSERT_EQ(quillon({"set", "FG_PROCESSING_GAIN=2", "--save", mcf}).status, 0);
+    EXPECT_THAT(quillon({"lut", "--save", lut, "--mcf", mcf}).out,
+                AllOf(HasSubstr("\nConfiguration: " + mcf + "\n"), HasSubstr("FG_PROCESSING_GAIN = 2, ")));
+    EXPECT_THAT(quillon({"lut", "--load", lut}).out,
+                AllOf(HasSubstr("\nConfiguration: start-up values, with another FG_LUT_TYPE, FG_LUT_CUSTOM_FILE\n"),
+                      HasSubstr("FG_LUT_CUSTOM_FILE = \"" + lut + "\"\n")));
 }
 
 TEST(LutVerb, ThePictureIsAPng) {

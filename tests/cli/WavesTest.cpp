@@ -43,7 +43,8 @@ TEST(Waves, MomentsHaveNoLevel) {
 
 TEST(Waves, RowsStandOnOneAxisWithNumbersAndUnit) {
     const Waves waves{"", {"ms", 0, 2}, {wave(false, {1}), {"other", false, {}, false, "not known"}}, {}};
-    EXPECT_THAT(asText(waves, 28), ElementsAre("signal  __________##########", "other   (not known)", "        0         1     2 ms"));
+    EXPECT_THAT(asText(waves, 28),
+                ElementsAre("signal  __________##########", "other   (not known)", "        0         1     2 ms"));
 }
 
 TEST(Waves, ARowOfAPictureHasAPointForEachEdge) {
@@ -52,7 +53,8 @@ TEST(Waves, ARowOfAPictureHasAPointForEachEdge) {
     const double low = chart.curves[0].points[0].second;
     const double high = chart.curves[0].points[2].second;
     EXPECT_LT(low, high);
-    EXPECT_THAT(chart.curves[0].points, ElementsAre(std::pair(0.0, low), std::pair(4.0, low), std::pair(4.0, high), std::pair(10.0, high)));
+    EXPECT_THAT(chart.curves[0].points,
+                ElementsAre(std::pair(0.0, low), std::pair(4.0, low), std::pair(4.0, high), std::pair(10.0, high)));
     EXPECT_THAT(chart.captions, ElementsAre("one"));
 }
 
