@@ -16,6 +16,9 @@ static_assert(static_cast<unsigned>(Signal::Exsync) == SOFTBOARD_EXSYNC &&
               static_cast<unsigned>(Signal::Flash) == SOFTBOARD_FLASH &&
               static_cast<unsigned>(Signal::LineValid) == SOFTBOARD_LVAL &&
               static_cast<unsigned>(Signal::FrameValid) == SOFTBOARD_FVAL);
+static_assert(static_cast<int>(SignalChange::Kind::Signal) == SOFTBOARD_CHANGE_SIGNAL &&
+              static_cast<int>(SignalChange::Kind::Output) == SOFTBOARD_CHANGE_OUTPUT &&
+              static_cast<int>(SignalChange::Kind::Event) == SOFTBOARD_CHANGE_EVENT);
 static_assert(static_cast<int>(ClockMode::Stepped) == SOFTBOARD_CLOCK_STEPPED &&
               static_cast<int>(ClockMode::Real) == SOFTBOARD_CLOCK_REAL &&
               static_cast<int>(ClockMode::Free) == SOFTBOARD_CLOCK_FREE &&
@@ -215,8 +218,12 @@ bool SoftBoard::output(unsigned output) const {
 }
 
 bool SoftBoard::signal(Signal signal) const {
+    return this->signal(static_cast<unsigned>(signal));
+}
+
+bool SoftBoard::signal(unsigned select) const {
     int level = 0;
-    expectOk("get_signal", board().get_signal(device(), static_cast<unsigned>(signal), &level));
+    expectOk("get_signal", board().get_signal(device(), select, &level));
     return level != 0;
 }
 
@@ -224,6 +231,34 @@ bool SoftBoard::advanceToEvent(const std::string& event, double microseconds) {
     int raised = 0;
     expectOk("advance_to_event " + event, board().advance_to_event(device(), event.c_str(), microseconds, &raised));
     return raised != 0;
+}
+
+void SoftBoard::recordSignals(std::size_t most) {
+    expectOk("record_signals", board().record_signals(device(), most));
+}
+
+SignalRecording SoftBoard::recordedSignals() const {
+    SignalRecording recording;
+    std::size_t kept = 0;
+    expectOk("recording_size", board().recording_size(device(), &kept, &recording.lost));
+    std::vector<softboard_change> changes(kept);
+    expectOk("recorded_changes", board().recorded_changes(device(), 0, kept, changes.data()));
+    recording.changes.reserve(kept);
+    for (const softboard_change& change : changes) {
+        if (change.event != nullptr) {
+            recording.events.try_emplace(change.number, change.event);
+        }
+        recording.changes.push_back(
+            {change.tick, static_cast<SignalChange::Kind>(change.kind), change.number, change.level != 0});
+    }
+    return recording;
+}
+
+std::uint64_t SoftBoard::lostChanges() const {
+    std::size_t kept = 0;
+    std::uint64_t lost = 0;
+    expectOk("recording_size", board().recording_size(device(), &kept, &lost));
+    return lost;
 }
 
 std::uint64_t SoftBoard::eventCount(const std::string& event) const {

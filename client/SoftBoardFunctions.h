@@ -10,6 +10,7 @@
 #include "quillon/client/SoftBoard.h"
 #include "softboard/clock.h"
 #include "softboard/frames.h"
+#include "softboard/recording.h"
 #include "softboard/softboard.h"
 
 namespace quillon::client {
@@ -21,7 +22,7 @@ inline void expectOk(const std::string& function, int code) {
     }
 }
 
-// The functions of softboard.h, clock.h and frames.h, by their names without the prefix.
+// The functions of softboard.h, clock.h, frames.h and recording.h, by their names without the prefix.
 // clang-format off
 #define SOFTBOARD_FUNCTIONS(FUNCTION)                                                                                  \
     FUNCTION(open) FUNCTION(close)                                                                                     \
@@ -33,6 +34,7 @@ inline void expectOk(const std::string& function, int code) {
     FUNCTION(deliver_pictures) FUNCTION(set_sdk_error)                                                                 \
     FUNCTION(advance_signals) FUNCTION(get_signal_time) FUNCTION(set_input) FUNCTION(get_output) FUNCTION(get_signal)  \
     FUNCTION(advance_to_event) FUNCTION(event_count) FUNCTION(clock)                                                   \
+    FUNCTION(record_signals) FUNCTION(recording_size) FUNCTION(recorded_changes)                                       \
     FUNCTION(memory_open) FUNCTION(memory_close) FUNCTION(memory_mode) FUNCTION(memory_data) FUNCTION(memory_release)  \
     FUNCTION(call_count) FUNCTION(live_designs) FUNCTION(live_handles)
 // clang-format on

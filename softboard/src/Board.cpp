@@ -447,4 +447,20 @@ int Board::eventCount(std::string_view event, std::uint64_t& count) {
     return description_ ? signals_.eventCount(event, count) : SOFTBOARD_E_NO_DESIGN;
 }
 
+int Board::recordSignals(std::size_t most) {
+    const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
+    if (!description_) {
+        return SOFTBOARD_E_NO_DESIGN;
+    }
+    signals_.record(most);
+    return SOFTBOARD_OK;
+}
+
+int Board::inspectRecording(const std::function<int(const SignalRecording&)>& look) {
+    const std::lock_guard guard(recorder_.mutex);
+    followDayLocked();
+    return description_ ? look(signals_.recording()) : SOFTBOARD_E_NO_DESIGN;
+}
+
 }  // namespace softboard

@@ -100,6 +100,9 @@ public:
     int signalLevel(unsigned select, bool& level);
     int advanceToEvent(std::string_view event, double microseconds, bool& raised);
     int eventCount(std::string_view event, std::uint64_t& count);
+    int recordSignals(std::size_t most);
+    /// Runs `look` with the recording.
+    int inspectRecording(const std::function<int(const SignalRecording&)>& look);
     void advanceSignals(double microseconds);
     double signalTime();
 

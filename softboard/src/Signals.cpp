@@ -37,6 +37,24 @@ void Signals::bind(const Find& find, const std::vector<std::string>& events, Fra
     monitors_.bind(find);
     followInputs();
     shownSignals_ = cameraSignals();
+    recording_.clear();
+    record();
+}
+
+void Signals::record() {
+    switchboard_.recordIn(recording_.isRunning() ? &recording_ : nullptr);
+}
+
+void Signals::record(std::size_t most) {
+    recording_.begin(most);
+    record();
+}
+
+const SignalRecording& Signals::recording() {
+    if (recording_.isRunning()) {
+        switchboard_.recordOutputs();
+    }
+    return recording_;
 }
 
 Tick Signals::next() const {

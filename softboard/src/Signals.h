@@ -2,6 +2,7 @@
 /// The digital side of a board, all that moves with the simulated clock.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@
 #include "softboard/src/LineTrigger.h"
 #include "softboard/src/Monitors.h"
 #include "softboard/src/PixelSettings.h"
+#include "softboard/src/SignalRecording.h"
 #include "softboard/src/Switchboard.h"
 
 namespace softboard {
@@ -59,10 +61,16 @@ public:
     int level(unsigned select, bool& level) const;
     int eventCount(std::string_view event, std::uint64_t& count) const;
 
+    /// Begins a recording of `most` changes.
+    void record(std::size_t most);
+    /// The recording, with all that has changed by now.
+    const SignalRecording& recording();
+
     /// To be told of every change of a watched parameter, after it.
     void written(const Parameter& parameter);
 
 private:
+    void record();
     void settle();
     void followSource();
     void followInputs();
@@ -70,6 +78,7 @@ private:
     std::int64_t cameraSignals() const;
     void showCameraSignals(std::int64_t which);
 
+    SignalRecording recording_;
     Switchboard switchboard_;
     PixelSettings pixelSettings_;
     FrameAssembler frames_;

@@ -83,8 +83,8 @@ void Switchboard::bindRoutes(const Find& find) {
 }
 
 void Switchboard::bindEvents(const std::vector<std::string>& events) {
-    for (const std::string& event : events) {
-        eventCounts_.emplace(event, 0);
+    for (unsigned bit = 0; bit < events.size(); ++bit) {
+        eventCounts_.emplace(events[bit], EventCount{bit, 0});
     }
     constexpr unsigned BackInputs = 8;
     const std::string back = Prefix + "Inputs_InputEvents_InputEvents_";
@@ -103,7 +103,7 @@ void Switchboard::bindEvents(const std::vector<std::string>& events) {
 
 Switchboard::Counter Switchboard::counterOf(const std::string& event) {
     const auto found = eventCounts_.find(event);
-    return found != eventCounts_.end() ? &found->second : nullptr;
+    return found != eventCounts_.end() ? &*found : nullptr;
 }
 
 void Switchboard::carry(unsigned select, bool level) {
@@ -143,14 +143,35 @@ int Switchboard::output(unsigned output, bool& level) const {
 
 void Switchboard::raise(std::string_view event) {
     const auto found = eventCounts_.find(event);
-    if (found != eventCounts_.end()) {
-        ++found->second;
+    raise(found != eventCounts_.end() ? &*found : nullptr);
+}
+
+void Switchboard::recordIn(SignalRecording* recording) {
+    recording_ = recording;
+    for (unsigned number = 0; number < OutputCount; ++number) {
+        recordedOutputs_[number] = outputIsHigh(number);
     }
+}
+
+void Switchboard::recordOutputs() {
+    for (unsigned number = 0; number < OutputCount; ++number) {
+        const bool high = outputIsHigh(number);
+        if (high != recordedOutputs_[number]) {
+            recordedOutputs_[number] = high;
+            recording_->output(now_, number, high);
+        }
+    }
+}
+
+bool Switchboard::outputIsHigh(unsigned number) const {
+    bool high = false;
+    output(number, high);
+    return high;
 }
 
 const std::uint64_t* Switchboard::eventCount(std::string_view name) const {
     const auto found = eventCounts_.find(name);
-    return found != eventCounts_.end() ? &found->second : nullptr;
+    return found != eventCounts_.end() ? &found->second.count : nullptr;
 }
 
 bool Switchboard::Analyzer::bound() const {

@@ -11,7 +11,9 @@
 #include <string_view>
 #include <vector>
 
+#include "softboard/softboard.h"
 #include "softboard/src/BoundParameters.h"
+#include "softboard/src/SignalRecording.h"
 #include "softboard/src/Ticks.h"
 
 namespace softboard {
@@ -33,7 +35,12 @@ public:
     void bind(const Find& find, const std::vector<std::string>& events);
 
     Tick now() const { return now_; }
-    void setTime(Tick tick) { now_ = tick; }
+    void setTime(Tick tick) {
+        if (recording_ != nullptr) {
+            recordOutputs();  // a routing may have changed since the last edge
+        }
+        now_ = tick;
+    }
 
     bool level(unsigned select) const { return levels_[select]; }
     /// Gives a signal a level, now. An edge is counted by the analyzers and raises the events that listen to it.
@@ -42,6 +49,9 @@ public:
             return;
         }
         levels_[select] = level;
+        if (recording_ != nullptr) {
+            record(select, level);
+        }
         raise(level ? edgeEvents_[select].rising : edgeEvents_[select].falling);
         if (heard_[select]) {
             carry(select, level);
@@ -60,6 +70,11 @@ public:
     int output(unsigned output, bool& level) const;
     void clearAnalyzers();
 
+    /// Has edges, changes of outputs and events written down in `recording` from now on; null for no more.
+    void recordIn(SignalRecording* recording);
+    /// Writes down what a change of the routing has done to the outputs.
+    void recordOutputs();
+
     /// Has `rose` called with every rising edge of the camera trigger, output 0.
     void onCameraTrigger(std::function<void()> rose) { cameraTriggerRose_ = std::move(rose); }
 
@@ -68,7 +83,12 @@ public:
     const std::uint64_t* eventCount(std::string_view name) const;
 
 private:
-    using Counter = std::uint64_t*;  ///< null for an event that the design lacks
+    struct EventCount {
+        unsigned bit = 0;  ///< of the event's mask
+        std::uint64_t count = 0;
+    };
+    using EventCounts = std::map<std::string, EventCount, std::less<>>;
+    using Counter = EventCounts::value_type*;  ///< null for an event that the design lacks
     struct Route {
         Parameter* select = nullptr;
         const Parameter* invert = nullptr;
@@ -97,11 +117,23 @@ private:
         Counter falling = nullptr;
     };
 
-    static void raise(Counter counter) {
+    void raise(Counter counter) {
         if (counter != nullptr) {
-            ++*counter;
+            ++counter->second.count;
+            if (recording_ != nullptr) {
+                recording_->event(now_, counter->first.c_str(), counter->second.bit);
+            }
         }
     }
+    void record(unsigned select, bool level) {
+        // The pulses of lines and frames have no level; they show as events.
+        if (select < SOFTBOARD_LINE_START) {
+            recording_->signal(now_, select, level);
+        }
+        recordOutputs();
+    }
+    /// Low for one that the design does not route.
+    bool outputIsHigh(unsigned number) const;
     /// Brings an edge to those that listen.
     void carry(unsigned select, bool level);
     /// The routes of those that hear edges; of the other outputs the levels are asked for.
@@ -122,8 +154,10 @@ private:
     std::array<Analyzer, 2> analyzers_;
     std::array<CustomEvent, 2> customEvents_;
     std::array<EdgeEvents, SignalCount> edgeEvents_;
-    std::map<std::string, std::uint64_t, std::less<>> eventCounts_;
+    EventCounts eventCounts_;
     std::function<void()> cameraTriggerRose_;
+    SignalRecording* recording_ = nullptr;
+    std::array<bool, OutputCount> recordedOutputs_{};
 };
 
 }  // namespace softboard

@@ -3,10 +3,12 @@
 
 #include "softboard/softboard.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
 #include "softboard/clock.h"
+#include "softboard/recording.h"
 #include "softboard/src/Board.h"
 #include "softboard/src/Guarded.h"
 #include "softboard/src/Process.h"
@@ -243,6 +245,34 @@ int softboard_get_signal_time(IXdevice* board, double* microseconds) {
     return withBoard(board, microseconds != nullptr ? "" : nullptr, [&] {
         *microseconds = board->signalTime();
         return SOFTBOARD_OK;
+    });
+}
+
+int softboard_record_signals(IXdevice* board, size_t most) {
+    return withBoard(board, most <= SOFTBOARD_RECORDING_MOST ? "" : nullptr,
+                     [&] { return board->recordSignals(most); });
+}
+
+int softboard_recording_size(IXdevice* board, size_t* kept, uint64_t* lost) {
+    return withBoard(board, kept != nullptr && lost != nullptr ? "" : nullptr, [&] {
+        return board->inspectRecording([&](const softboard::SignalRecording& recording) {
+            *kept = recording.changes().size();
+            *lost = recording.lost();
+            return SOFTBOARD_OK;
+        });
+    });
+}
+
+int softboard_recorded_changes(IXdevice* board, size_t first, size_t count, softboard_change* changes) {
+    return withBoard(board, changes != nullptr || count == 0 ? "" : nullptr, [&] {
+        return board->inspectRecording([&](const softboard::SignalRecording& recording) -> int {
+            const std::vector<softboard_change>& all = recording.changes();
+            if (first > all.size() || count > all.size() - first) {
+                return SOFTBOARD_E_RANGE;
+            }
+            std::copy_n(all.data() + first, count, changes);
+            return SOFTBOARD_OK;
+        });
     });
 }
 

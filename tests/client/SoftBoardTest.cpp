@@ -23,6 +23,27 @@ TEST(SoftBoard, AFolderWithoutTheStandInsIsToldByItsPath) {
     }
 }
 
+TEST(SoftBoard, TheChangesOfItsSignalsAreRecorded) {
+    BuiltApplet built;
+    built.board.recordSignals(5);
+    built.board.advanceSignals(8);
+    built.board.setInput(9, true);
+    EXPECT_TRUE(built.board.signal(30U));
+    built.board.setInput(9, false);
+    built.board.setInput(0, true);
+    const SignalRecording recording = built.board.recordedSignals();
+    ASSERT_EQ(recording.changes.size(), 5U);
+    EXPECT_EQ(recording.changes[0].microseconds(), 8.0);
+    EXPECT_EQ(recording.changes[0].kind, SignalChange::Kind::Signal);
+    EXPECT_EQ(recording.changes[0].number, 30U);
+    EXPECT_TRUE(recording.changes[0].high);
+    EXPECT_EQ(recording.changes[3].kind, SignalChange::Kind::Event);
+    EXPECT_EQ(recording.events.at(recording.changes[3].number),
+              "Device1_Process1_Trigger_Inputs_InputEvents_InputFrontEvents_FrontNotPin1");
+    EXPECT_EQ(recording.lost, 1U);
+    EXPECT_EQ(built.board.lostChanges(), 1U);
+}
+
 TEST(SoftBoard, ANewBoardHasAnEmptyTranscript) {
     const SoftBoard board(builtStandIns());
     EXPECT_NE(board.device(), nullptr);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,6 +35,24 @@ struct Access {
 
 /// The camera's signals, under their numbers among the design's signal selects.
 enum class Signal : unsigned { Exsync = 1, Exsync2 = 2, Flash = 3, LineValid = 4, FrameValid = 5 };
+
+/// An edge of a signal or an output, or an event of the design.
+struct SignalChange {
+    enum class Kind { Signal = 0, Output = 1, Event = 2 };
+
+    std::uint64_t tick = 0;  ///< of 8 ns on the board's clock
+    Kind kind = Kind::Signal;
+    unsigned number = 0;  ///< of the signal among the design's selects, of the output; of an event the bit of its mask
+    bool high = false;    ///< the level from now on
+    double microseconds() const { return static_cast<double>(tick) / 125.0; }
+};
+
+/// What a board's digital signals did, in order.
+struct SignalRecording {
+    std::vector<SignalChange> changes;
+    std::map<unsigned, std::string> events;  ///< the design's names of those that came, by their bits
+    std::uint64_t lost = 0;                  ///< changes that came when it was full
+};
 
 /// What moves a board's clock; advanceSignals does in every mode.
 enum class ClockMode {
@@ -133,7 +152,12 @@ public:
     void setInput(unsigned input, bool high);
     /// The level of an output: 0 is the camera trigger, 1 to 8 are GPO 0 to 7, 9 and 10 are front GPO 0 and 1.
     bool output(unsigned output) const;
-    bool signal(Signal signal) const;  ///< the level of one of the camera's signals
+    bool signal(Signal signal) const;    ///< the level of one of the camera's signals
+    bool signal(unsigned select) const;  ///< the level of the signal that the design selects by this number, 0 to 36
+    /// Records the first `most` changes of the signals from now on, at most 4000000; with 0 none any more.
+    void recordSignals(std::size_t most);
+    SignalRecording recordedSignals() const;
+    std::uint64_t lostChanges() const;  ///< those that came when the recording was full
     /// How often the design has raised an event, by its name in the design.
     std::uint64_t eventCount(const std::string& event) const;
 
