@@ -11,7 +11,8 @@ namespace quillon::cli {
 
 namespace {
 
-constexpr double RowHeight = 0.6;  // of a level in its row
+constexpr double RowHeight = 0.6;       // of a level in its row
+constexpr double PicturePoints = 4000;  // that can be told apart along the axis of a picture
 
 constexpr std::array colours{Colour{0.1, 0.2, 0.8}, Colour{0.8, 0.4, 0.0}, Colour{0.1, 0.55, 0.1},
                              Colour{0.6, 0.1, 0.5}, Colour{0.3, 0.3, 0.3}, Colour{0.75, 0.1, 0.1}};
@@ -24,49 +25,66 @@ struct Column {
     bool shown = false;
 };
 
-std::vector<Column> columnsOf(const Wave& wave, const Axis& axis, std::size_t width) {
-    const double share = (axis.max - axis.min) / static_cast<double>(width);
+/// Where a place on the axis lies, in columns from its start.
+class Columns {
+public:
+    Columns(const Axis& axis, std::size_t width)
+        : start_(axis.min), share_((axis.max - axis.min) / static_cast<double>(width)), last_(width - 1) {}
+
+    double at(double x) const { return (x - start_) / share_; }
+    /// What lies at the very end of the axis is in the last column.
+    std::size_t holding(double x) const { return std::min(static_cast<std::size_t>(at(x)), last_); }
+
+private:
+    double start_;
+    double share_;
+    std::size_t last_;
+};
+
+std::vector<Column> columnsOf(const Wave& wave, const Columns& places, std::size_t width) {
     std::vector<Column> columns(width);
     std::size_t next = 0;
     bool level = wave.high;
     for (std::size_t i = 0; i < width; ++i) {
         Column& column = columns[i];
-        const double start = axis.min + share * static_cast<double>(i);
-        const double end = i + 1 < width ? start + share : axis.max;
+        const double middle = static_cast<double>(i) + 0.5;
         column.atStart = column.inMiddle = level;
-        // What happens at the very end of the axis is shown in the last column.
-        while (next < wave.changes.size() && (wave.changes[next] < end || i + 1 == width)) {
+        for (; next < wave.changes.size() && places.holding(wave.changes[next]) == i; ++next) {
             level = !level;
-            column.inMiddle = wave.changes[next] <= start + share / 2 ? level : column.inMiddle;
+            column.inMiddle = places.at(wave.changes[next]) <= middle ? level : column.inMiddle;
             ++column.changes;
-            ++next;
         }
         column.shown = column.changes == 2 ? !column.atStart : column.inMiddle;
     }
     return columns;
 }
 
-/// What the axis begins with is shown, however short it is; a pulse over the border of two columns that reaches
-/// the middle of neither in the one that has more of it.
-void showNarrowPulses(const Wave& wave, const Axis& axis, std::vector<Column>& columns) {
-    const double share = (axis.max - axis.min) / static_cast<double>(columns.size());
+/// What the axis begins with is shown, however short it is; a pulse over the border of two columns that reaches the
+/// middle of neither in the one that has more of it.
+void showNarrowPulses(const Wave& wave, const Columns& places, std::vector<Column>& columns) {
     bool level = wave.high;
     if (columns.front().changes == 1) {
         columns.front().shown = level;
     }
     for (std::size_t i = 0; i + 1 < wave.changes.size(); ++i) {
         level = !level;
-        const double begin = (wave.changes[i] - axis.min) / share;
-        const double end = (wave.changes[i + 1] - axis.min) / share;
-        const auto first = static_cast<std::size_t>(begin);
-        if (static_cast<std::size_t>(end) != first + 1 || first + 1 >= columns.size()) {
+        const std::size_t first = places.holding(wave.changes[i]);
+        if (places.holding(wave.changes[i + 1]) != first + 1) {
             continue;
         }
         if (columns[first].shown != level && columns[first + 1].shown != level) {
-            const double border = static_cast<double>(first + 1);
-            columns[border - begin >= end - border ? first : first + 1].shown = level;
+            const auto border = static_cast<double>(first + 1);
+            const bool isMoreInFirst = border - places.at(wave.changes[i]) >= places.at(wave.changes[i + 1]) - border;
+            columns[isMoreInFirst ? first : first + 1].shown = level;
         }
     }
+}
+
+/// Pulse after pulse, each in a character, would look like a level that stands.
+bool isDense(const std::vector<Column>& columns, std::size_t i) {
+    const bool besideMany =
+        (i > 0 && columns[i - 1].changes >= 2) || (i + 1 < columns.size() && columns[i + 1].changes >= 2);
+    return columns[i].changes > 2 || (columns[i].changes == 2 && besideMany);
 }
 
 Curve curveOf(const Wave& wave, const Axis& axis, double level, const Colour& colour) {
@@ -76,15 +94,24 @@ Curve curveOf(const Wave& wave, const Axis& axis, double level, const Colour& co
         return curve;
     }
     curve.points = {{axis.min, heightOf(!wave.moments && wave.high)}};
+    // What is nearer to an edge than any picture shows is left out, in pairs, so that the level stays right.
+    const double invisible = (axis.max - axis.min) / PicturePoints;
     bool high = wave.high;
-    for (const double change : wave.changes) {
+    for (std::size_t i = 0; i < wave.changes.size(); ++i) {
+        const double change = wave.changes[i];
+        const double last = curve.points.back().first;
         if (wave.moments) {
-            curve.points.insert(curve.points.end(), {{change, level}, {change, level + RowHeight}, {change, level}});
-            continue;
+            if (i == 0 || change - last >= invisible) {
+                curve.points.insert(curve.points.end(),
+                                    {{change, level}, {change, level + RowHeight}, {change, level}});
+            }
+        } else if (i > 0 && i + 1 < wave.changes.size() && wave.changes[i + 1] - last < invisible) {
+            ++i;
+        } else {
+            curve.points.emplace_back(change, heightOf(high));
+            high = !high;
+            curve.points.emplace_back(change, heightOf(high));
         }
-        curve.points.emplace_back(change, heightOf(high));
-        high = !high;
-        curve.points.emplace_back(change, heightOf(high));
     }
     curve.points.emplace_back(axis.max, curve.points.back().second);
     return curve;
@@ -112,16 +139,17 @@ std::string drawn(const Wave& wave, const Axis& axis, std::size_t width) {
     if (!wave.note.empty()) {
         return "(" + wave.note + ")";
     }
-    std::vector<Column> columns = columnsOf(wave, axis, width);
+    const Columns places(axis, width);
+    std::vector<Column> columns = columnsOf(wave, places, width);
     if (!wave.moments) {
-        showNarrowPulses(wave, axis, columns);
+        showNarrowPulses(wave, places, columns);
     }
     std::string line;
-    for (const Column& column : columns) {
+    for (std::size_t i = 0; i < width; ++i) {
         if (wave.moments) {
-            line += column.changes == 0 ? '.' : column.changes == 1 ? '|' : '%';
+            line += columns[i].changes == 0 ? '.' : columns[i].changes == 1 ? '|' : '%';
         } else {
-            line += column.changes > 2 ? '%' : column.shown ? '#' : '_';
+            line += isDense(columns, i) ? '%' : columns[i].shown ? '#' : '_';
         }
     }
     return line;
@@ -158,12 +186,21 @@ TimeUnit timeUnitFor(double microseconds) {
     if (microseconds >= 1e6 * enough) {
         return {"s", 1e6};
     }
-    return microseconds >= 1e4 * enough ? TimeUnit{"ms", 1e3} : TimeUnit{"\u00B5s", 1};
+    return microseconds >= 1e3 * enough ? TimeUnit{"ms", 1e3} : TimeUnit{"\u00B5s", 1};
 }
 
 std::string timeInWords(double microseconds) {
     const TimeUnit unit = timeUnitFor(microseconds);
     return client::readable(microseconds / unit.microseconds) + " " + unit.name;
+}
+
+std::string rateInWords(double rate) {
+    constexpr int digits = 7;
+    if (!(rate > 0)) {
+        return "0";
+    }
+    const double step = std::pow(10.0, std::floor(std::log10(rate)) + 1 - digits);
+    return client::readable(std::round(rate / step) * step);
 }
 
 }  // namespace quillon::cli

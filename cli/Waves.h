@@ -26,7 +26,8 @@ struct Waves {
     std::vector<std::string> captions;
 };
 
-/// A row in so many characters. A change too short for a character is shown all the same.
+/// A row in so many characters: '#' high, '_' low, '%' for more changes than a character can show; of moments '|' is
+/// one and '.' none. A pulse that is shorter than a character is shown all the same.
 std::string drawn(const Wave& wave, const Axis& axis, std::size_t width);
 /// The rows and the axis below them, none longer than `width`, without title and captions.
 std::vector<std::string> asText(const Waves& waves, std::size_t width);
@@ -41,5 +42,7 @@ struct TimeUnit {
 TimeUnit timeUnitFor(double microseconds);
 /// "204.8 ms"
 std::string timeInWords(double microseconds);
+/// A rate that comes of a division, with seven digits: "10240.03".
+std::string rateInWords(double rate);
 
 }  // namespace quillon::cli

@@ -12,10 +12,22 @@ namespace quillon::cli {
 
 namespace {
 
+constexpr double tick = 0.008;  // microseconds, of the design's clock
+
+/// A time of which the design may have another value than the applet remembers: a load remembers one that another
+/// parameter keeps from the design.
+struct Timing {
+    const char* parameter;
+    const char* design;
+};
+constexpr Timing periodTiming{"FG_LINEPERIODE", "Device1_Process0_Trigger_Trigger_ExsyncPeriod"};
+constexpr Timing exposureTiming{"FG_LINEEXPOSURE", "Device1_Process0_Trigger_Trigger_ExsyncExposure"};
+constexpr Timing delayTiming{"FG_LINETRIGGERDELAY", "Device1_Process0_Trigger_Trigger_Exsync2Delay"};
+
 /// What the trigger parameters hold.
 class TriggerState {
 public:
-    explicit TriggerState(client::Applet& applet) : applet_(applet) {}
+    TriggerState(client::Applet& applet, client::SoftBoard& board) : applet_(applet), board_(board) {}
 
     std::string words(const std::string& name) {
         const Parameter parameter = findParameter(applet_, name);
@@ -26,6 +38,8 @@ public:
         return json.get<std::int64_t>();
     }
     double real(const std::string& name) { return std::get<double>(read(findParameter(applet_, name))); }
+    /// Microseconds that the design runs with.
+    double timing(const Timing& timing) { return board_.real(timing.design); }
     bool isOn(const std::string& name) { return whole(name) == FG_ON; }
     bool isLow(const std::string& name) { return whole(name) == FG_LOW; }
 
@@ -39,6 +53,7 @@ private:
     }
 
     client::Applet& applet_;
+    client::SoftBoard& board_;
 };
 
 /// The generator of the lines that stand in for a camera's, as the design runs it. Times are microseconds.
@@ -55,7 +70,6 @@ struct Simulator {
 };
 
 Simulator simulatorOf(client::SoftBoard& board, TriggerState& state) {
-    constexpr double cycle = 0.008;
     const auto design = [&](const char* name) {
         return std::max<std::int64_t>(board.integer(std::string("Device1_Process0_CameraSimulator_") + name), 0);
     };
@@ -73,8 +87,8 @@ Simulator simulatorOf(client::SoftBoard& board, TriggerState& state) {
     simulator.sends = sent > 0 && simulator.sentLines > 0 && (byLine || active > 0);
     const double slowdown = byLine ? 1.0 : sequence / std::max(active, 1.0);
     simulator.period =
-        cycle * (byLine ? std::max(std::floor(sequence / std::max(active, 1.0)), blocks) : blocks * slowdown);
-    simulator.sending = cycle * sent * slowdown;
+        tick * (byLine ? std::max(std::floor(sequence / std::max(active, 1.0)), blocks) : blocks * slowdown);
+    simulator.sending = tick * sent * slowdown;
     return simulator;
 }
 
@@ -93,7 +107,7 @@ std::string ordinal(std::int64_t number) {
 }
 
 std::string rate(double period) {
-    return client::readable(1e6 / period) + " lines a second";
+    return rateInWords(1e6 / period) + " lines a second";
 }
 
 /// An input of the trigger unit as the connector is labelled.
@@ -122,12 +136,12 @@ bool imagesFollow(TriggerState& state) {
 /// A period that begins within an exposure brings no line.
 std::int64_t periodsOfLine(TriggerState& state) {
     constexpr double noise = 1e-9;
-    const double share = state.real("FG_LINEEXPOSURE") / state.real("FG_LINEPERIODE");
+    const double share = state.timing(exposureTiming) / state.timing(periodTiming);
     return std::max<std::int64_t>(1, static_cast<std::int64_t>(std::ceil(share - noise)));
 }
 
 double linePeriod(TriggerState& state) {
-    return state.real("FG_LINEPERIODE") * static_cast<double>(periodsOfLine(state));
+    return state.timing(periodTiming) * static_cast<double>(periodsOfLine(state));
 }
 
 /// Counts of the shaft encoder in one period of its tracks.
@@ -165,7 +179,7 @@ std::string lineSentence(TriggerState& state) {
     const bool isOn = state.isOn("FG_EXSYNCON");
     const std::string article =
         isGated(state) ? (isOn ? "While an image runs, a " : "while an image runs, a ") : (isOn ? "A " : "a ");
-    const std::string exposed = ", exposed for " + state.words("FG_LINEEXPOSURE");
+    const std::string exposed = ", exposed for " + timeInWords(state.timing(exposureTiming));
     const std::string off = isOn ? "" : "ExSync is off. Switched on it would bring: ";
     if (!generatesLines(state)) {
         return off + article + externalSentence(state) + exposed + ". Its period is that of what comes in.";
@@ -174,9 +188,8 @@ std::string lineSentence(TriggerState& state) {
     const std::int64_t periods = periodsOfLine(state);
     const std::string lost = periods == 1 ? ""
                                           : ", as only each " + ordinal(periods) + " period of " +
-                                                state.words("FG_LINEPERIODE") + " begins outside an exposure";
-    const std::string every = periods == 1 ? state.words("FG_LINEPERIODE") : timeInWords(period);
-    return off + article + "line every " + every + " (" + rate(period) + ")" + exposed + lost + ".";
+                                                timeInWords(state.timing(periodTiming)) + " begins outside an exposure";
+    return off + article + "line every " + timeInWords(period) + " (" + rate(period) + ")" + exposed + lost + ".";
 }
 
 std::string sourceSentence(TriggerState& state, const Simulator& simulator) {
@@ -296,6 +309,13 @@ std::string cameraTriggerSentence(TriggerState& state) {
 /// Values that contradict one another, though each is accepted by itself.
 std::vector<std::string> warnings(TriggerState& state, const Simulator& simulator) {
     std::vector<std::string> list;
+    for (const Timing& timing : {periodTiming, exposureTiming, delayTiming}) {
+        if (std::abs(state.real(timing.parameter) - state.timing(timing)) > tick / 2) {
+            list.push_back(std::string(timing.parameter) + " reads " + state.words(timing.parameter) +
+                           ", but the design runs with " + timeInWords(state.timing(timing)) +
+                           ": a load remembers a value that the design does not get");
+        }
+    }
     const double period = state.real("FG_LINEPERIODE");
     if (generatesLines(state) && state.real("FG_LINEEXPOSURE") > period) {
         list.push_back("the exposure of " + state.words("FG_LINEEXPOSURE") + " is longer than the period of " +
@@ -420,8 +440,8 @@ private:
         const double end = shown * std::min(std::max(period, other), most * std::min(period, other));
         unit_ = timeUnitFor(end);
         axis_ = {unit_.name, 0, end / unit_.microseconds};
-        exsync_.length = onAxis(state_.real("FG_LINEEXPOSURE"));
-        delay_ = onAxis(state_.real("FG_LINETRIGGERDELAY"));
+        exsync_.length = onAxis(state_.timing(exposureTiming));
+        delay_ = onAxis(state_.timing(delayTiming));
         for (std::size_t line = 0; static_cast<double>(line) * period < end; ++line) {
             exsync_.starts.push_back(onAxis(static_cast<double>(line) * period));
         }
@@ -442,7 +462,7 @@ private:
             exsync_.starts.push_back(static_cast<double>(pulse));
         }
         exsync_.length = shortPulse * static_cast<double>(std::max<std::int64_t>(1, downscale / 8));
-        delay_ = state_.real("FG_LINETRIGGERDELAY") > 0 ? shownDelay * static_cast<double>(downscale) : 0;
+        delay_ = state_.timing(delayTiming) > 0 ? shownDelay * static_cast<double>(downscale) : 0;
         const bool low = state_.whole("FG_LINETRIGGERINPOLARITY") == HIGH_ON_ZERO_LOW;
         Pulses pulses{{}, 0.5};
         if (!encoder) {
@@ -647,7 +667,7 @@ Json inMicroseconds(double value) {
 }
 
 ExitStatus trigger(Session& session, Console& console, const std::string& picture) {
-    TriggerState state(session.applet());
+    TriggerState state(session.applet(), session.board());
     const Simulator simulator = simulatorOf(session.board(), state);
     const std::vector<std::string> sentences{
         "Line trigger mode " + state.words("FG_LINETRIGGERMODE") + ". " + lineSentence(state),
@@ -672,8 +692,8 @@ ExitStatus trigger(Session& session, Console& console, const std::string& pictur
         if (generatesLines(state)) {
             put(json, "period", inMicroseconds(linePeriod(state)));
         }
-        put(json, "exposure", inMicroseconds(state.real("FG_LINEEXPOSURE")));
-        put(json, "delay", inMicroseconds(state.real("FG_LINETRIGGERDELAY")));
+        put(json, "exposure", inMicroseconds(state.timing(exposureTiming)));
+        put(json, "delay", inMicroseconds(state.timing(delayTiming)));
         put(json, "drawing", toJson(waves));
         printJson(console, json);
         return Done;

@@ -98,12 +98,12 @@ TEST_F(TriggerDrawing, ACameraTriggerOfAFixedLevelHasNoPulses) {
                 ContainsRegex("\nCamera trigger +\\(follows FG_SIGNAL_GPI_4 \\(1041\\)\\)\n"));
 }
 
-TEST_F(TriggerDrawing, APeriodThatBeginsInAnExposureBringsNoLine) {
+TEST_F(TriggerDrawing, WhatALoadDoesNotGiveToTheDesignIsNotDrawn) {
     const std::vector<std::string> settings{"FG_LINEEXPOSURE=150", "FG_LINEPERIODE=100"};
     EXPECT_THAT(after(settings),
-                HasSubstr("A line every 200 \u00B5s (5000 lines a second), exposed for 150 \u00B5s, as only each 2nd "
-                          "period of 100 \u00B5s begins outside an exposure.\n"));
-    EXPECT_EQ(row("ExSync", settings)["changes"], nlohmann::json({150, 200, 350, 400}));
+                AllOf(HasSubstr("A line every 100 \u00B5s (10000 lines a second), exposed for 19 \u00B5s.\n"),
+                      HasSubstr("FG_LINEEXPOSURE reads 150 \u00B5s, but the design runs with 19 \u00B5s: ")));
+    EXPECT_EQ(row("ExSync", settings)["changes"], nlohmann::json({19, 100, 119, 200, 219}));
 }
 
 TEST_F(TriggerDrawing, TheSimulatorsLinesComeAtItsOwnRate) {
