@@ -21,7 +21,7 @@ constexpr std::array verbAdders{
     addInfoVerb,    addGetVerb,  addSetVerb,  addRegistersVerb, addListVerb,      addDescribeVerb, addXmlVerb,
     addEventsVerb,  addSaveVerb, addLoadVerb, addCheckVerb,     addDiffVerb,      addStatusVerb,   addLutVerb,
     addTriggerVerb, addIoVerb,   addGrabVerb, addDemoVerb,      addReferenceVerb, addManualVerb,   addCompletionVerb,
-    addShellVerb,   addRunVerb,  addUndoVerb, addAdvanceVerb,   addInputVerb,     addWaitVerb,     addFindVerb, addWatchVerb, addApplyVerb, addPlanVerb, addHelpVerb};
+    addShellVerb,   addRunVerb,  addUndoVerb, addAdvanceVerb,   addInputVerb,     addWaitVerb,     addFindVerb, addWatchVerb, addApplyVerb, addPlanVerb, addTimelineVerb, addHelpVerb};
 
 constexpr const char* description =
     "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold, and\n"

@@ -45,6 +45,8 @@ constexpr std::array rules{
     CompletionRule{"plan", "-o", "(.mcf)"},
     CompletionRule{"plan", "--pixel-format", "RGB8 RGB10 RGB12 RGB14 RGB16"},
     CompletionRule{"plan", "--format", "FG_COL24 FG_COL30 FG_COL36 FG_COL42 FG_COL48"},
+    CompletionRule{"timeline", "", "100us 1ms 10ms 100ms"},
+    CompletionRule{"timeline", "--signals", "ExSync ExSync2 Flash LVAL FVAL GPI FrontGPI CameraTrigger GPO FrontGPO events"},
     CompletionRule{"", "--mcf", "(.mcf)"},
     CompletionRule{"", "--save", "(.mcf)"},
     CompletionRule{"", "--design", "(.tav)"},

@@ -124,6 +124,7 @@ void addStatusVerb(Verbs& verbs);
 void addWatchVerb(Verbs& verbs);
 void addLutVerb(Verbs& verbs);
 void addTriggerVerb(Verbs& verbs);
+void addTimelineVerb(Verbs& verbs);
 void addIoVerb(Verbs& verbs);
 void addGrabVerb(Verbs& verbs);
 void addDemoVerb(Verbs& verbs);
