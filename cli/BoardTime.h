@@ -21,7 +21,7 @@ class TimeWatch {
 public:
     explicit TimeWatch(const client::SoftBoard& board);
 
-    double now() const { return board_.signalTime(); }          ///< µs since the design was put on the board
+    double now() const { return board_.signalTime(); }              ///< µs since the design was put on the board
     double passed() const { return board_.signalTime() - begin_; }  ///< µs
     /// The events raised meanwhile, by their places among the design's.
     EventCounts events() const;

@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <type_traits>
 #include <utility>
 
@@ -17,15 +16,19 @@ namespace quillon::cli {
 
 namespace {
 
-constexpr std::array verbAdders{
-    addInfoVerb,    addGetVerb,  addSetVerb,  addRegistersVerb, addListVerb,      addDescribeVerb, addXmlVerb,
-    addEventsVerb,  addSaveVerb, addLoadVerb, addCheckVerb,     addDiffVerb,      addStatusVerb,   addLutVerb,
-    addTriggerVerb, addIoVerb,   addGrabVerb, addDemoVerb,      addReferenceVerb, addManualVerb,   addCompletionVerb,
-    addShellVerb,   addRunVerb,  addUndoVerb, addAdvanceVerb,   addInputVerb,     addWaitVerb,     addFindVerb, addWatchVerb, addApplyVerb, addPlanVerb, addTimelineVerb, addHelpVerb};
+/// Adds all verbs, each to its group.
+void addVerbs(CLI::App& app, Verbs& verbs) {
+#define QUILLON_ADD_VERB(title, name) \
+    add##name##Verb(verbs);           \
+    app.get_subcommands(nullptr).back()->group(title);
+    QUILLON_VERBS(QUILLON_ADD_VERB)
+#undef QUILLON_ADD_VERB
+}
 
 constexpr const char* description =
-    "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold, and\n"
-    "what a change of one does to the design. A board lives as long as one command; --mcf and --save carry state over.";
+    "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold,\n"
+    "and what a change of one does to the design. A board lives as long as one command, and as long as quillon shell or\n"
+    "quillon run; --mcf and --save carry state over.";
 
 constexpr const char* examples =
     "Examples:\n"
@@ -239,9 +242,7 @@ int run(std::vector<std::string> words, Console& console, Session* lasting) {
     addCommonOptions(app, options);
     Action chosen;
     Verbs verbs(app, chosen);
-    for (const auto addVerb : verbAdders) {
-        addVerb(verbs);
-    }
+    addVerbs(app, verbs);
 
     words = protectNegativeNumbers(std::move(words));
     std::reverse(words.begin(), words.end());  // the parser takes them from the back

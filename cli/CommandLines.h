@@ -11,7 +11,8 @@
 
 namespace quillon::cli {
 
-/// The words of a line, taken apart as shells do: blanks part words, quotes and backslashes keep what they would part, and a
+/// The words of a line, taken apart as shells do: blanks part words, quotes and backslashes keep what they would part,
+/// and a
 /// "#" where a word begins makes the rest a comment. Throws UsageError for a quote without an end.
 std::vector<std::string> splitLine(std::string_view line);
 

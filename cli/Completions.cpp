@@ -46,7 +46,8 @@ constexpr std::array rules{
     CompletionRule{"plan", "--pixel-format", "RGB8 RGB10 RGB12 RGB14 RGB16"},
     CompletionRule{"plan", "--format", "FG_COL24 FG_COL30 FG_COL36 FG_COL42 FG_COL48"},
     CompletionRule{"timeline", "", "100us 1ms 10ms 100ms"},
-    CompletionRule{"timeline", "--signals", "ExSync ExSync2 Flash LVAL FVAL GPI FrontGPI CameraTrigger GPO FrontGPO events"},
+    CompletionRule{"timeline", "--signals",
+                   "ExSync ExSync2 Flash LVAL FVAL GPI FrontGPI CameraTrigger GPO FrontGPO events"},
     CompletionRule{"", "--mcf", "(.mcf)"},
     CompletionRule{"", "--save", "(.mcf)"},
     CompletionRule{"", "--design", "(.tav)"},
@@ -180,12 +181,10 @@ Words optionsOf(const Description& command, const std::string& verb) {
 std::vector<std::pair<std::string, Words>> knownWords(const Description& command, Session& session) {
     Published published;
     published.add(session.applet().parameterInfo());
-    std::vector<std::pair<std::string, Words>> known{{"verbs", namesIn(command.verbs)},
-                                                     {"parameters", namesIn(PublicParameters)},
-                                                     {"constants", namesIn(NamedEnumerators)},
-                                                     {"groups", published.groups},
-                                                     {"registers", registerNames(session)},
-                                                     {"events", eventNames()}};
+    std::vector<std::pair<std::string, Words>> known{
+        {"verbs", namesIn(command.verbs)},        {"parameters", namesIn(PublicParameters)},
+        {"constants", namesIn(NamedEnumerators)}, {"groups", published.groups},
+        {"registers", registerNames(session)},    {"events", eventNames()}};
     known.insert(known.end(), published.enumerators.begin(), published.enumerators.end());
     return known;
 }
@@ -214,8 +213,8 @@ std::string Completions::kindOf(const std::string& verb) const {
     if (verb.empty()) {
         return "verbs";
     }
-    const auto rule = std::ranges::find_if(
-        rules, [&](const CompletionRule& one) { return one.verb == verb && one.option.empty(); });
+    const auto rule =
+        std::ranges::find_if(rules, [&](const CompletionRule& one) { return one.verb == verb && one.option.empty(); });
     return rule != rules.end() ? std::string(rule->kind) : "files";
 }
 

@@ -31,8 +31,8 @@ Words namesOf(const Description::Option& option);
 /// The long options of a verb, and of every verb, in alphabetical order; the latter alone for an empty name.
 Words optionsOf(const Description& command, const std::string& verb);
 
-/// Words by their kind: verbs, parameters, constants, groups, registers, and the enumerators of each parameter under its
-/// name.
+/// Words by their kind: verbs, parameters, constants, groups, registers, and the enumerators of each parameter under
+/// its name.
 std::vector<std::pair<std::string, Words>> knownWords(const Description& command, Session& session);
 
 /// The words that may stand on a line behind others.

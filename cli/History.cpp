@@ -32,8 +32,8 @@ Parameter bare(const PublicParameter& known) {
     return parameter;
 }
 
-/// Numbers first, as they make the tables; then the file, which is loaded when its name is written; then what the tables
-/// hold beside it.
+/// Numbers first, as they make the tables; then the file, which is loaded when its name is written; then what the
+/// tables hold beside it.
 int rank(ParameterKind kind) {
     return kind == ParameterKind::Field ? 2 : kind == ParameterKind::String ? 1 : 0;
 }

@@ -6,8 +6,8 @@
 
 namespace quillon::cli {
 
-/// Ctrl-C as a question that a command asks when it suits it. While one of these lives the first Ctrl-C is only noted; a second
-/// one, which nobody has asked for meanwhile, ends the program as ever. They may live within one another.
+/// Ctrl-C as a question that a command asks when it suits it. While one of these lives the first Ctrl-C is only noted;
+/// a second one, which nobody has asked for meanwhile, ends the program as ever. They may live within one another.
 class Interrupt {
 public:
     Interrupt();

@@ -47,8 +47,8 @@ char** complete(const char* beginning, int start, int) {
     return rl_completion_matches(beginning, candidate);
 }
 
-/// The next byte that is typed, or -1 for Ctrl-C and where there is no more. Ctrl-C is let through only while it waits, so
-/// that none is missed.
+/// The next byte that is typed, or -1 for Ctrl-C and where there is no more. Ctrl-C is let through only while it waits,
+/// so that none is missed.
 int typedByte() {
     sigset_t waiting;
     pthread_sigmask(SIG_SETMASK, nullptr, &waiting);

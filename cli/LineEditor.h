@@ -37,7 +37,8 @@ private:
     bool interactive_;
 };
 
-/// Where a program keeps the lines of its user: the folder of the environment's XDG_STATE_HOME, or ~/.local/state. Empty without a home.
+/// Where a program keeps the lines of its user: the folder of the environment's XDG_STATE_HOME, or ~/.local/state.
+/// Empty without a home.
 std::filesystem::path historyFile();
 
 }  // namespace quillon::cli

@@ -78,7 +78,7 @@ private:
     std::optional<client::Library> library_;
     std::optional<client::SoftBoard> board_;
     std::optional<std::filesystem::path> configuration_;  ///< that was loaded last
-    std::optional<client::Applet> applet_;  ///< goes away before its board
+    std::optional<client::Applet> applet_;                ///< goes away before its board
     bool withRegisters_ = false;
     bool loaded_ = false;  ///< the configuration of the options
     History history_;

@@ -168,16 +168,28 @@ double parseTime(std::string_view text) {
     return scaled(quantity->number, unit->exponent + 6);
 }
 
+TimeUnit timeUnitFor(double microseconds) {
+    constexpr double enough = 0.9999999;  // what a division leaves of a whole
+    for (const TimeUnit& unit : {TimeUnit{"s", 1e6}, TimeUnit{"ms", 1e3}}) {
+        if (microseconds >= unit.microseconds * enough) {
+            return unit;
+        }
+    }
+    return microseconds >= enough || microseconds == 0 ? TimeUnit{"\u00B5s", 1} : TimeUnit{"ns", 1e-3};
+}
+
 std::string timeInWords(double microseconds) {
-    const double size = std::abs(microseconds);
-    if (size != 0 && size < 1) {
-        return client::readable(scaled(microseconds, 3)) + " ns";
+    const TimeUnit unit = timeUnitFor(microseconds);
+    return client::readable(microseconds / unit.microseconds) + " " + unit.name;
+}
+
+std::string rateInWords(double rate) {
+    constexpr int digits = 7;
+    if (!(rate > 0)) {
+        return "0";
     }
-    if (size >= 1e6) {
-        return client::readable(scaled(microseconds, -6)) + " s";
-    }
-    return size >= 1e3 ? client::readable(scaled(microseconds, -3)) + " ms"
-                       : client::readable(microseconds) + " \u00B5s";
+    const double step = std::pow(10.0, std::floor(std::log10(rate)) + 1 - digits);
+    return client::readable(std::round(rate / step) * step);
 }
 
 }  // namespace quillon::cli

@@ -18,7 +18,15 @@ bool hasUnit(std::string_view text);
 /// The microseconds of a time of 0 or more that says its unit: "10ms". Throws UsageError.
 double parseTime(std::string_view text);
 
-/// A time with the unit that suits it: "8 ns", "20 µs", "1.25 ms", "3 s".
+/// The unit in which a time is written, and how many microseconds it is.
+struct TimeUnit {
+    const char* name;
+    double microseconds;
+};
+TimeUnit timeUnitFor(double microseconds);
+/// A time of 0 or more in that unit: "8 ns", "20 µs", "204.8 ms", "3 s".
 std::string timeInWords(double microseconds);
+/// A rate that comes of a division, with seven digits: "10240.03".
+std::string rateInWords(double rate);
 
 }  // namespace quillon::cli

@@ -105,38 +105,24 @@ private:
     Action& chosen_;
 };
 
-void addInfoVerb(Verbs& verbs);
-void addGetVerb(Verbs& verbs);
-void addSetVerb(Verbs& verbs);
-void addRegistersVerb(Verbs& verbs);
-void addListVerb(Verbs& verbs);
-void addFindVerb(Verbs& verbs);
-void addDescribeVerb(Verbs& verbs);
-void addXmlVerb(Verbs& verbs);
-void addEventsVerb(Verbs& verbs);
-void addSaveVerb(Verbs& verbs);
-void addLoadVerb(Verbs& verbs);
-void addApplyVerb(Verbs& verbs);
-void addCheckVerb(Verbs& verbs);
-void addDiffVerb(Verbs& verbs);
-void addPlanVerb(Verbs& verbs);
-void addStatusVerb(Verbs& verbs);
-void addWatchVerb(Verbs& verbs);
-void addLutVerb(Verbs& verbs);
-void addTriggerVerb(Verbs& verbs);
-void addTimelineVerb(Verbs& verbs);
-void addIoVerb(Verbs& verbs);
-void addGrabVerb(Verbs& verbs);
-void addDemoVerb(Verbs& verbs);
-void addReferenceVerb(Verbs& verbs);
-void addManualVerb(Verbs& verbs);
-void addCompletionVerb(Verbs& verbs);
-void addHelpVerb(Verbs& verbs);
-void addShellVerb(Verbs& verbs);
-void addRunVerb(Verbs& verbs);
-void addUndoVerb(Verbs& verbs);
-void addAdvanceVerb(Verbs& verbs);
-void addInputVerb(Verbs& verbs);
-void addWaitVerb(Verbs& verbs);
+/// All verbs, each in the group that help shows it in.
+// clang-format off
+#define QUILLON_VERBS(VERB) \
+    VERB("Parameters", Get) VERB("Parameters", Set) VERB("Parameters", Find) VERB("Parameters", List) \
+    VERB("Parameters", Describe) VERB("Parameters", Watch) \
+    VERB("Configurations", Load) VERB("Configurations", Save) VERB("Configurations", Apply) \
+    VERB("Configurations", Check) VERB("Configurations", Diff) VERB("Configurations", Plan) \
+    VERB("Frames and signals", Grab) VERB("Frames and signals", Trigger) VERB("Frames and signals", Timeline) \
+    VERB("Frames and signals", Io) VERB("Frames and signals", Lut) VERB("Frames and signals", Events) \
+    VERB("Board", Status) VERB("Board", Registers) VERB("Board", Advance) VERB("Board", Input) \
+    VERB("Board", Wait) \
+    VERB("Sessions", Shell) VERB("Sessions", Run) VERB("Sessions", Undo) \
+    VERB("About", Info) VERB("About", Xml) VERB("About", Reference) VERB("About", Demo) VERB("About", Manual) \
+    VERB("About", Completion) VERB("About", Help)
+// clang-format on
+
+#define QUILLON_DECLARE_VERB(group, name) void add##name##Verb(Verbs& verbs);
+QUILLON_VERBS(QUILLON_DECLARE_VERB)
+#undef QUILLON_DECLARE_VERB
 
 }  // namespace quillon::cli

@@ -181,26 +181,4 @@ Chart chartOf(const Waves& waves) {
     return chart;
 }
 
-TimeUnit timeUnitFor(double microseconds) {
-    constexpr double enough = 0.9999999;
-    if (microseconds >= 1e6 * enough) {
-        return {"s", 1e6};
-    }
-    return microseconds >= 1e3 * enough ? TimeUnit{"ms", 1e3} : TimeUnit{"\u00B5s", 1};
-}
-
-std::string timeInWords(double microseconds) {
-    const TimeUnit unit = timeUnitFor(microseconds);
-    return client::readable(microseconds / unit.microseconds) + " " + unit.name;
-}
-
-std::string rateInWords(double rate) {
-    constexpr int digits = 7;
-    if (!(rate > 0)) {
-        return "0";
-    }
-    const double step = std::pow(10.0, std::floor(std::log10(rate)) + 1 - digits);
-    return client::readable(std::round(rate / step) * step);
-}
-
 }  // namespace quillon::cli

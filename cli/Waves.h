@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/Chart.h"
+#include "cli/Units.h"
 
 namespace quillon::cli {
 
@@ -33,16 +34,5 @@ std::string drawn(const Wave& wave, const Axis& axis, std::size_t width);
 std::vector<std::string> asText(const Waves& waves, std::size_t width);
 /// The same as a chart, which can be written as a picture.
 Chart chartOf(const Waves& waves);
-
-/// The unit in which a time is written, and how many microseconds it is.
-struct TimeUnit {
-    const char* name;
-    double microseconds;
-};
-TimeUnit timeUnitFor(double microseconds);
-/// "204.8 ms"
-std::string timeInWords(double microseconds);
-/// A rate that comes of a division, with seven digits: "10240.03".
-std::string rateInWords(double rate);
 
 }  // namespace quillon::cli

@@ -26,11 +26,10 @@ ExitStatus advanceTime(Session& session, Console& console, const std::string& ti
 
 void addAdvanceVerb(Verbs& verbs) {
     auto time = std::make_shared<std::string>();
-    Verb verb = verbs.add(
-        "advance", "Let time pass on the software board, and tell which events it brings",
-        "  advance 1ms                    in quillon shell or a script: the signals move\n"
-        "  advance 2s --json",
-        [time](Session& session, Console& console) { return advanceTime(session, console, *time); });
+    Verb verb = verbs.add("advance", "Let time pass on the software board, and tell which events it brings",
+                          "  advance 1ms                    in quillon shell or a script: the signals move\n"
+                          "  advance 2s --json",
+                          [time](Session& session, Console& console) { return advanceTime(session, console, *time); });
     verb.add("TIME", time.get(), "Time of the board with its unit: 20us, 1.5ms, 2s").required();
 }
 

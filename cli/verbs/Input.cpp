@@ -69,11 +69,12 @@ ExitStatus input(Session& session, Console& console, const std::vector<std::stri
 
 void addInputVerb(Verbs& verbs) {
     auto words = std::make_shared<std::vector<std::string>>();
-    Verb verb = verbs.add("input", "Give digital inputs of the software board a level, and tell which events that brings",
-                          "  input 0=1                      in quillon shell or a script: GPI 0 rises\n"
-                          "  input 0=0 front2=high          one after the other\n"
-                          "  input                          all levels",
-                          [words](Session& session, Console& console) { return input(session, console, *words); });
+    Verb verb =
+        verbs.add("input", "Give digital inputs of the software board a level, and tell which events that brings",
+                  "  input 0=1                      in quillon shell or a script: GPI 0 rises\n"
+                  "  input 0=0 front2=high          one after the other\n"
+                  "  input                          all levels",
+                  [words](Session& session, Console& console) { return input(session, console, *words); });
     verb.add("N=LEVEL", words.get(), "0 to 7 for GPI 0 to 7, front0 to front3; 0, 1, low or high");
 }
 

@@ -224,10 +224,10 @@ ChannelDifference compareTables(const Table& left, const Table& right) {
 }
 
 ExitStatus compare(Session& session, Console& console, const LutArguments& arguments) {
-    loadTables(session.applet(), arguments.compare[0]);
-    const Tables first = readTables(session.applet());
-    loadTables(session.applet(), arguments.compare[1]);
-    const Tables second = readTables(session.applet());
+    loadTables(session.scratch().applet(), arguments.compare[0]);
+    const Tables first = readTables(session.scratch().applet());
+    loadTables(session.scratch().applet(), arguments.compare[1]);
+    const Tables second = readTables(session.scratch().applet());
     Rows rows;
     Json json;
     for (std::size_t i = 0; i < channels.size(); ++i) {

@@ -19,7 +19,8 @@ public:
     Depth() {
         constexpr int most = 16;
         if (depth_ == most) {
-            throw RefusedError("scripts run scripts, " + std::to_string(most) + " deep: one of them seems to run itself");
+            throw RefusedError("scripts run scripts, " + std::to_string(most) +
+                               " deep: one of them seems to run itself");
         }
         ++depth_;
     }
@@ -83,7 +84,8 @@ void addRunVerb(Verbs& verbs) {
                   "  printf 'advance 1ms\\nstatus\\n' | quillon run -",
                   [arguments](Session& session, Console& console) { return run(session, console, *arguments); });
     verb.add("FILE", &arguments->file, "Script; - for standard input").required();
-    verb.add("--keep-going", &arguments->keepGoing, "Go on behind a line that fails; the exit status is the first one's");
+    verb.add("--keep-going", &arguments->keepGoing,
+             "Go on behind a line that fails; the exit status is the first one's");
     verb.add("--echo", &arguments->echo, "Print each line to standard error before it runs");
 }
 

@@ -15,7 +15,8 @@ std::vector<std::string> namesOf(const std::vector<int>& ids) {
 
 ExitStatus undo(Session& session, Console& console) {
     if (!session.lasts()) {
-        throw UsageError("undo is for a session, quillon shell or quillon run FILE: here the board ends with the command");
+        throw UsageError(
+            "undo is for a session, quillon shell or quillon run FILE: here the board ends with the command");
     }
     const Moment before = observe(session);
     const History::Undone undone = session.history().undo(session.applet(), session.board());

@@ -56,11 +56,11 @@ ExitStatus wait(Session& session, Console& console, const WaitArguments& argumen
 
 void addWaitVerb(Verbs& verbs) {
     auto arguments = std::make_shared<WaitArguments>();
-    Verb verb = verbs.add(
-        "wait", "Let time pass on the software board up to the tick of an event",
-        "  wait FG_END_OF_FRAME_CAM_PORT_0               in quillon shell or a script\n"
-        "  wait FG_TRIGGER_INPUT0_RISING --within 10ms   exit status 1 where it does not come",
-        [arguments](Session& session, Console& console) { return wait(session, console, *arguments); });
+    Verb verb =
+        verbs.add("wait", "Let time pass on the software board up to the tick of an event",
+                  "  wait FG_END_OF_FRAME_CAM_PORT_0               in quillon shell or a script\n"
+                  "  wait FG_TRIGGER_INPUT0_RISING --within 10ms   exit status 1 where it does not come",
+                  [arguments](Session& session, Console& console) { return wait(session, console, *arguments); });
     verb.add("EVENT", &arguments->event, "Event by its public name; quillon events lists them").required();
     verb.add("--within", &arguments->within, "Time of the board to wait at most, up to a minute; by default 1s")
         .shownAs("TIME");

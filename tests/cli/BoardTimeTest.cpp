@@ -35,7 +35,8 @@ TEST(BoardTime, ShowsInStatusIoAndTheAnalyzers) {
         "set FG_LINEPERIODE=200us FG_SIGNAL_ANALYZER_0_SOURCE=FG_SIGNAL_CAM0_EXSYNC\nadvance 1.01ms\n";
     EXPECT_THAT(script(lines + "status").out, HasSubstr("1.01 ms of its time have passed"));
     EXPECT_THAT(script(lines + "io").out, ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +high"));
-    EXPECT_THAT(script(lines + "advance 100us\nio").out, ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +low"));
+    EXPECT_THAT(script(lines + "advance 100us\nio").out,
+                ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +low"));
     EXPECT_THAT(script(lines + "get FG_SIGNAL_ANALYZER_0_PULSE_COUNT").out,
                 HasSubstr("\nFG_SIGNAL_ANALYZER_0_PULSE_COUNT = 5"));
 }

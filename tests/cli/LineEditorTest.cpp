@@ -42,7 +42,9 @@ public:
         close(descriptor_);
     }
 
-    void type(const std::string& text) { EXPECT_EQ(write(descriptor_, text.data(), text.size()), static_cast<ssize_t>(text.size())); }
+    void type(const std::string& text) {
+        EXPECT_EQ(write(descriptor_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
     /// Reads until the text has come since the last time; says whether it came, within ten seconds.
     bool shows(const std::string& text) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);

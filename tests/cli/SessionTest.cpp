@@ -16,7 +16,8 @@ using ::testing::Not;
 using ::testing::StartsWith;
 
 constexpr const char* Lost =
-    "The board ends with this command, and so does what it set: --save FILE keeps the parameters, quillon shell the board.\n";
+    "The board ends with this command, and so does what it set: --save FILE keeps the parameters, quillon shell the "
+    "board.\n";
 
 /// The lines in a session, through a pipe.
 Outcome session(const std::string& lines, const std::string& options = "") {
@@ -32,7 +33,8 @@ Outcome script(const std::string& lines, const std::string& options = "") {
     return shell("\"$quillon\" run tune.txt " + options, folder.path());
 }
 
-// Lines -----------------------------------------------------------------------------------------------------------------
+// Lines
+// -----------------------------------------------------------------------------------------------------------------
 
 TEST(Line, IsTakenApartAsShellsDo) {
     EXPECT_THAT(splitLine(" set  FG_WIDTH=2048\tFG_HEIGHT=64\r"), ElementsAre("set", "FG_WIDTH=2048", "FG_HEIGHT=64"));
@@ -49,7 +51,8 @@ TEST(Line, NeedsTheEndOfAQuote) {
     EXPECT_THROW(splitLine("load 'x"), UsageError);
 }
 
-// quillon shell -----------------------------------------------------------------------------------------------------------
+// quillon shell
+// -----------------------------------------------------------------------------------------------------------
 
 TEST(SessionShell, HasOneAppletForAllItsLines) {
     const Outcome outcome = session("set FG_WIDTH=2048\nget FG_WIDTH\n\n# a comment\nquillon get FG_WIDTH --json\n");
@@ -87,8 +90,8 @@ TEST(SessionShell, LoadsAndSavesAsTheVerbsDo) {
 TEST(SessionShell, ALineMayLoadAndSaveToo) {
     const Folder folder;
     quillon({"set", "FG_WIDTH=2048", "--save", folder / "in.mcf"});
-    const Outcome outcome = session("get FG_WIDTH --mcf " + (folder / "in.mcf").string() + "\nset FG_HEIGHT=512 --save " +
-                                    (folder / "out.mcf").string() + "\nget FG_WIDTH");
+    const Outcome outcome = session("get FG_WIDTH --mcf " + (folder / "in.mcf").string() +
+                                    "\nset FG_HEIGHT=512 --save " + (folder / "out.mcf").string() + "\nget FG_WIDTH");
     EXPECT_THAT(outcome.out, StartsWith("FG_WIDTH = 2048 pixel\n"));
     EXPECT_THAT(outcome.out, EndsWith("FG_WIDTH = 2048 pixel\n"));
     EXPECT_THAT(contentOf(folder / "out.mcf"), HasSubstr("FG_WIDTH=2048;"));
@@ -107,8 +110,8 @@ TEST(SessionShell, WhatTriesAFileLeavesItAsItIs) {
     const Folder folder;
     quillon({"set", "FG_WIDTH=2048", "FG_HEIGHT=64", "--save", folder / "other.mcf"});
     const std::string other = (folder / "other.mcf").string();
-    const Outcome outcome = session("set FG_WIDTH=512\ncheck " + other + "\ndiff " + other + " " + other +
-                                    "\nget FG_WIDTH FG_HEIGHT\n");
+    const Outcome outcome =
+        session("set FG_WIDTH=512\ncheck " + other + "\ndiff " + other + " " + other + "\nget FG_WIDTH FG_HEIGHT\n");
     EXPECT_THAT(outcome.out, EndsWith("FG_WIDTH = 512 pixel\nFG_HEIGHT = 1024 pixel\n"));
 }
 
@@ -122,7 +125,10 @@ TEST(SessionShell, KnowsRegisters) {
 }
 
 TEST(SessionShell, ForgetsAFaultThatNothingMet) {
-    EXPECT_THAT(session("set FG_HEIGHT=512 --fault Device1_Process0_Trigger_Trigger_ExsyncPeriod=-5\nset FG_LINEPERIODE=100\n").err, IsEmpty());
+    EXPECT_THAT(
+        session("set FG_HEIGHT=512 --fault Device1_Process0_Trigger_Trigger_ExsyncPeriod=-5\nset FG_LINEPERIODE=100\n")
+            .err,
+        IsEmpty());
 }
 
 TEST(SessionShell, GrabsFramesAndTracesAgain) {
@@ -131,7 +137,8 @@ TEST(SessionShell, GrabsFramesAndTracesAgain) {
     EXPECT_THAT(outcome.out, HasSubstr("Device1_Process0_Trigger_Trigger_ExsyncPeriod  50  ok"));
 }
 
-// undo ------------------------------------------------------------------------------------------------------------------
+// undo
+// ------------------------------------------------------------------------------------------------------------------
 
 TEST(Undo, PutsBackWhatTheLastLineChanged) {
     const Outcome outcome = session("set FG_WIDTH=2048 FG_HEIGHT=64\nget FG_WIDTH\nundo\nget FG_WIDTH FG_HEIGHT\n");
@@ -143,7 +150,8 @@ TEST(Undo, PutsBackWhatTheLastLineChanged) {
 TEST(Undo, GoesBackAStepEachTime) {
     const Outcome outcome =
         session("set FG_WIDTH=2048\nset FG_WIDTH=512\nundo\nget FG_WIDTH\nundo\nget FG_WIDTH\nundo\nget FG_WIDTH\n");
-    EXPECT_THAT(outcome.out, HasSubstr("undone: set FG_WIDTH=512\n  FG_WIDTH  512 pixel  ->  2048 pixel\nFG_WIDTH = 2048"));
+    EXPECT_THAT(outcome.out,
+                HasSubstr("undone: set FG_WIDTH=512\n  FG_WIDTH  512 pixel  ->  2048 pixel\nFG_WIDTH = 2048"));
     EXPECT_THAT(outcome.out, EndsWith("FG_WIDTH = 1024 pixel\nFG_WIDTH = 1024 pixel\n"));
     EXPECT_THAT(outcome.err, HasSubstr("there is nothing to undo"));
 }
@@ -155,13 +163,14 @@ TEST(Undo, FindsAnOrderThatIsAccepted) {
         "set FG_IMG_SELECT_PERIOD=9 FG_IMG_SELECT=8\nundo\nundo\n"
         "get FG_LINEPERIODE FG_LINEEXPOSURE FG_LINETRIGGERDELAY FG_IMG_SELECT_PERIOD FG_IMG_SELECT\n");
     EXPECT_THAT(outcome.err, IsEmpty());
-    const auto startUp = quillon({"get", "FG_LINEPERIODE", "FG_LINEEXPOSURE", "FG_LINETRIGGERDELAY",
-                                  "FG_IMG_SELECT_PERIOD", "FG_IMG_SELECT"});
+    const auto startUp = quillon(
+        {"get", "FG_LINEPERIODE", "FG_LINEEXPOSURE", "FG_LINETRIGGERDELAY", "FG_IMG_SELECT_PERIOD", "FG_IMG_SELECT"});
     EXPECT_THAT(outcome.out, EndsWith(startUp.out));
 }
 
 TEST(Undo, OfALoadBringsBackEverything) {
-    const Outcome outcome = session("save before.mcf\nload " QUILLON_EXAMPLES "/free_running_4k.mcf\nundo\nsave after.mcf\n"
+    const Outcome outcome = session("save before.mcf\nload " QUILLON_EXAMPLES
+                                    "/free_running_4k.mcf\nundo\nsave after.mcf\n"
                                     "diff before.mcf after.mcf\n");
     EXPECT_THAT(outcome.out, EndsWith("no difference\n"));
 }
@@ -169,9 +178,9 @@ TEST(Undo, OfALoadBringsBackEverything) {
 TEST(Undo, OfAnExamplesLoadLeavesTheDesignAsItWas) {
     for (const auto& example : std::filesystem::directory_iterator(QUILLON_EXAMPLES)) {
         if (example.path().extension() == ".mcf") {
-            const Outcome outcome =
-                session("save before.mcf\nload " + example.path().string() + " --quiet\nundo\nsave after.mcf\n"
-                        "diff before.mcf after.mcf\n");
+            const Outcome outcome = session("save before.mcf\nload " + example.path().string() +
+                                            " --quiet\nundo\nsave after.mcf\n"
+                                            "diff before.mcf after.mcf\n");
             EXPECT_THAT(outcome.out, EndsWith("no difference\n")) << example.path();
         }
     }
@@ -190,8 +199,8 @@ TEST(Undo, MirrorsAgainWhatAWidthHasEnded) {
         "set FG_XOFFSET=8 --trace\n");
     EXPECT_THAT(outcome.out, HasSubstr("undone: set FG_WIDTH=2048"));
     EXPECT_THAT(outcome.err, IsEmpty());
-    const Outcome never = session(
-        "set FG_SENSORWIDTH=4096 FG_VANTAGEPOINT=FG_VANTAGEPOINT_TOP_RIGHT\nset FG_XOFFSET=8 --trace\n");
+    const Outcome never =
+        session("set FG_SENSORWIDTH=4096 FG_VANTAGEPOINT=FG_VANTAGEPOINT_TOP_RIGHT\nset FG_XOFFSET=8 --trace\n");
     const auto trace = [](const std::string& out) { return out.substr(out.rfind("FG_XOFFSET = 8")); };
     EXPECT_EQ(trace(outcome.out), trace(never.out));
 }
@@ -211,12 +220,14 @@ TEST(Undo, IsForASession) {
     EXPECT_THAT(outcome.err, HasSubstr("quillon shell"));
 }
 
-// quillon run -----------------------------------------------------------------------------------------------------------
+// quillon run
+// -----------------------------------------------------------------------------------------------------------
 
 TEST(RunVerb, StopsAtTheFirstFailureAndSaysWhere) {
     const Outcome outcome = script("# tune\nset FG_WIDTH=2048\nset FG_WIDTH=6\nget FG_WIDTH\n");
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("quillon: tune.txt:3: this line failed, and ended the script: set FG_WIDTH=6\n"));
+    EXPECT_THAT(outcome.err,
+                HasSubstr("quillon: tune.txt:3: this line failed, and ended the script: set FG_WIDTH=6\n"));
     EXPECT_THAT(outcome.out, Not(HasSubstr("FG_WIDTH = 2048 pixel\nFG_WIDTH")));
     EXPECT_EQ(script("set FG_WIDTH=wide\n").status, 2);
 }
