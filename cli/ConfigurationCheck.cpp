@@ -177,7 +177,7 @@ private:
             return std::nullopt;
         }
         try {
-            return std::pair(parameter, parseValue(applet_, parameter, line.value));
+            return std::pair(parameter, parseFileValue(applet_, parameter, line.value));
         } catch (const UsageError& error) {
             complain(line.number, line.key, error.what(), false, object({{"value", line.value}}));
             return std::nullopt;
@@ -432,6 +432,17 @@ std::vector<Complaint> checkConfiguration(Session& session, const std::filesyste
 
 bool isSound(const std::vector<Complaint>& complaints) {
     return std::ranges::all_of(complaints, &Complaint::note);
+}
+
+Json toJson(const Complaint& complaint) {
+    Json json = object({{"line", complaint.line > 0 ? Json(complaint.line) : Json(nullptr)},
+                        {"key", complaint.key},
+                        {"kind", complaint.note ? "note" : "error"},
+                        {"text", complaint.text}});
+    if (!complaint.details.is_null()) {
+        json.update(complaint.details);
+    }
+    return json;
 }
 
 std::string inWords(const std::filesystem::path& file, const Complaint& complaint, const Painter& painter) {

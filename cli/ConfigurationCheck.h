@@ -29,6 +29,7 @@ std::vector<Complaint> checkConfiguration(Session& session, const std::filesyste
 bool isSound(const std::vector<Complaint>& complaints);
 
 /// "conveyor.mcf:11: error: FG_WIDTH: ...".
+Json toJson(const Complaint& complaint);
 std::string inWords(const std::filesystem::path& file, const Complaint& complaint, const Painter& painter);
 
 /// What the session's applet holds and `file`, which was saved from it, does not bring back in another one:

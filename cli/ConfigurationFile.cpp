@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "cli/Answers.h"
+#include "cli/Arguments.h"
 #include "cli/ExitStatus.h"
 #include "cli/MemoryFile.h"
 #include "cli/Values.h"
@@ -104,10 +105,21 @@ bool isLoaded(const std::string& key) {
     return settable && std::find(savedOnly.begin(), savedOnly.end(), key) == savedOnly.end();
 }
 
+Value parseFileValue(const client::Applet& applet, const Parameter& parameter, const std::string& text) {
+    const bool isText = parameter.kind == ParameterKind::String || parameter.kind == ParameterKind::Field;
+    const auto isPlain = [&] {
+        return text.find_first_of("xX") == std::string::npos && (parseReal(text) || parseWholeNumber(text));
+    };
+    if (!isText && !isPlain()) {
+        throw UsageError("\"" + text + "\" is no value for " + parameter.name + ": a file has plain decimal numbers");
+    }
+    return parseValue(applet, parameter, text);
+}
+
 std::string valueInWords(const client::Applet& applet, const ConfigurationLine& line) {
     try {
         const Parameter parameter = findParameter(applet, line.key);
-        return inWords(parameter, parseValue(applet, parameter, line.value));
+        return inWords(parameter, parseFileValue(applet, parameter, line.value));
     } catch (const UsageError&) {
         return "\"" + line.value + "\"";
     }
@@ -116,7 +128,7 @@ std::string valueInWords(const client::Applet& applet, const ConfigurationLine& 
 Json valueOf(const client::Applet& applet, const ConfigurationLine& line) {
     try {
         const Parameter parameter = findParameter(applet, line.key);
-        return valueOf(parameter, parseValue(applet, parameter, line.value));
+        return valueOf(parameter, parseFileValue(applet, parameter, line.value));
     } catch (const UsageError&) {
         return object({{"value", line.value}});
     }

@@ -65,6 +65,9 @@ std::vector<ConfigurationLine> savedState(client::Applet& applet);
 /// Whether a load looks at the key of the port's section: those of values that can be set, but for the debug ones.
 bool isLoaded(const std::string& key);
 
+/// The value of a line, which has plain decimal numbers: of names, units and hexadecimal digits the applet takes what
+/// it can make of them. Throws UsageError for those.
+Value parseFileValue(const client::Applet& applet, const Parameter& parameter, const std::string& text);
 /// A file's value in the parameter's words, or as it stands if it is none.
 std::string valueInWords(const client::Applet& applet, const ConfigurationLine& line);
 /// The same as answers tell a value.

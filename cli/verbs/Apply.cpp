@@ -2,6 +2,7 @@
 #include <cmath>
 #include <map>
 
+#include "cli/Answers.h"
 #include "cli/Arguments.h"
 #include "cli/ConfigurationCheck.h"
 #include "cli/ConfigurationFile.h"
@@ -51,17 +52,6 @@ std::vector<Complaint> check(Session& session, Console& console, const std::file
     return complaints;
 }
 
-Json shapeOf(const Parameter& parameter, const Value& value) {
-    Json json = object({{"value", toJson(value)}});
-    if (const std::string name = enumeratorOf(parameter, value); !name.empty()) {
-        put(json, "enumerator", name);
-    }
-    if (parameter.record && !parameter.record->unit.empty()) {
-        put(json, "unit", client::readableUnit(parameter.record->unit));
-    }
-    return json;
-}
-
 /// A file keeps twelve digits of a number.
 bool isSame(const Parameter& parameter, const Value& wanted, const Value& held) {
     const auto* left = std::get_if<double>(&wanted);
@@ -83,17 +73,17 @@ Verification readBack(Session& session, const ConfigurationFile& file) {
         }
         ++result.read;
         const Parameter parameter = findParameter(applet, line.key, trees);
-        const Value wanted = parseValue(applet, parameter, line.value);
+        const Value wanted = parseFileValue(applet, parameter, line.value);
         const std::string says = "the file says " + inWords(parameter, wanted);
         Value held;
         if (const int code = readValue(applet, parameter, held); code != 0) {
-            result.deviations.push_back({line.key, shapeOf(parameter, wanted), nullptr,
+            result.deviations.push_back({line.key, valueOf(parameter, wanted), valueOf(parameter, Value()),
                                          says + ", a read answers " + client::describeCode(code)});
         } else if (!isSame(parameter, wanted, held)) {
-            result.deviations.push_back({line.key, shapeOf(parameter, wanted), shapeOf(parameter, held),
+            result.deviations.push_back({line.key, valueOf(parameter, wanted), valueOf(parameter, held),
                                          says + ", the applet holds " + inWords(parameter, held)});
         } else if (parameter.id == FG_VANTAGEPOINT && toJson(held) != 0 && !observe(session).mirrored) {
-            result.deviations.push_back({line.key, shapeOf(parameter, wanted), shapeOf(parameter, held),
+            result.deviations.push_back({line.key, valueOf(parameter, wanted), valueOf(parameter, held),
                                          says + ", the applet holds that, and the design does not mirror"});
         }
     }
@@ -165,8 +155,8 @@ Verification readBackDesign(const client::SoftBoard& board, const std::vector<cl
         const std::string wrote = "the load wrote " + (written.elements.empty() ? written.value : "a table");
         const Json wanted = object({{"value", written.value}});
         if (written.result != 0) {
-            result.deviations.push_back(
-                {name, wanted, nullptr, wrote + ", the design answered " + std::to_string(written.result)});
+            result.deviations.push_back({name, wanted, object({{"value", nullptr}}),
+                                         wrote + ", the design answered " + std::to_string(written.result)});
             continue;
         }
         try {
@@ -175,7 +165,8 @@ Verification readBackDesign(const client::SoftBoard& board, const std::vector<cl
                     {name, wanted, object({{"value", *held}}), wrote + ", the design holds " + *held});
             }
         } catch (const client::CallError& error) {
-            result.deviations.push_back({name, wanted, nullptr, wrote + ", and a read of it fails: " + error.what()});
+            result.deviations.push_back(
+                {name, wanted, object({{"value", nullptr}}), wrote + ", and a read of it fails: " + error.what()});
         }
     }
     return result;
@@ -210,9 +201,7 @@ ExitStatus apply(Session& session, Console& console, const ApplyArguments& argum
     if (session.options().json) {
         Json notes = emptyList();
         for (const Complaint& complaint : complaints) {
-            append(notes, object({{"line", complaint.line > 0 ? Json(complaint.line) : Json(nullptr)},
-                                  {"key", complaint.key},
-                                  {"text", complaint.text}}));
+            append(notes, toJson(complaint));
         }
         Json json = object({{"applied", arguments.file.string()}, {"notes", notes}, {"applet", listOf(applet)}});
         if (arguments.verify) {

@@ -22,14 +22,7 @@ ExitStatus check(Session& session, Console& console, const std::filesystem::path
     if (session.options().json) {
         Json list = emptyList();
         for (const Complaint& complaint : complaints) {
-            Json json = object({{"line", complaint.line > 0 ? Json(complaint.line) : Json(nullptr)},
-                                {"key", complaint.key},
-                                {"kind", complaint.note ? "note" : "error"},
-                                {"text", complaint.text}});
-            if (!complaint.details.is_null()) {
-                json.update(complaint.details);
-            }
-            append(list, json);
+            append(list, toJson(complaint));
         }
         printJson(console, object({{"file", file.string()}, {"sound", sound}, {"complaints", list}}));
     } else {

@@ -277,6 +277,17 @@ TEST(CheckVerb, AMissingFileIsRefused) {
     EXPECT_THAT(outcome.err, HasSubstr("/no/such/state.mcf cannot be read"));
 }
 
+TEST(CheckVerb, AFileHasPlainNumbers) {
+    const Folder folder;
+    const std::vector<std::pair<std::string, std::string>> values{{"FG_LINEPERIODE=200;", "FG_LINEPERIODE=1ms;"},
+                                                                  {"FG_WIDTH=1024;", "FG_WIDTH=0x800;"}};
+    for (const auto& [from, to] : values) {
+        const auto complaints = quillon({"check", changedState(folder, from, to), "--json"}).json()["complaints"];
+        ASSERT_FALSE(complaints.empty()) << to;
+        EXPECT_THAT(complaints[0]["text"].get<std::string>(), HasSubstr(": a file has plain decimal numbers")) << to;
+    }
+}
+
 TEST(LoadedFiles, TellOnTheErrorOutputWhatALoadKeepsSilentAbout) {
     const Folder folder;
     const std::filesystem::path file = changedState(folder, "FG_LINE_DOWNSCALE=1;", "FG_LINE_DOWNSCALE=0;");
