@@ -27,7 +27,8 @@ void addVerbs(CLI::App& app, Verbs& verbs) {
 
 constexpr const char* description =
     "quillon opens the applet on a software board and talks to it: what the applet is, what its parameters hold,\n"
-    "and what a change of one does to the design. A board lives as long as one command, and as long as quillon shell or\n"
+    "and what a change of one does to the design. A board lives as long as one command, and as long as quillon shell "
+    "or\n"
     "quillon run; --mcf and --save carry state over.";
 
 constexpr const char* examples =

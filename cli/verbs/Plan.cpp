@@ -1,4 +1,5 @@
 #include "cli/Plan.h"
+#include "cli/Answers.h"
 
 #include "cli/Verb.h"
 #include "quillon/client/Text.h"
@@ -60,19 +61,14 @@ Json settingsOf(const Plan& plan) {
     Json list = emptyList();
     for (const Assignment& assignment : plan.settings) {
         const Parameter& parameter = assignment.parameter;
-        Json entry = object({{"name", parameter.name}, {"value", toJson(assignment.value)}});
-        if (const std::string name = enumeratorOf(parameter, assignment.value); !name.empty()) {
-            put(entry, "enumerator", name);
-        }
-        if (parameter.record && !parameter.record->unit.empty()) {
-            put(entry, "unit", client::readableUnit(parameter.record->unit));
-        }
+        Json entry = object({{"name", parameter.name}});
+        putValue(entry, parameter, assignment.value);
         append(list, entry);
     }
     return list;
 }
 
-Json answer(const Plan& plan, const Json& file) {
+Json answer(const Plan& plan, const std::string& file) {
     Json formats = emptyList();
     for (const FormatRate& format : plan.formats) {
         append(formats, object({{"name", format.name},
@@ -92,15 +88,20 @@ Json answer(const Plan& plan, const Json& file) {
         }
         append(bounds, entry);
     }
-    return object({{"settings", settingsOf(plan)},
-                   {"line_rate", quantity(plan.lineRate, "Hz")},
-                   {"line_pitch", plan.linePitch ? quantity(*plan.linePitch, "\u00B5m") : Json(nullptr)},
-                   {"lines_per_frame", quantity(plan.linesPerFrame, "lines")},
-                   {"frame_rate", quantity(plan.frameRate, "Hz")},
-                   {"formats", formats},
-                   {"bounds", bounds},
-                   {"fits", plan.fits()},
-                   {"file", file}});
+    Json json = object({{"settings", settingsOf(plan)},
+                        {"lineRate", quantity(plan.lineRate, "Hz")},
+                        {"linesPerFrame", quantity(plan.linesPerFrame, "lines")},
+                        {"frameRate", quantity(plan.frameRate, "Hz")},
+                        {"formats", formats},
+                        {"bounds", bounds},
+                        {"fits", plan.fits()}});
+    if (plan.linePitch) {
+        put(json, "linePitch", quantity(*plan.linePitch, "\u00B5m"));
+    }
+    if (!file.empty()) {
+        put(json, "file", file);
+    }
+    return json;
 }
 
 ExitStatus plan(Session& session, Console& console, const PlanArguments& arguments) {
@@ -109,7 +110,7 @@ ExitStatus plan(Session& session, Console& console, const PlanArguments& argumen
     options.save.reset();
     Session other(options, &console.err);
     const Plan made = makePlan(other, arguments.wishes);
-    Json file;
+    std::string file;  // that was written
     if (!arguments.output.empty() && made.fits()) {
         saveConfiguration(other.applet(), arguments.output);
         file = arguments.output.string();
@@ -118,7 +119,7 @@ ExitStatus plan(Session& session, Console& console, const PlanArguments& argumen
         printJson(console, answer(made, file));
     } else {
         print(console, made);
-        if (!file.is_null()) {
+        if (!file.empty()) {
             console.out << "\nsaved " << arguments.output.string() << '\n';
         }
     }

@@ -102,9 +102,9 @@ Json answerOf(const StatusRow& row, const Parameter& parameter, const Value& val
 /// One look at everything; answers whether all of it could be read.
 bool look(Session& session, Console& console) {
     session.applet();  // puts the design on the board
-    const std::string time = timeInWords(session.board().signalTime());
-    Rows rows{{"Board", "software board, no hardware; " + time + " of its time have passed"}};
-    Json json = object({{"board", "software board"}});
+    const double time = session.board().signalTime();
+    Rows rows{{"Board", "software board, no hardware; " + timeInWords(time) + " of its time have passed"}};
+    Json json = object({{"board", "software board"}, {"time", object({{"value", time}, {"unit", "\u00B5s"}})}});
     bool complete = true;
     for (const StatusRow& row : statusRows) {
         const Parameter parameter = findParameter(session.applet(), row.parameter);

@@ -43,6 +43,7 @@ private:
 /// Two states and two tables, of which one each is broken.
 void makeFiles(const Folder& folder) {
     ASSERT_EQ(quillon({"set", "FG_WIDTH=2048", "FG_LUT_ENABLE=FG_ON", "--save", folder / "good.mcf"}).status, 0);
+    ASSERT_EQ(quillon({"set", "FG_LINETRIGGERMODE=ASYNC_TRIGGER", "--save", folder / "encoder.mcf"}).status, 0);
     ASSERT_EQ(quillon({"lut", "--save", folder / "good.lut"}).status, 0);
     std::ofstream(folder / "bad.lut") << "no table\n";
     std::ifstream good(folder / "good.mcf");
@@ -151,6 +152,29 @@ const std::vector<Command> commands{
     {0, "info"},
     {0, "info FG_COL24 RGB12"},
     {2, "info FG_COLD24"},
+    {0, "find exposure"},
+    {0, "find camera trigger"},
+    {1, "find nowhere"},
+    {0, "apply good.mcf"},
+    {0, "apply good.mcf --verify"},
+    {1, "apply bad.mcf"},
+    {0, "plan --width 4096 --line-rate 20kHz --exposure 40us --height 2048 -o plan.mcf"},
+    {0, "plan --width 4096 --encoder 10um --speed 200mm/s --exposure 10us"},
+    {1, "plan --width 4096 --line-rate 20kHz --exposure 400us --frames-per-second 5"},
+    {0, "timeline 300us"},
+    {0, "timeline 1ms --signals LVAL events -o timeline.png"},
+    {2, "timeline 1"},
+    {0, "trigger --mcf encoder.mcf"},
+    {0, "advance 1ms"},
+    {2, "advance 1"},
+    {0, "input 0=1 front2=high"},
+    {0, "input"},
+    {2, "input 12=1"},
+    {0, "wait FG_END_OF_FRAME_CAM_PORT_0"},
+    {1, "wait FG_TRIGGER_INPUT0_RISING --within 1ms"},
+    {2, "undo"},
+    {0, "watch FG_WIDTH FG_FILLLEVEL FG_VANTAGEPOINT FG_LUT_VALUE_RED[3] --times 1"},
+    {1, "watch 999 --times 1"},
 };
 
 TEST(Answers, AreWhatTheSchemasOfTheVerbsSay) {
@@ -208,6 +232,40 @@ TEST(Answers, ThatRepeatAreALineEach) {
         answers.add("status", "a look", nlohmann::json::parse(line));
     }
     EXPECT_EQ(count, 3);
+    EXPECT_EQ(answers.validate().out, "");
+}
+
+TEST(Answers, OfASessionAreALineForEachOfItsLines) {
+    const Folder folder;
+    makeFiles(folder);
+    const std::vector<std::string> script{"set FG_WIDTH=2048",
+                                          "undo",
+                                          "load good.mcf --trace",
+                                          "undo",
+                                          "advance 1ms",
+                                          "watch FG_WIDTH --times 1",
+                                          "status",
+                                          "set FG_WIDTH=6",
+                                          "get FG_WIDHT",
+                                          "undo",
+                                          "lut",
+                                          "grab --set FG_WIDTH=32",
+                                          "trigger",
+                                          "timeline 1ms"};
+    std::ofstream lines(folder / "lines");
+    for (const std::string& line : script) {
+        lines << line << '\n';
+    }
+    lines.close();
+    const Outcome outcome = quillon({"run", "--keep-going", "lines", "--json"}, folder.path());
+    std::istringstream told(outcome.out);
+    Answers answers;
+    std::size_t count = 0;
+    for (std::string line; std::getline(told, line) && count < script.size(); ++count) {
+        answers.add(wordsOf(script[count]).front(), script[count], nlohmann::json::parse(line));
+    }
+    EXPECT_EQ(count, script.size()) << outcome.err;
+    EXPECT_EQ(told.peek(), std::istringstream::traits_type::eof());
     EXPECT_EQ(answers.validate().out, "");
 }
 
@@ -292,7 +350,8 @@ TEST(Answers, ThatAreBrokenAreFound) {
 }
 
 TEST(Answers, OfEachVerbHaveASchema) {
-    const std::set<std::string> withoutAnswers{"completion", "demo", "help", "manual", "reference"};
+    // A session answers with what its lines answer.
+    const std::set<std::string> withoutAnswers{"completion", "demo", "help", "manual", "reference", "run", "shell"};
     std::istringstream page(quillon({"manual"}).out);
     std::set<std::string> verbs;
     for (std::string line; std::getline(page, line);) {

@@ -100,13 +100,13 @@ TEST(PlanVerb, APeriodIsWholeClockCycles) {
     const auto plan = planned("--line-rate 30kHz");
     EXPECT_EQ(plan["settings"][1],
               (nlohmann::json{{"name", "FG_LINEPERIODE"}, {"value", 33.336}, {"unit", "\u00B5s"}}));
-    EXPECT_DOUBLE_EQ(plan["line_rate"]["value"], 1e6 / 33.336);
+    EXPECT_DOUBLE_EQ(plan["lineRate"]["value"], 1e6 / 33.336);
 }
 
 TEST(PlanVerb, FramesASecondBecomeAHeight) {
     const auto plan = planned("--line-rate 20kHz --frames-per-second 10");
-    EXPECT_EQ(plan["lines_per_frame"], (nlohmann::json{{"value", 2000}, {"unit", "lines"}}));
-    EXPECT_EQ(plan["frame_rate"], (nlohmann::json{{"value", 10.0}, {"unit", "Hz"}}));
+    EXPECT_EQ(plan["linesPerFrame"], (nlohmann::json{{"value", 2000}, {"unit", "lines"}}));
+    EXPECT_EQ(plan["frameRate"], (nlohmann::json{{"value", 10.0}, {"unit", "Hz"}}));
 }
 
 // The product of pixels, bits and rate at each place on the way.
@@ -147,7 +147,7 @@ TEST(PlanVerb, MoreThanTheCameraLinkTakesDoesNotFit) {
     EXPECT_EQ(bound["has"], (nlohmann::json{{"value", 20e9}, {"unit", "bit/s"}}));
     EXPECT_EQ(bound["instead"], "at most 50.854 kHz, or 8332 pixels a line");
     EXPECT_EQ(plan["fits"], false);
-    EXPECT_EQ(plan["file"], nullptr);
+    EXPECT_FALSE(plan.contains("file"));
     EXPECT_EQ(boundOf(planned("--width 8332 --line-rate 100kHz --exposure 5us"), "Camera link")["fits"], true);
     EXPECT_EQ(boundOf(planned("--width 16384 --line-rate 50.854kHz --exposure 5us"), "Camera link")["fits"], true);
 }
@@ -183,8 +183,8 @@ TEST(PlanVerb, AnEncoderIsDividedToTheLinePitch) {
     EXPECT_THAT(settings, ElementsAre("FG_LINETRIGGERMODE=ASYNC_TRIGGER", "FG_LINETRIGGERINSRC=TRGINSRC_GPI_0",
                                       "FG_SHAFTENCODERINSRC=TRGINSRC_GPI_1", "FG_SHAFTENCODERON=FG_ON",
                                       "FG_SHAFTENCODERMODE=FILTER_X4", "FG_LINE_DOWNSCALE=5", "FG_LINEEXPOSURE=30.0"));
-    EXPECT_EQ(plan["line_pitch"], (nlohmann::json{{"value", 50.0}, {"unit", "\u00B5m"}}));
-    EXPECT_EQ(plan["line_rate"]["value"], 10000.0);
+    EXPECT_EQ(plan["linePitch"], (nlohmann::json{{"value", 50.0}, {"unit", "\u00B5m"}}));
+    EXPECT_EQ(plan["lineRate"]["value"], 10000.0);
     EXPECT_EQ(boundOf(plan, "Exposure")["has"]["unit"], "\u00B5s");
     EXPECT_EQ(boundOf(plan, "Exposure")["has"]["value"], 100.0);
     EXPECT_EQ(boundOf(plan, "Debouncing")["has"]["value"], 40.0);
