@@ -13,11 +13,7 @@ namespace {
 EventCounts eventCounts(const client::SoftBoard& board) {
     EventCounts counts;
     for (const PublicEvent& event : PublicEvents) {
-        try {
-            counts.emplace_back(event.publicName, board.eventCount(event.designName));
-        } catch (const client::CallError&) {
-            counts.emplace_back(event.publicName, 0);  // a design without it
-        }
+        counts.emplace_back(event.publicName, eventCount(board, event.publicName));
     }
     return counts;
 }
@@ -27,6 +23,15 @@ Json timeJson(double microseconds) {
 }
 
 }  // namespace
+
+std::uint64_t eventCount(const client::SoftBoard& board, std::string_view publicName) {
+    const auto event = std::ranges::find(PublicEvents, publicName, &PublicEvent::publicName);
+    try {
+        return event != PublicEvents.end() ? board.eventCount(event->designName) : 0;
+    } catch (const client::CallError&) {
+        return 0;  // a design without it
+    }
+}
 
 TimeWatch::TimeWatch(const client::SoftBoard& board)
     : board_(board), begin_(board.signalTime()), before_(eventCounts(board)) {}

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,9 @@ namespace quillon::cli {
 
 /// Public names of events, each with how often it was raised.
 using EventCounts = std::vector<std::pair<std::string, std::uint64_t>>;
+
+/// How often an event of that public name was raised; 0 where the design has none such.
+std::uint64_t eventCount(const client::SoftBoard& board, std::string_view publicName);
 
 /// What passes of the board's time while one of these watches.
 class TimeWatch {

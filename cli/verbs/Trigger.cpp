@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 
+#include "cli/BoardTime.h"
 #include "cli/Provenance.h"
 #include "cli/Refusals.h"
 #include "cli/Verb.h"
@@ -666,16 +668,44 @@ Json inMicroseconds(double value) {
     return object({{"value", value}, {"unit", "\u00B5s"}});
 }
 
+/// What time has brought so far; empty where none has passed.
+std::string presentSentence(const client::SoftBoard& board) {
+    struct Level {
+        const char* name;
+        client::Signal signal;
+    };
+    constexpr std::array levels{Level{"ExSync", client::Signal::Exsync}, Level{"ExSync2", client::Signal::Exsync2},
+                                Level{"Flash", client::Signal::Flash}, Level{"LVAL", client::Signal::LineValid},
+                                Level{"FVAL", client::Signal::FrameValid}};
+    const double now = board.signalTime();
+    if (now == 0) {
+        return "";
+    }
+    const auto begun = [&](const std::string& event, const std::string& word) {
+        const std::uint64_t count = eventCount(board, event);
+        return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
+    };
+    std::string text = "Now, at " + timeInWords(now) + " of the board's time: ";
+    for (const Level& level : levels) {
+        text += std::string(level.name) + (board.signal(level.signal) ? " high, " : " low, ");
+    }
+    return text + "and " + begun("FG_START_OF_LINE_CAM_PORT_0", "line") + " of " +
+           begun("FG_START_OF_FRAME_CAM_PORT_0", "frame") + " have begun.";
+}
+
 ExitStatus trigger(Session& session, Console& console, const std::string& picture) {
     TriggerState state(session.applet(), session.board());
     const Simulator simulator = simulatorOf(session.board(), state);
-    const std::vector<std::string> sentences{
+    std::vector<std::string> sentences{
         "Line trigger mode " + state.words("FG_LINETRIGGERMODE") + ". " + lineSentence(state),
         sourceSentence(state, simulator),
         encoderSentence(state),
         "Image trigger mode " + state.words("FG_IMGTRIGGERMODE") + ". " + imageSentence(state, simulator),
         flashSentence(state),
         cameraTriggerSentence(state)};
+    if (const std::string present = presentSentence(session.board()); !present.empty()) {
+        sentences.push_back(present);
+    }
     const std::vector<std::string> contradictions = warnings(state, simulator);
     const std::vector<std::string> origin = provenance(session, namesOf(state, simulator));
     Waves waves = Drawing(state, simulator).waves();

@@ -11,6 +11,7 @@ namespace {
 
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 /// The lines in one session.
@@ -37,6 +38,10 @@ TEST(BoardTime, ShowsInStatusIoAndTheAnalyzers) {
     EXPECT_THAT(script(lines + "io").out, ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +high"));
     EXPECT_THAT(script(lines + "advance 100us\nio").out,
                 ContainsRegex("FG_SIGNAL_CAM0_EXSYNC +-+ +> Camera trigger +low"));
+    EXPECT_THAT(script(lines + "trigger").out,
+                HasSubstr("Now, at 1.01 ms of the board's time: ExSync high, ExSync2 high, Flash low, LVAL low, FVAL "
+                          "high, and 4 lines of 1 frame have begun.\n"));
+    EXPECT_THAT(quillon({"trigger"}).out, Not(HasSubstr("Now, at")));
     EXPECT_THAT(script(lines + "get FG_SIGNAL_ANALYZER_0_PULSE_COUNT").out,
                 HasSubstr("\nFG_SIGNAL_ANALYZER_0_PULSE_COUNT = 5"));
 }
