@@ -14,10 +14,14 @@ namespace {
 constexpr std::array actions{FG_DEBUGINSERT, FG_DEBUGWRITEPIXEL, FG_DEBUGWRITEFLAG, FG_SENDSOFTWARETRIGGER,
                              FG_SIGNAL_ANALYZER_CLEAR};
 
+/// What acts when it is written is not written back.
+bool isAction(const PublicParameter& known) {
+    return std::ranges::find(actions, known.id) != actions.end() ||
+           (known.kind == ParameterKind::String && known.id != FG_LUT_CUSTOM_FILE);
+}
+
 bool isState(const PublicParameter& known) {
-    const bool isAction = std::ranges::find(actions, known.id) != actions.end() ||
-                          (known.kind == ParameterKind::String && known.id != FG_LUT_CUSTOM_FILE);
-    return known.access == ParameterAccess::ReadWrite && known.kind != ParameterKind::Forwarded && !isAction;
+    return known.access == ParameterAccess::ReadWrite && known.kind != ParameterKind::Forwarded;
 }
 
 /// The parameter with all its entries, without what the applet publishes of it.
@@ -47,7 +51,7 @@ std::vector<int> differing(const State& wanted, const State& present) {
             ids.push_back(id);
         }
     }
-    if (ids.empty() && wanted.mirrored != present.mirrored) {
+    if (ids.empty() && wanted.mirrored && !present.mirrored) {
         ids.push_back(FG_VANTAGEPOINT);  // a width ends the mirroring that the vantage point stands for
     }
     std::ranges::stable_sort(ids, {}, [](int id) { return rank(findPublicParameter(id)->kind); });
@@ -104,11 +108,17 @@ History::Undone History::undo(client::Applet& applet, const client::SoftBoard& b
     std::vector<int> open = differing(wanted, now_);
     bool moved = true;
     for (int round = 0; moved && !open.empty() && round < rounds; ++round) {
+        const State before = now_;
         for (const int id : open) {
+            const PublicParameter& known = *findPublicParameter(id);
+            const std::vector<int> still = differing(wanted, now_);
+            if (isAction(known) || std::ranges::find(still, id) == still.end()) {
+                continue;
+            }
             // What is refused the next look finds.
-            static_cast<void>(writeValue(applet, bare(*findPublicParameter(id)), wanted.values.at(id)));
+            static_cast<void>(writeValue(applet, bare(known), wanted.values.at(id)));
+            now_ = State::of(applet, board);
         }
-        const State before = std::exchange(now_, State::of(applet, board));
         moved = before != now_;
         open = differing(wanted, now_);
     }

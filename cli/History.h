@@ -12,8 +12,7 @@
 
 namespace quillon::cli {
 
-/// All that an applet remembers, at one moment: numbers, tables and the name of the lookup table file. What acts when
-/// it is written, as a software trigger does, is no state.
+/// All that an applet remembers, at one moment.
 struct State {
     std::map<int, Value> values;  ///< by id; those that can be read
     bool mirrored = false;        ///< whether the design's buffer mirrors the image
@@ -37,7 +36,8 @@ public:
     /// To be called when a command has ended: remembers it, if it has changed anything.
     void note(client::Applet& applet, const client::SoftBoard& board, const std::string& command);
     bool empty() const { return changes_.empty(); }
-    /// Writes what the last change found, in an order that the applet accepts. Throws UsageError if there is none.
+    /// Writes what the last change found, in an order that the applet accepts; what acts when it is written, as the
+    /// name of a file to save to, is left. Throws UsageError if there is no change.
     Undone undo(client::Applet& applet, const client::SoftBoard& board);
 
 private:

@@ -57,6 +57,22 @@ TEST_F(ChangeHistory, RemembersNoAction) {
     EXPECT_TRUE(history_.empty());
 }
 
+TEST_F(ChangeHistory, BringsBackAModeWithWhatWasSetInIt) {
+    change(
+        {"FG_CAMERASIMULATOR_ENABLE=1", "FG_CAMERASIMULATOR_SELECT_MODE=0", "FG_CAMERASIMULATOR_PIXEL_FREQUENCY=100"});
+    change({"FG_CAMERASIMULATOR_SELECT_MODE=1"});
+    EXPECT_THAT(undo().left, IsEmpty());
+    EXPECT_EQ(built_.applet.readDouble(FG_CAMERASIMULATOR_PIXEL_FREQUENCY), 100);
+}
+
+TEST_F(ChangeHistory, LeavesWhatActsWhenItIsWritten) {
+    change({"FG_WIDTH=2048"});
+    change({"FG_DEBUGFILE=picture.png"});
+    const History::Undone undone = undo();
+    EXPECT_EQ(undone.command, "FG_DEBUGFILE=picture.png");
+    EXPECT_THAT(undone.left, ElementsAre(FG_DEBUGFILE));
+}
+
 TEST_F(ChangeHistory, KeepsAHundredChanges) {
     for (int i = 1; i <= 110; ++i) {
         change({"FG_HEIGHT=" + std::to_string(1024 + i)});
