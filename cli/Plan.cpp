@@ -33,14 +33,15 @@ constexpr std::array Filters{Filter{"FILTER_X1", 1}, Filter{"FILTER_X2", 2}, Fil
 /// The number of an option, above 0, in `unit`.
 double positive(const char* option, const std::string& text, const char* unit) {
     try {
+        constexpr double most = 1e15;  // no machine has more of anything
         const double number = parseQuantity(text, unit);
-        if (number > 0 && std::isfinite(number)) {
+        if (number > 1 / most && number < most) {
             return number;
         }
     } catch (const UsageError& error) {
         throw UsageError(std::string(option) + " \"" + text + "\": " + error.what());
     }
-    throw UsageError(std::string(option) + " \"" + text + "\": it takes a number above 0");
+    throw UsageError(std::string(option) + " \"" + text + "\": it takes a number above 0 that a machine can have");
 }
 
 void checkTogether(const Wishes& wishes) {
@@ -110,9 +111,13 @@ public:
         wishForLines();
         wishForHeight();
         wishForExposure();
+        if (applet_.readInt("FG_CAMERASIMULATOR_ENABLE") == FG_CAMERASIMULATOR) {
+            wish("FG_CAMERASIMULATOR_ENABLE", "FG_CAMPORT");  // what is planned is a camera
+        }
         carryOut();
         plan_.linesPerFrame = applet_.readUnsigned("FG_HEIGHT");
         plan_.frameRate = plan_.lineRate / static_cast<double>(plan_.linesPerFrame);
+        boundFrameRate();
         boundExposure();
         boundDebouncing();
         boundCameraLink();
@@ -171,12 +176,19 @@ private:
         plan_.wantedPitch = pitch;
         pulseLevel_ = Micro * pulse / speed / 2;
         plan_.lineRate = speed / division.pitch;
+        constexpr double near = 1e-3;
+        if (std::abs(division.pitch / pitch - 1) > near) {
+            plan_.notes.push_back("the lines come at " + scaledInWords(plan_.lineRate, "Hz") + " and not at " +
+                                  scaledInWords(speed / pitch, "Hz") + ": the encoder divides to nothing nearer");
+        }
     }
 
     void wishForHeight() {
         if (!wishes_.framesPerSecond.empty()) {
             const double rate = positive("--frames-per-second", wishes_.framesPerSecond, "Hz");
-            wish("FG_HEIGHT", client::readable(std::max(std::round(plan_.lineRate / rate), 1.0)));
+            constexpr double mostLines = 4e9;  // beyond any height
+            wish("FG_HEIGHT", client::readable(std::clamp(std::round(plan_.lineRate / rate), 1.0, mostLines)));
+            askedFrameRate_ = rate;
         } else if (!wishes_.height.empty()) {
             wish("FG_HEIGHT", client::readable(positive("--height", wishes_.height, "lines")));
         }
@@ -229,6 +241,13 @@ private:
     std::string atMostRate(double rate) const {
         const double step = stepOf(findParameter(applet_, "FG_LINEPERIODE"));
         return atMost(Micro / (std::ceil(Micro / rate / step * (1 - 1e-12)) * step), "Hz");
+    }
+
+    void boundFrameRate() {
+        if (askedFrameRate_) {
+            plan_.bounds.push_back({"Frame rate", "Hz", *askedFrameRate_, plan_.lineRate,
+                                    atMost(plan_.lineRate, "Hz") + ", a frame of one line each"});
+        }
     }
 
     void boundExposure() {
@@ -299,8 +318,9 @@ private:
     client::SoftBoard& board_;
     const Wishes& wishes_;
     std::vector<Assignment> wanted_;
-    std::optional<double> asked_;       ///< exposure, µs
-    std::optional<double> pulseLevel_;  ///< how long a track of the encoder stays high or low, µs
+    std::optional<double> askedFrameRate_;  ///< Hz
+    std::optional<double> asked_;           ///< exposure, µs
+    std::optional<double> pulseLevel_;      ///< how long a track of the encoder stays high or low, µs
     Plan plan_{};
 };
 

@@ -8,6 +8,7 @@
 ///
 /// What has to fit:
 ///
+///     frame rate     the one that is asked for, at most the line rate
 ///     exposure       at most the time from line to line: a line trigger during an exposure is lost
 ///     debouncing     FG_LINETRIGGERDEBOUNCING, at most the time that a track of the encoder stays high or low
 ///     camera link    (FG_XOFFSET + FG_WIDTH) x 3 x bits of a component in FG_PIXELFORMAT x line rate, at most the
@@ -73,6 +74,7 @@ struct Plan {
     double frameRate;  ///< Hz, of frames that follow each other without a pause
     std::vector<FormatRate> formats;
     std::vector<Bound> bounds;
+    std::vector<std::string> notes;  ///< what is not as it was asked for, though it fits
 
     bool fits() const;
 };

@@ -94,6 +94,7 @@ Json answer(const Plan& plan, const std::string& file) {
                         {"frameRate", quantity(plan.frameRate, "Hz")},
                         {"formats", formats},
                         {"bounds", bounds},
+                        {"notes", plan.notes},
                         {"fits", plan.fits()}});
     if (plan.linePitch) {
         put(json, "linePitch", quantity(*plan.linePitch, "\u00B5m"));
@@ -119,6 +120,9 @@ ExitStatus plan(Session& session, Console& console, const PlanArguments& argumen
         printJson(console, answer(made, file));
     } else {
         print(console, made);
+        for (const std::string& note : made.notes) {
+            console.out << "Note: " << note << '\n';
+        }
         if (!file.empty()) {
             console.out << "\nsaved " << arguments.output.string() << '\n';
         }

@@ -268,5 +268,30 @@ TEST(PlanVerb, TheExamplesOfItsHelpFit) {
     EXPECT_THAT(quillon({"check", folder / "belt.mcf"}).out, EndsWith("no complaint\n"));
 }
 
+TEST(PlanVerb, AFrameRateAboveTheLineRateDoesNotFit) {
+    const Outcome outcome = quillon({"plan", "--frames-per-second", "20kHz"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("at most 5 kHz, a frame of one line each"));
+}
+
+TEST(PlanVerb, ALineRateThatTheEncoderMissesIsNoted) {
+    const Outcome outcome = quillon({"plan", "--encoder", "40um", "--speed", "500mm/s", "--line-rate", "20kHz"});
+    EXPECT_THAT(outcome.out, HasSubstr("Note: the lines come at 25 kHz and not at 20 kHz"));
+}
+
+TEST(PlanVerb, IsForTheCameraAndNotForItsSimulator) {
+    const Folder folder;
+    quillon({"set", "FG_CAMERASIMULATOR_ENABLE=1", "--save", folder / "simulator.mcf"});
+    EXPECT_THAT(quillon({"plan", "--mcf", folder / "simulator.mcf"}).out,
+                HasSubstr("FG_CAMERASIMULATOR_ENABLE=FG_CAMPORT"));
+}
+
+TEST(PlanVerb, FiguresThatNoMachineHasAreRefused) {
+    for (const char* speed : {"1e300m/s", "infm/s", "nanm/s", "0m/s"}) {
+        EXPECT_EQ(quillon({"plan", "--encoder", "40um", "--speed", speed}).status, 2) << speed;
+    }
+    EXPECT_NE(quillon({"plan", "--frames-per-second", "1e-9"}).status, 0);
+}
+
 }  // namespace
 }  // namespace quillon::cli::testing
