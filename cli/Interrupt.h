@@ -6,6 +6,22 @@
 
 namespace quillon::cli {
 
+/// The end of the terminal or of the system as a question: while one of these lives the signals SIGHUP and SIGTERM are
+/// noted and end the wait for a key, so that what was asked for behind the last line is still done.
+class Hangup {
+public:
+    Hangup();
+    Hangup(const Hangup&) = delete;
+    Hangup& operator=(const Hangup&) = delete;
+    ~Hangup();
+
+    static bool came();
+
+private:
+    struct sigaction previousHangup_ {};
+    struct sigaction previousTermination_ {};
+};
+
 /// Ctrl-C as a question that a command asks when it suits it. While one of these lives the first Ctrl-C is only noted;
 /// a second one, which nobody has asked for meanwhile, ends the program as ever. They may live within one another.
 class Interrupt {

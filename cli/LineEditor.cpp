@@ -50,12 +50,17 @@ char** complete(const char* beginning, int start, int) {
 /// The next byte that is typed, or -1 for Ctrl-C and where there is no more. Ctrl-C is let through only while it waits,
 /// so that none is missed.
 int typedByte() {
+    if (Hangup::came()) {
+        return -1;
+    }
     sigset_t waiting;
     pthread_sigmask(SIG_SETMASK, nullptr, &waiting);
-    sigdelset(&waiting, SIGINT);
+    for (const int signal : {SIGINT, SIGHUP, SIGTERM}) {
+        sigdelset(&waiting, signal);
+    }
     pollfd ready{STDIN_FILENO, POLLIN, 0};
     while (ppoll(&ready, 1, nullptr, &waiting) < 0) {
-        if (errno != EINTR || Interrupt::came()) {
+        if (errno != EINTR || Interrupt::came() || Hangup::came()) {
             return -1;
         }
     }
@@ -89,7 +94,9 @@ public:
     HeldInterrupt() {
         sigset_t interrupt;
         sigemptyset(&interrupt);
-        sigaddset(&interrupt, SIGINT);
+        for (const int signal : {SIGINT, SIGHUP, SIGTERM}) {
+            sigaddset(&interrupt, signal);
+        }
         pthread_sigmask(SIG_BLOCK, &interrupt, &previous_);
     }
     HeldInterrupt(const HeldInterrupt&) = delete;

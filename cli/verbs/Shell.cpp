@@ -21,6 +21,7 @@ ExitStatus shell(const Description& command, Session& session, Console& console)
     }
     LineRunner runner(session, console);
     const Interrupt interrupt;
+    const Hangup hangup;
     const Completions completions(command, session);
     LineEditor editor(historyFile(), [&](const Words& words, const std::string& beginning) {
         return completions.after(words, beginning);
@@ -31,7 +32,7 @@ ExitStatus shell(const Description& command, Session& session, Console& console)
     console.out << std::flush;
     while (!runner.hasEnded()) {
         const auto line = editor.read("quillon> ");
-        if (!line) {
+        if (!line || Hangup::came()) {
             break;
         }
         runner.run(*line);

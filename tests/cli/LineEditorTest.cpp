@@ -23,12 +23,12 @@ using ::testing::HasSubstr;
 /// A person's hands and eyes at the terminal of a session.
 class Terminal {
 public:
-    explicit Terminal(const std::filesystem::path& home) {
+    explicit Terminal(const std::filesystem::path& home, const std::string& save = "") {
         process_ = forkpty(&descriptor_, nullptr, nullptr, nullptr);
         if (process_ == 0) {
             setenv("TERM", "xterm", 1);
             setenv("XDG_STATE_HOME", home.c_str(), 1);
-            execl(QUILLON_COMMAND, "quillon", "shell", nullptr);
+            execl(QUILLON_COMMAND, "quillon", "shell", save.empty() ? nullptr : "--save", save.c_str(), nullptr);
             _exit(127);
         }
     }
@@ -73,6 +73,7 @@ public:
         };
         return shows("quillon> ") && within10Seconds(isEdited);
     }
+    void raise(int signal) const { kill(process_, signal); }
     /// The exit status, once the program has ended; -1 if a signal ended it.
     int status() {
         int status = 0;
@@ -145,6 +146,21 @@ TEST(LineEditor, CtrlCEndsALineOrACommandAndNotTheSession) {
     ASSERT_TRUE(terminal.asks());
     terminal.type("\x04");
     EXPECT_EQ(terminal.status(), 0);
+}
+
+TEST(LineEditor, ATerminalThatGoesLosesNothing) {
+    const Folder home;
+    for (const int signal : {SIGHUP, SIGTERM}) {
+        const std::filesystem::path file = home / ("kept" + std::to_string(signal) + ".mcf");
+        Terminal terminal(home.path(), file);
+        ASSERT_TRUE(terminal.asks());
+        terminal.type("set FG_WIDTH=2048\n");
+        ASSERT_TRUE(terminal.shows("FG_WIDTH = 2048 pixel"));
+        ASSERT_TRUE(terminal.asks());
+        terminal.raise(signal);
+        EXPECT_EQ(terminal.status(), 0);
+        EXPECT_THAT(contentOf(file), HasSubstr("FG_WIDTH=2048;"));
+    }
 }
 
 }  // namespace
