@@ -1,6 +1,7 @@
 #include "cli/BoardTime.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "cli/Interrupt.h"
 #include "cli/Units.h"
@@ -35,6 +36,11 @@ std::uint64_t eventCount(const client::SoftBoard& board, std::string_view public
 
 TimeWatch::TimeWatch(const client::SoftBoard& board)
     : board_(board), begin_(board.signalTime()), before_(eventCounts(board)) {}
+
+double TimeWatch::passed() const {
+    constexpr double ticksPerMicrosecond = 125;
+    return std::round((board_.signalTime() - begin_) * ticksPerMicrosecond) / ticksPerMicrosecond;
+}
 
 EventCounts TimeWatch::events() const {
     EventCounts raised = eventCounts(board_);

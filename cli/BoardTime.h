@@ -25,8 +25,8 @@ class TimeWatch {
 public:
     explicit TimeWatch(const client::SoftBoard& board);
 
-    double now() const { return board_.signalTime(); }              ///< µs since the design was put on the board
-    double passed() const { return board_.signalTime() - begin_; }  ///< µs
+    double now() const { return board_.signalTime(); }  ///< µs since the design was put on the board
+    double passed() const;                              ///< µs, in whole ticks of the board
     /// The events raised meanwhile, by their places among the design's.
     EventCounts events() const;
 

@@ -283,6 +283,9 @@ std::vector<std::string> asText(const Chart& chart, std::size_t width, std::size
 }
 
 void writePicture(const Chart& chart, const std::filesystem::path& file) {
+    if (const std::string suffix = file.extension(); !suffix.empty() && suffix != ".png") {
+        throw UsageError("\"" + file.string() + "\": a drawing is written as .png");
+    }
     Picture(chart).write(file);
 }
 

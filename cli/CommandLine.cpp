@@ -43,6 +43,11 @@ constexpr const char* examples =
     "\n"
     "Exit status: 0 done, 1 refused by the applet or the design, 2 usage, 3 no library or board.";
 
+/// An empty word is mostly a variable of a script that holds nothing.
+std::string notEmpty(const std::string& word) {
+    return word.empty() ? "an empty word" : "";
+}
+
 /// What opens a session; within one that lasts it is too late for them.
 void addOpeningOptions(CLI::App& app, Options& options) {
     app.add_option("--library", options.library, "The applet; by default lib/libQuillon.so beside the command's bin/")
@@ -55,8 +60,10 @@ void addOpeningOptions(CLI::App& app, Options& options) {
 }
 
 void addCommonOptions(CLI::App& app, Options& options) {
-    app.add_option("--mcf", options.load, "Load this configuration after opening")->type_name("FILE");
-    app.add_option("--save", options.save, "Save the configuration to this file at the end")->type_name("FILE");
+    app.add_option("--mcf", options.load, "Load this configuration after opening")->type_name("FILE")->check(notEmpty);
+    app.add_option("--save", options.save, "Save the configuration to this file at the end")
+        ->type_name("FILE")
+        ->check(notEmpty);
     app.add_flag("--quiet", options.quiet, "Do not tell what a load or a save of a configuration does without a word");
     app.add_flag("--strict", options.strict, "Do not load a configuration that check finds errors in");
     app.add_flag("--json", options.json, "Answer as JSON");
@@ -89,6 +96,8 @@ ExitStatus carryOut(Session& session, const Action& action, Console& console) {
     const ExitStatus status = action(session, console);
     if (status == Done) {
         session.saveIfAsked();
+    } else if (session.options().save) {
+        console.err << session.options().save->string() << " was not written, as the command failed\n";
     }
     return status;
 }
@@ -134,7 +143,7 @@ Description describeApp(const CLI::App& app) {
 
 int report(const Options& options, Console& console, ExitStatus status, const std::string& message,
            const Refusal* refusal) {
-    console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << message << '\n';
+    console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << visible(message) << '\n';
     if (options.json && (console.jsonPerLine || !console.hasAnswered)) {
         Json json = object({{"error", message}, {"status", static_cast<int>(status)}});
         if (refusal != nullptr) {
@@ -188,8 +197,11 @@ Argument& Argument::oneOf(const std::vector<std::string>& words) {
 Argument Verb::add(const char* name, Place place, const char* help) {
     return std::visit(
         [&](auto* target) -> Argument {
-            if constexpr (std::is_same_v<decltype(target), bool*>) {
+            using Target = std::remove_pointer_t<decltype(target)>;
+            if constexpr (std::is_same_v<Target, bool>) {
                 return Argument(*app_.add_flag(name, *target, help));
+            } else if constexpr (std::is_same_v<Target, std::string> || std::is_same_v<Target, std::filesystem::path>) {
+                return Argument(*app_.add_option(name, *target, help)->check(notEmpty));
             } else {
                 return Argument(*app_.add_option(name, *target, help));
             }

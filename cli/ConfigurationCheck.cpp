@@ -115,6 +115,13 @@ private:
     }
 
     void checkKeys() {
+        const auto isThere = [this](const ConfigurationLine& known) {
+            return isLoaded(known.key) && file_.find(known.key) != nullptr;
+        };
+        if (std::ranges::none_of(known_, isThere)) {
+            complain(0, "", "it is no configuration of this applet: it has none of its keys");
+            return;
+        }
         for (const ConfigurationLine& known : known_) {
             if (isLoaded(known.key) && file_.find(known.key) == nullptr) {
                 complain(0, known.key,

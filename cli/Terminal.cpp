@@ -239,6 +239,14 @@ std::string Painter::paint(Style style, std::string_view text) const {
     return std::string(escape(style)) + std::string(text) + "\033[0m";
 }
 
+std::string visible(std::string text) {
+    const auto isControl = [](char character) {
+        return (character >= 0 && character < ' ' && character != '\n') || character == '\x7F';
+    };
+    std::ranges::replace_if(text, isControl, '?');
+    return text;
+}
+
 std::size_t displayWidth(std::string_view text) {
     std::size_t width = 0;
     while (!text.empty()) {

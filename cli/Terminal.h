@@ -43,6 +43,9 @@ bool drawsSixels(int descriptor, std::chrono::milliseconds patience);
 /// Characters that a UTF-8 text shows, without what colours it.
 std::size_t displayWidth(std::string_view text);
 
+/// The text with "?" for what would move a terminal's cursor or worse: messages quote what a user or a file has given.
+std::string visible(std::string text);
+
 /// Characters that a line of standard output may have: what COLUMNS says, or the width of the terminal. Without either
 /// the lines stay whole, as other programs want them.
 std::size_t lineWidth();

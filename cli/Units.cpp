@@ -168,6 +168,11 @@ double parseTime(std::string_view text) {
     return scaled(quantity->number, unit->exponent + 6);
 }
 
+double parseSeconds(std::string_view text) {
+    const auto number = parseReal(trimmed(text));
+    return number && *number >= 0 && std::isfinite(*number) ? *number : parseTime(text) / 1e6;
+}
+
 TimeUnit timeUnitFor(double microseconds) {
     constexpr double enough = 0.9999999;  // what a division leaves of a whole
     for (const TimeUnit& unit : {TimeUnit{"s", 1e6}, TimeUnit{"ms", 1e3}}) {

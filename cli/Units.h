@@ -18,6 +18,9 @@ bool hasUnit(std::string_view text);
 /// The microseconds of a time of 0 or more that says its unit: "10ms". Throws UsageError.
 double parseTime(std::string_view text);
 
+/// The seconds of a time of 0 or more; a number without a unit is one of seconds. Throws UsageError.
+double parseSeconds(std::string_view text);
+
 /// The unit in which a time is written, and how many microseconds it is.
 struct TimeUnit {
     const char* name;

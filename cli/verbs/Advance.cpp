@@ -7,7 +7,11 @@ namespace quillon::cli {
 namespace {
 
 ExitStatus advanceTime(Session& session, Console& console, const std::string& time) {
+    constexpr double most = 3600e6;
     const double microseconds = parseTime(time);
+    if (microseconds > most) {
+        throw UsageError("\"" + time + "\": at most an hour at once");
+    }
     session.applet();  // puts the design on the board
     const TimeWatch watch(session.board());
     const bool whole = advance(session.board(), microseconds);
@@ -30,7 +34,7 @@ void addAdvanceVerb(Verbs& verbs) {
                           "  advance 1ms                    in quillon shell or a script: the signals move\n"
                           "  advance 2s --json",
                           [time](Session& session, Console& console) { return advanceTime(session, console, *time); });
-    verb.add("TIME", time.get(), "Time of the board with its unit: 20us, 1.5ms, 2s").required();
+    verb.add("TIME", time.get(), "Time of the board with its unit: 20us, 1.5ms, 2s; up to an hour").required();
 }
 
 }  // namespace quillon::cli

@@ -168,7 +168,7 @@ _quillon() {
                 _quillon_matching "$current" "$prefix" =
             fi
             ;;
-        verbs | parameters | constants | groups | registers)
+        verbs | parameters | constants | groups | registers | events)
             _quillon_words "$kind"
             _quillon_matching "$current" "$prefix"
             ;;
@@ -228,7 +228,7 @@ _quillon() {
                 compadd -M 'm:{a-zA-Z}={A-Za-z}' -S = -a found
             fi
             ;;
-        verbs | parameters | constants | groups | registers)
+        verbs | parameters | constants | groups | registers | events)
             _quillon_words "$kind"
             compadd -M 'm:{a-zA-Z}={A-Za-z}' -a found
             ;;

@@ -8,6 +8,7 @@
 #include "cli/Assignments.h"
 #include "cli/FrameObstacles.h"
 #include "cli/Interrupt.h"
+#include "cli/Units.h"
 #include "cli/Verb.h"
 #include "cli/pictures/FileTemplate.h"
 #include "cli/pictures/FrameFile.h"
@@ -32,7 +33,7 @@ struct GrabArguments {
     std::string output;
     std::vector<std::string> assignments;
     std::string clock = "free";
-    unsigned timeout = 5;  ///< seconds
+    std::string timeout = "5s";
     bool show = false;
     bool each = false;
     std::string graphics;
@@ -43,6 +44,16 @@ struct GrabArguments {
 /// Sixel graphics have pixels of their own; a terminal that does not tell their size has cells of about this one.
 constexpr unsigned CellWidth = 8;
 constexpr unsigned CellHeight = 16;
+
+/// Whole seconds.
+unsigned timeoutOf(const std::string& text) {
+    constexpr double longest = 86400;
+    const double seconds = parseSeconds(text);
+    if (seconds <= 0 || seconds > longest) {
+        throw UsageError("--timeout " + text + ": more than 0 and at most 86400s");
+    }
+    return static_cast<unsigned>(std::ceil(seconds));
+}
 
 /// What has come so far.
 struct Statistics {
@@ -234,7 +245,7 @@ Statistics grabFrames(Session& session, const GrabArguments& arguments, const Wa
     client::FrameMemory memory(session.board(), size, bufferCount(size));
     Statistics statistics;
     const auto start = std::chrono::steady_clock::now();
-    client::Acquisition acquisition(applet, memory, arguments.count, arguments.timeout);
+    client::Acquisition acquisition(applet, memory, arguments.count, timeoutOf(arguments.timeout));
     try {
         for (const client::Frame& frame : acquisition) {
             receive(frame, statistics, watchers);
@@ -356,9 +367,9 @@ void addGrabVerb(Verbs& verbs) {
     verb.add("--clock", &arguments->clock, "What moves the board's time: free (by default) or real")
         .shownAs("CLOCK")
         .oneOf({"free", "real"});
-    verb.add("--timeout", &arguments->timeout, "Seconds that a frame is waited for; by default 5")
-        .shownAs("SECONDS")
-        .within(1, 86400);
+    verb.add("--timeout", &arguments->timeout,
+             "Time that a frame is waited for, in whole seconds; a bare number is seconds; by default 5s")
+        .shownAs("TIME");
     verb.add("--show", &arguments->show, "Show each frame in the terminal");
     verb.add("--each", &arguments->each, "With --json: a line for each frame as it comes, and one for all behind them");
     verb.add("--graphics", &arguments->graphics,

@@ -15,7 +15,10 @@ struct Level {
     bool high;
 };
 
-bool parseLevel(const std::string& text) {
+bool parseLevel(std::string text) {
+    std::ranges::transform(text, text.begin(), [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
+    });
     constexpr std::array highs{"1", "high", "on"};
     constexpr std::array lows{"0", "low", "off"};
     const bool high = std::ranges::find(highs, text) != highs.end();

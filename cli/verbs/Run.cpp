@@ -40,6 +40,10 @@ ExitStatus runLines(std::istream& lines, const std::string& name, Session& sessi
     int number = 0;
     for (std::string line; !runner.hasEnded() && std::getline(lines, line);) {
         ++number;
+        constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+        if (number == 1 && line.starts_with(byteOrderMark)) {
+            line.erase(0, byteOrderMark.size());
+        }
         if (arguments.echo && line.find_first_not_of(" \t\r") != std::string::npos) {
             console.err << console.errPainter.paint(Style::Faint, name + ":" + std::to_string(number) + ":") << " "
                         << line << '\n';
@@ -49,8 +53,8 @@ ExitStatus runLines(std::istream& lines, const std::string& name, Session& sessi
             continue;
         }
         console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << name << ":" << number
-                    << ": this line failed" << (arguments.keepGoing ? "" : ", and ended the script") << ": " << line
-                    << '\n';
+                    << ": this line failed" << (arguments.keepGoing ? "" : ", and ended the script") << ": "
+                    << visible(line) << '\n';
         status = status == Done ? one : status;
         if (!arguments.keepGoing) {
             break;

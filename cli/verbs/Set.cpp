@@ -166,7 +166,7 @@ bool setOne(Session& session, Console& console, const Assignment& assignment, bo
         const Refusal refusal =
             explainSet(session.applet(), parameter, assignment.value, result.code, &session.board());
         put(entry, "refused", toJson(refusal));
-        console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << parameter.name << "="
+        console.err << console.errPainter.paint(Style::Bad, "quillon:") << " " << nameWithEntries(parameter) << "="
                     << assignment.text << " " << inWords(refusal) << '\n';
     }
     if (!session.options().json) {
@@ -220,7 +220,7 @@ void addSetVerb(Verbs& verbs) {
                   "  quillon set FG_WIDTH=2048 --trace                   with every access to the design\n"
                   "  quillon set FG_VANTAGEPOINT=FG_VANTAGEPOINT_TOP_RIGHT   an enumerator by its name\n"
                   "  quillon set FG_DIGIO_OUTPUT -1                      a negative number is a value\n"
-                  "  quillon set FG_LUT_VALUE_RED[0]=0,4,8,12            entries of a lookup table\n"
+                  "  quillon set FG_LUT_VALUE_RED[0..3]=0,4,8,12         entries of a lookup table\n"
                   "  quillon set FG_HEIGHT=2048 --trace --fault Device1_Process0_Buffer_0_XLength=-5\n"
                   "                                                      what a failing design does to a write",
                   [arguments](Session& session, Console& console) { return set(session, console, *arguments); });

@@ -12,8 +12,8 @@ namespace {
 
 struct StatusArguments {
     bool watch = false;
-    unsigned times = 0;     ///< with --watch; 0 is without end
-    double interval = 1.0;  ///< seconds
+    unsigned times = 0;  ///< with --watch; 0 is without end
+    std::string interval = "1s";
 };
 
 struct StatusRow {
@@ -127,7 +127,13 @@ ExitStatus status(Session& session, Console& console, const StatusArguments& arg
     console.jsonPerLine = console.jsonPerLine || arguments.watch;
     bool complete = true;
     bool first = true;
-    Looks looks(console.out, arguments.interval, arguments.watch ? arguments.times : 1);
+    const double interval = parseSeconds(arguments.interval);
+    constexpr double shortest = 0.01;
+    constexpr double longest = 3600;
+    if (interval < shortest || interval > longest) {
+        throw UsageError("--interval " + arguments.interval + ": from 10ms to 3600s");
+    }
+    Looks looks(console.out, interval, arguments.watch ? arguments.times : 1);
     do {
         console.out << (first || session.options().json ? "" : "\n");
         first = false;
@@ -144,14 +150,13 @@ void addStatusVerb(Verbs& verbs) {
         verbs.add("status", "Tell the state of buffer, camera, FPGA and PCIe link in words",
                   "  quillon status\n"
                   "  quillon status --watch                     again every second, until interrupted\n"
-                  "  quillon status --watch --times 3 --interval 0.5\n"
+                  "  quillon status --watch --times 3 --interval 500ms\n"
                   "  quillon status --watch --json              a line of JSON for each look",
                   [arguments](Session& session, Console& console) { return status(session, console, *arguments); });
     verb.add("--watch", &arguments->watch, "Look again and again");
     verb.add("--times", &arguments->times, "With --watch: this many looks").shownAs("N");
-    verb.add("--interval", &arguments->interval, "With --watch: seconds between looks")
-        .shownAs("SECONDS")
-        .within(0.01, 3600.0);
+    verb.add("--interval", &arguments->interval, "With --watch: time between looks, as 500ms; a bare number is seconds")
+        .shownAs("TIME");
 }
 
 }  // namespace quillon::cli

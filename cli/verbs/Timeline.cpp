@@ -384,7 +384,8 @@ ExitStatus timeline(Session& session, Console& console, const TimelineArguments&
     if (recording.lost > 0) {
         const Tick full = static_cast<Tick>(recording.changes.back().tick) - begin;
         throw RefusedError(timeInWords(microseconds) + " has more than the " + std::to_string(MostChanges) +
-                           " changes that are recorded; " + timeInWords(microsecondsOf(full)) + " fit");
+                           " changes that are recorded; " + timeInWords(microsecondsOf(full)) + " fit" +
+                           (session.lasts() ? ". The board's time has passed all the same" : ""));
     }
     Waves waves = wavesOf(rows, arguments.signals, microsecondsOf(length));
     waves.title = "Signals of " + timeInWords(microsecondsOf(length)) + ", from " + timeInWords(microsecondsOf(begin)) +

@@ -54,6 +54,7 @@ TEST(BoardTime, NeedsAUnit) {
     EXPECT_EQ(script("advance 5").status, 2);
     EXPECT_THAT(script("advance 5").err, HasSubstr("it is written with its unit"));
     EXPECT_EQ(script("advance -5ms").status, 2);
+    EXPECT_EQ(script("advance 1e9s").status, 2);
 }
 
 TEST(InputVerb, RaisesTheEventsOfItsEdges) {

@@ -277,6 +277,15 @@ TEST(CheckVerb, AMissingFileIsRefused) {
     EXPECT_THAT(outcome.err, HasSubstr("/no/such/state.mcf cannot be read"));
 }
 
+TEST(CheckVerb, WhatIsNoConfigurationIsToldOnce) {
+    const Folder folder;
+    std::ofstream(folder / "empty.mcf") << "";
+    const Outcome outcome = quillon({"check", folder / "empty.mcf"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("it is no configuration of this applet"));
+    EXPECT_THAT(outcome.out, Not(HasSubstr("missing; at the start")));
+}
+
 TEST(CheckVerb, AFileHasPlainNumbers) {
     const Folder folder;
     const std::vector<std::pair<std::string, std::string>> values{{"FG_LINEPERIODE=200;", "FG_LINEPERIODE=1ms;"},

@@ -255,6 +255,8 @@ TEST(RunVerb, SavesBehindTheLastLineAndNotBehindAFailure) {
     EXPECT_EQ(quillon({"run", folder / "bad", "--save", folder / "bad.mcf"}).status, 1);
     EXPECT_THAT(contentOf(folder / "good.mcf"), HasSubstr("FG_WIDTH=2048;"));
     EXPECT_FALSE(std::filesystem::exists(folder / "bad.mcf"));
+    EXPECT_THAT(quillon({"run", folder / "bad", "--save", folder / "bad.mcf"}).err,
+                EndsWith("bad.mcf was not written, as the command failed\n"));
 }
 
 TEST(RunVerb, EchoesItsLines) {
@@ -268,6 +270,16 @@ TEST(RunVerb, WithinASessionActsOnItsBoard) {
     EXPECT_THAT(outcome.out, EndsWith("FG_WIDTH = 2048 pixel\nFG_HEIGHT = 1024 pixel\n"));
 }
 
+TEST(RunVerb, TakesAByteOrderMarkForNoneOfItsWords) {
+    EXPECT_EQ(script("\xEF\xBB\xBFget FG_WIDTH\n").out, "FG_WIDTH = 1024 pixel\n");
+}
+
+TEST(RunVerb, ShowsNoControlCharactersOfALine) {
+    const std::string err = script("get FG_WIDTH\x1b[31m\n").err;
+    EXPECT_THAT(err, HasSubstr("\"FG_WIDTH?[31m\""));
+    EXPECT_THAT(err, Not(HasSubstr("\x1b")));
+}
+
 TEST(RunVerb, EndsAScriptThatRunsItself) {
     const Outcome outcome = script("run tune.txt\n");
     EXPECT_EQ(outcome.status, 1);
@@ -279,6 +291,34 @@ TEST(RunVerb, RefusesWhatItCannotRead) {
     EXPECT_THAT(quillon({"run", "none.txt"}).err, HasSubstr("none.txt cannot be read"));
     EXPECT_EQ(quillon({"run", "/"}).status, 1);
     EXPECT_EQ(quillon({"run"}).status, 2);
+}
+
+TEST(EmptyWords, AreNoFilesAndNoValuesOfOptions) {
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"plan", "-o", ""},
+                                                  {"timeline", "1ms", "-o", ""},
+                                                  {"lut", "--load", ""},
+                                                  {"get", "FG_WIDTH", "--mcf", ""},
+                                                  {"set", "FG_WIDTH=8", "--save", ""},
+                                                  {"check", ""},
+                                                  {"run", ""}}) {
+        const Outcome outcome = quillon(words);
+        EXPECT_EQ(outcome.status, 2) << words.front();
+        EXPECT_THAT(outcome.err, HasSubstr("an empty word")) << words.front();
+    }
+}
+
+TEST(Drawings, AreWrittenAsPng) {
+    const Outcome outcome = quillon({"timeline", "1ms", "-o", "signals.jpg"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, HasSubstr("\"signals.jpg\": a drawing is written as .png"));
+}
+
+TEST(TimesOfOptions, MayHaveAUnitOrBeSeconds) {
+    EXPECT_EQ(quillon({"status", "--watch", "--times", "2", "--interval", "20ms"}).status, 0);
+    EXPECT_EQ(quillon({"status", "--watch", "--times", "2", "--interval", "0.02"}).status, 0);
+    EXPECT_EQ(quillon({"status", "--watch", "--interval", "1us"}).status, 2);
+    EXPECT_EQ(quillon({"grab", "--timeout", "2s"}).status, 0);
+    EXPECT_EQ(quillon({"grab", "--timeout", "0"}).status, 2);
 }
 
 // What a single command leaves ----------------------------------------------------------------------------------------
