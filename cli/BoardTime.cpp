@@ -6,6 +6,7 @@
 #include "cli/Interrupt.h"
 #include "cli/Units.h"
 #include "quillon/PublicEvents.h"
+#include "quillon/client/Errors.h"
 
 namespace quillon::cli {
 

@@ -120,7 +120,8 @@ Layout layoutOf(const Chart& chart) {
         std::string line;
         std::istringstream words(caption);
         for (std::string word; words >> word;) {
-            const std::string longer = line.empty() ? word : line + " " + word;
+            std::string longer = line;
+            longer += (line.empty() ? "" : " ") + word;
             if (!line.empty() && widthOf(context, longer) > PictureWidth - 2 * Margin) {
                 layout.captions.push_back(std::exchange(line, "    " + word));
             } else {

@@ -43,7 +43,8 @@ char** complete(const char* beginning, int start, int) {
     }
     Candidates candidates = completer(words, beginning);
     found = std::move(candidates.words);
-    rl_completion_append_character = candidates.behind.empty() ? '\0' : candidates.behind.front();
+    rl_completion_append_character =
+        candidates.behind.empty() ? 0 : static_cast<unsigned char>(candidates.behind.front());
     return rl_completion_matches(beginning, candidate);
 }
 

@@ -346,13 +346,14 @@ std::string scaledInWords(double number, const std::string& unit) {
         const bool isMuch = unit == "Hz" || unit == "bit/s" || unit.starts_with('B');
         return prefix.factor == 1 || (isTime && prefix.factor < 1) || (isMuch && prefix.factor > 1);
     };
-    const Prefix* best = nullptr;
+    std::optional<Prefix> best;
     for (const Prefix& prefix : prefixes) {
-        if (takes(prefix) && (best == nullptr || std::abs(number) >= prefix.factor)) {
-            best = &prefix;
+        if (takes(prefix) && (!best || std::abs(number) >= prefix.factor)) {
+            best = prefix;
         }
     }
-    const double scaled = number / best->factor;
+    // The one that changes nothing is always taken.
+    const double scaled = number / best.value().factor;
     std::ostringstream text;
     text.precision(5);
     text << scaled;

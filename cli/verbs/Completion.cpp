@@ -80,7 +80,9 @@ private:
     void writeOthers(const std::string& verb, const Description& described) {
         for (const Description::Option& option : described.options) {
             for (const std::string& name : option.value.empty() ? Words() : namesOf(option)) {
-                writeKind(verb + "\\ " + name, "files");
+                std::string pattern = verb;
+                pattern += "\\ " + name;
+                writeKind(pattern, "files");
             }
         }
     }
