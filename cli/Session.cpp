@@ -19,24 +19,28 @@ namespace {
 constexpr const char* DirectRegisterAccess = "ORLO_ENABLE_DRA";
 constexpr const char* ExternalDesign = "__ORLO_FORCE_EXTERNAL_TAV";
 
-/// Sets a variable of the environment, unless it is set already, while it lives.
+/// Switches a variable of the environment on while it lives.
 class Told {
 public:
-    explicit Told(const char* variable) : variable_(std::getenv(variable) == nullptr ? variable : nullptr) {
-        if (variable_ != nullptr) {
-            setenv(variable_, "1", 1);
+    explicit Told(const char* variable) : variable_(variable) {
+        if (const char* const before = std::getenv(variable)) {
+            before_ = before;
         }
+        setenv(variable, "1", 1);
     }
     Told(const Told&) = delete;
     Told& operator=(const Told&) = delete;
     ~Told() {
-        if (variable_ != nullptr) {
+        if (before_) {
+            setenv(variable_, before_->c_str(), 1);
+        } else {
             unsetenv(variable_);
         }
     }
 
 private:
     const char* variable_;
+    std::optional<std::string> before_;
 };
 
 /// Makes `design` the file "Quillon.tav" of the working directory, where the applet looks for it, while it lives.
@@ -191,9 +195,8 @@ void Session::tellNotKept(const std::filesystem::path& file) {
 
 void Session::tellIfLost() {
     if (err_ != nullptr && !lasts() && !options_.save && !options_.quiet) {
-        *err_ << "The board ends with this command, and so does what it set: --save FILE keeps the parameters, quillon "
-                 "shell the "
-                 "board.\n";
+        *err_ << "The board ends with this command, and so does what it set: --save FILE keeps the parameters, "
+                 "quillon shell the board.\n";
     }
 }
 

@@ -143,5 +143,9 @@ TEST(RegistersVerb, WithoutTheVerbTheirIdsAreUnknown) {
     EXPECT_EQ(quillon({"get", "1000001"}).status, 1);
 }
 
+TEST(RegistersVerb, KnowsThemWhateverTheEnvironmentSays) {
+    EXPECT_EQ(shell("ORLO_ENABLE_DRA=no \"$quillon\" registers DesignId").status, 0);
+}
+
 }  // namespace
 }  // namespace quillon::cli::testing
