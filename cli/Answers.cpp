@@ -106,6 +106,14 @@ Json valueOf(const Parameter& parameter, const Value& value) {
     return json;
 }
 
+Json quantity(const Json& number, const std::string& unit) {
+    return object({{"value", number}, {"unit", unit}});
+}
+
+Json inMicroseconds(double time) {
+    return quantity(time, "\u00B5s");
+}
+
 Json inShort(const std::vector<std::uint32_t>& entries) {
     Json json = object({{"entries", entries.size()}});
     if (!entries.empty()) {

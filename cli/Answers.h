@@ -22,6 +22,9 @@ const char* typeOf(const Parameter& parameter);
 void putValue(Json& json, const Parameter& parameter, const Value& value);
 /// The same as an object.
 Json valueOf(const Parameter& parameter, const Value& value);
+/// A number with its unit, that is no parameter's.
+Json quantity(const Json& number, const std::string& unit);
+Json inMicroseconds(double time);
 /// A table in short: how many entries, the first and the last, the smallest and the largest.
 Json inShort(const std::vector<std::uint32_t>& entries);
 

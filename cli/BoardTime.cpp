@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cli/Answers.h"
 #include "cli/Interrupt.h"
 #include "cli/Units.h"
 #include "quillon/PublicEvents.h"
@@ -18,10 +19,6 @@ EventCounts eventCounts(const client::SoftBoard& board) {
         counts.emplace_back(event.publicName, eventCount(board, event.publicName));
     }
     return counts;
-}
-
-Json timeJson(double microseconds) {
-    return object({{"value", microseconds}, {"unit", "\u00B5s"}});
 }
 
 }  // namespace
@@ -66,8 +63,8 @@ void put(Json& json, const TimeWatch& watch) {
     for (const auto& [name, count] : watch.events()) {
         append(events, object({{"name", name}, {"count", count}}));
     }
-    put(json, "time", timeJson(watch.now()));
-    put(json, "passed", timeJson(watch.passed()));
+    put(json, "time", inMicroseconds(watch.now()));
+    put(json, "passed", inMicroseconds(watch.passed()));
     put(json, "events", events);
 }
 

@@ -53,10 +53,6 @@ void print(Console& console, const Plan& plan) {
     printRows(console.out, rows);
 }
 
-Json quantity(const Json& value, const std::string& unit) {
-    return object({{"value", value}, {"unit", unit}});
-}
-
 Json settingsOf(const Plan& plan) {
     Json list = emptyList();
     for (const Assignment& assignment : plan.settings) {

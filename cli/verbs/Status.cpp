@@ -104,7 +104,7 @@ bool look(Session& session, Console& console) {
     session.applet();  // puts the design on the board
     const double time = session.board().signalTime();
     Rows rows{{"Board", "software board, no hardware; " + timeInWords(time) + " of its time have passed"}};
-    Json json = object({{"board", "software board"}, {"time", object({{"value", time}, {"unit", "\u00B5s"}})}});
+    Json json = object({{"board", "software board"}, {"time", inMicroseconds(time)}});
     bool complete = true;
     for (const StatusRow& row : statusRows) {
         const Parameter parameter = findParameter(session.applet(), row.parameter);

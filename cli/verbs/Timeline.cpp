@@ -4,7 +4,9 @@
 #include <map>
 #include <optional>
 
+#include "cli/Answers.h"
 #include "cli/Arguments.h"
+#include "cli/Inputs.h"
 #include "cli/Provenance.h"
 #include "cli/Suggestions.h"
 #include "cli/Units.h"
@@ -22,8 +24,6 @@ constexpr double TicksPerMicrosecond = 125;
 constexpr std::size_t MostChanges = 250000;
 constexpr double Longest = 60e6;     // microseconds
 constexpr unsigned FirstInput = 21;  // among the selects of the design
-constexpr unsigned InputCount = 12;
-constexpr unsigned BackInputs = 8;
 constexpr unsigned OutputCount = 11;
 
 struct TimelineArguments {
@@ -50,11 +50,7 @@ std::string numbered(const char* name, unsigned number) {
 std::vector<Row> rowsOf(client::Applet& applet) {
     std::vector<Row> rows;
     for (unsigned input = 0; input < InputCount; ++input) {
-        rows.push_back({input < BackInputs ? numbered("GPI ", input) : numbered("Front GPI ", input - BackInputs),
-                        SignalChange::Kind::Signal,
-                        FirstInput + input,
-                        false,
-                        {}});
+        rows.push_back({inputName(input), SignalChange::Kind::Signal, FirstInput + input, false, {}});
     }
     const char* const signals[] = {"ExSync", "ExSync2", "Flash", "LVAL", "FVAL"};
     for (unsigned select = 1; const char* name : signals) {
@@ -122,22 +118,19 @@ struct Pulses {
     bool high = false;
 };
 
-Pulses parsePulses(const std::string& text, Tick now, const std::vector<Row>& rows) {
-    const std::size_t equals = text.find('=');
-    const std::string name = text.substr(0, equals);
-    const auto row = std::ranges::find_if(rows, [&](const Row& one) {
-        return plain(one.name) == plain(name) && one.kind == SignalChange::Kind::Signal && one.number >= FirstInput;
-    });
-    if (equals == std::string::npos || row == rows.end()) {
+Pulses parsePulses(const std::string& text, Tick now) {
+    const auto assignment = splitAssignment(text);
+    if (!assignment) {
         throw UsageError("\"" + text + "\": pulses are an input and their period, as \"GPI 0=50us\"");
     }
-    const double ticks = std::round(parseQuantity(text.substr(equals + 1), "\u00B5s") * TicksPerMicrosecond);
+    const unsigned input = parseInput(assignment->first);
+    const double ticks = std::round(parseQuantity(assignment->second, "\u00B5s") * TicksPerMicrosecond);
     if (!(ticks >= 2 && ticks <= Longest * TicksPerMicrosecond)) {
         throw UsageError("\"" + text +
                          "\": the period is at least 0.016 \u00B5s, two ticks of the board, and at most a minute");
     }
     const auto period = static_cast<Tick>(ticks);
-    return {row->number - FirstInput, period, now + period - period / 2, false};
+    return {input, period, now + period - period / 2, false};
 }
 
 Tick tickOf(double microseconds) {
@@ -373,7 +366,7 @@ ExitStatus timeline(Session& session, Console& console, const TimelineArguments&
     const Tick begin = tickOf(board.signalTime());
     std::vector<Pulses> pulses;
     for (const std::string& text : arguments.pulses) {
-        pulses.push_back(parsePulses(text, begin, rows));
+        pulses.push_back(parsePulses(text, begin));
         pulses.back().high = board.signal(FirstInput + pulses.back().input);
     }
     board.recordSignals(MostChanges);
@@ -408,11 +401,12 @@ ExitStatus timeline(Session& session, Console& console, const TimelineArguments&
         writePicture(chartOf(picture), arguments.picture);
     }
     if (session.options().json) {
+        console.jsonPerLine = true;  // it may be long
         Json json = object({{"configuration", origin.front()},
-                            {"start", object({{"value", microsecondsOf(begin)}, {"unit", "\u00B5s"}})},
-                            {"length", object({{"value", microsecondsOf(length)}, {"unit", "\u00B5s"}})}});
+                            {"start", inMicroseconds(microsecondsOf(begin))},
+                            {"length", inMicroseconds(microsecondsOf(length))}});
         addRows(json, rows, arguments.signals);
-        console.out << inOneLine(json) << '\n';
+        printJson(console, json);
         return Done;
     }
     print(console, waves, rows);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <optional>
 
+#include "cli/Answers.h"
 #include "cli/BoardTime.h"
 #include "cli/Provenance.h"
 #include "cli/Refusals.h"
@@ -662,10 +663,6 @@ Json toJson(const Waves& waves) {
                                        : object({{"name", wave.name}, {"note", wave.note}}));
     }
     return object({{"unit", waves.axis.label}, {"end", waves.axis.max}, {"rows", rows}});
-}
-
-Json inMicroseconds(double value) {
-    return object({{"value", value}, {"unit", "\u00B5s"}});
 }
 
 /// What time has brought so far; empty where none has passed.

@@ -2,6 +2,7 @@
 #include <iomanip>
 
 #include "cli/Answers.h"
+#include "cli/BoardTime.h"
 #include "cli/Looks.h"
 #include "cli/Refusals.h"
 #include "cli/Units.h"
@@ -99,7 +100,7 @@ Json sampleOf(double time, const std::vector<Watched>& watched) {
         }
         append(values, entry);
     }
-    return object({{"time", object({{"value", time}, {"unit", "\u00B5s"}})}, {"values", values}});
+    return object({{"time", inMicroseconds(time)}, {"values", values}});
 }
 
 /// The microseconds from one look to the next.
@@ -110,14 +111,6 @@ double intervalOf(const std::string& text) {
         throw UsageError("--every: \"" + text + "\" is not more than 0 and at most 3600 s");
     }
     return interval;
-}
-
-/// Where nothing else has moved the board's clock since `before`, its time has passed as that of the day has.
-void letTimePass(client::SoftBoard& board, double before, double microseconds) {
-    constexpr double most = 60e6;
-    for (double left = board.signalTime() > before ? 0 : microseconds; left > 0; left -= most) {
-        board.advanceSignals(std::min(left, most));
-    }
 }
 
 ExitStatus watch(Session& session, Console& console, const WatchArguments& arguments) {
@@ -134,8 +127,9 @@ ExitStatus watch(Session& session, Console& console, const WatchArguments& argum
     double time = board.signalTime();
     Looks looks(console.out, interval / 1e6, arguments.times);
     do {
-        if (!first) {
-            letTimePass(board, time, interval);
+        // Where nothing else has moved the board's clock, its time has passed as that of the day has.
+        if (!first && !(board.signalTime() > time)) {
+            advance(board, interval);
         }
         time = board.signalTime();
         for (Watched& one : watched) {
