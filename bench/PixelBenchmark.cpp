@@ -91,7 +91,12 @@ std::shared_ptr<const pixels::Settings> settingsOf(std::uint32_t bits, std::uint
 std::vector<pixels::Line> allLines() {
     std::vector<pixels::Line> lines(Height);
     for (std::uint32_t y = 0; y < Height; ++y) {
-        lines[y] = {.tick = 0, .position = pixels::simulatorPosition(0, y), .settings = 1, .fault = 0};
+        lines[y] = {.tick = 0,
+                    .position = pixels::simulatorPosition(0, y),
+                    .settings = 1,
+                    .exposure = 0,
+                    .flash = 0,
+                    .inverted = 0};
     }
     return lines;
 }

@@ -10,9 +10,11 @@ namespace softboard::pixels {
 /// A line of a frame. The board keeps one for every line that waits, so it is small.
 struct Line {
     std::int64_t tick;       ///< when its exposure ended, or the simulator began to send it
-    std::int64_t position;   ///< where the scene stood; of the simulator see simulatorPosition
+    std::int64_t position;   ///< of the belt when its exposure began, in nanometres; of the simulator simulatorPosition
     std::uint32_t settings;  ///< version of the settings that it is drawn with
-    std::uint32_t fault;     ///< what befell it on its way; the pixels are the same whatever it says
+    std::uint32_t exposure : 28;  ///< how long it was exposed, in ticks; 0 from the simulator
+    std::uint32_t flash : 1;      ///< the flash was active meanwhile
+    std::uint32_t inverted : 1;   ///< each bit of its pixels is inverted on its way to the host
 };
 static_assert(sizeof(Line) == 24);
 

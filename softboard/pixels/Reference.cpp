@@ -81,6 +81,9 @@ std::vector<std::byte> drawLine(const Settings& settings, const Line& line, Scen
     for (Pixel& pixel : pixels) {
         for (std::size_t colour = 0; colour < Colours; ++colour) {
             pixel[colour] = process(settings, colour, pixel[colour]);
+            if (line.inverted != 0) {
+                pixel[colour] ^= static_cast<std::uint16_t>((1U << settings.formatBits) - 1);
+            }
         }
     }
     return pack(settings, pixels);

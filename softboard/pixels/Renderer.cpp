@@ -30,6 +30,17 @@ std::size_t firstInSensor(const Settings& settings) {
     return settings.xMirror ? settings.sensorWidth - 1 - settings.xOffset : settings.xOffset;
 }
 
+/// Inverts each bit of a line's pixels, and leaves those that fill the last byte at 0.
+void invert(const Settings& settings, std::span<std::byte> line) {
+    for (std::byte& byte : line) {
+        byte = ~byte;
+    }
+    const std::size_t used = settings.xLength * Colours * settings.formatBits % 8;
+    if (used != 0) {
+        line.back() &= static_cast<std::byte>((1U << used) - 1);
+    }
+}
+
 }  // namespace
 
 Drawn Renderer::draw(std::span<const Line> lines, const SettingsOfVersion& settingsOf, Scene& scene,
@@ -54,6 +65,9 @@ Drawn Renderer::draw(std::span<const Line> lines, const SettingsOfVersion& setti
         }
         if (bytes != 0) {
             drawLine(*path, line, scene, out.data() + drawn.bytes);
+            if (line.inverted != 0) {
+                invert(path->settings, out.subspan(drawn.bytes, bytes));
+            }
         }
         drawn.bytes += bytes;
         ++drawn.lines;

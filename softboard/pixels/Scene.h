@@ -26,6 +26,9 @@ public:
     /// @return where it lies: in `memory`, or in the scene's own, which then stays as it is until the next call
     virtual std::span<const std::byte> take(const Line& line, std::uint32_t pixels, std::uint32_t bits,
                                             std::span<std::byte> memory) = 0;
+
+    /// How far the belt moves from one of its rows to the next. Where there is no belt, each line shows the next row.
+    virtual double nanometresPerRow() const { return 1e5; }
 };
 
 /// Eight upright bars of one width: white, yellow, cyan, green, magenta, red, blue, black. Each goes from full scale at

@@ -54,7 +54,7 @@ std::vector<Triple> greys(std::initializer_list<std::uint16_t> values) {
 }
 
 Line lineAt(std::int64_t row, std::uint32_t settings) {
-    return {.tick = 0, .position = row, .settings = settings, .fault = 0};
+    return {.tick = 0, .position = row, .settings = settings, .exposure = 0, .flash = 0, .inverted = 0};
 }
 
 std::string Frame::hex(std::size_t first, std::size_t count) const {

@@ -98,6 +98,7 @@ TEST(PixelRenderer, DrawsTheReferencesBytes) {
             version = random.oneIn(3) ? random.below(static_cast<std::uint32_t>(known.size())) : version;
             line =
                 lineAt(simulatorPosition(random.below(1000), random.below(65536)), random.oneIn(50) ? 1000 : version);
+            line.inverted = random.oneIn(10) ? 1 : 0;
             capacity += settingsOf(line.settings) != nullptr ? lineBytes(*settingsOf(line.settings)) : 0;
         }
         capacity -= random.oneIn(5) ? capacity / 3 : 0;

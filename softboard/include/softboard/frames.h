@@ -36,7 +36,8 @@ enum softboard_frame_flags {
     SOFTBOARD_FRAME_LINES_LOST = 8,  ///< lines of it did not fit into the board's own memory
     SOFTBOARD_FRAME_INJECTED = 16,   ///< it came in through a debug point
     SOFTBOARD_FRAME_RED_FIRST = 32,  ///< a pixel's first component is red, see softboard_byte_order
-    SOFTBOARD_FRAME_MIXED = 64       ///< width, bits or order changed within it: they are told of its first line
+    SOFTBOARD_FRAME_MIXED = 64,      ///< width, bits or order changed within it: they are told of its first line
+    SOFTBOARD_FRAME_FAULTY = 128     ///< a planned fault has befallen it, or a line of it
 };
 
 /// What is known of a frame. A tick is 8 ns of the board's clock.
@@ -91,9 +92,10 @@ enum softboard_status {
     SOFTBOARD_STATUS_FRAME_FIRST_TICK = 1002,
     SOFTBOARD_STATUS_FRAME_LINES = 1003,
     SOFTBOARD_STATUS_FRAME_FLAGS = 1004,
-    SOFTBOARD_STATUS_LOST_FRAMES = 1010,   ///< since the start of the acquisition
-    SOFTBOARD_STATUS_LOST_LINES = 1011,    ///< since the start of the acquisition
-    SOFTBOARD_STATUS_BYTES_WAITING = 1012  ///< in the board's own memory, on their way to the host
+    SOFTBOARD_STATUS_LOST_FRAMES = 1010,    ///< since the start of the acquisition
+    SOFTBOARD_STATUS_LOST_LINES = 1011,     ///< since the start of the acquisition
+    SOFTBOARD_STATUS_BYTES_WAITING = 1012,  ///< in the board's own memory, on their way to the host
+    SOFTBOARD_STATUS_FAULTS = 1013          ///< planned faults of lines and frames that have struck since the start
 };
 
 #ifdef __cplusplus
