@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "softboard/pixels/Repeat.h"
+
 namespace softboard::pixels {
 
 namespace {
@@ -14,15 +16,6 @@ constexpr std::size_t RampPeriodsAtOnce = 16;  ///< of one copy; with one more t
 
 constexpr std::size_t bytesOf(std::size_t pixels, std::uint32_t formatBits) {
     return pixels * Colours * formatBits / 8;
-}
-
-/// Repeats the first `size` bytes until there are `all`.
-void repeat(std::byte* bytes, std::size_t size, std::size_t all) {
-    while (size < all) {
-        const std::size_t more = std::min(size, all - size);
-        std::memcpy(bytes + size, bytes, more);
-        size += more;
-    }
 }
 
 /// Where the region begins in the sensor, not mirrored; some pixel of the region lies in the sensor.
