@@ -23,8 +23,9 @@ constexpr std::uint64_t lineKey(std::uint64_t seed, std::int64_t line) {
 }
 
 /// Calls `use(i, word)` with each i from 0 to `count` - 1 and a random 16-bit word.
+/// @return a key that goes on behind these, if `count` is a multiple of 4
 template <typename Use>
-void forRandomWords(std::uint64_t key, std::size_t count, const Use& use) {
+std::uint64_t forRandomWords(std::uint64_t key, std::size_t count, const Use& use) {
     constexpr std::size_t Words = 4;  // in a random number
     std::uint64_t random = 0;
     const std::size_t whole = count - count % Words;
@@ -39,6 +40,7 @@ void forRandomWords(std::uint64_t key, std::size_t count, const Use& use) {
     for (std::size_t i = whole; i < count; ++i, random >>= 16) {
         use(i, static_cast<std::uint16_t>(random));
     }
+    return key;
 }
 
 }  // namespace softboard::scenes
