@@ -22,6 +22,13 @@ inline Tick ticksOf(double microseconds, Tick least) {
     return ticks > static_cast<double>(least) ? static_cast<Tick>(std::min(ticks, Most) + 0.5) : least;
 }
 
+/// The nearest number of ticks; Never for what no clock will reach.
+inline Tick wholeTicks(double microseconds) {
+    constexpr double Longest = 1e18;
+    const double ticks = microseconds * TicksPerMicrosecond;
+    return ticks < Longest ? static_cast<Tick>(ticks + 0.5) : Never;
+}
+
 constexpr Tick ticksInSeconds(std::int64_t seconds) {
     constexpr auto TicksPerSecond = static_cast<Tick>(TicksPerMicrosecond * 1e6);
     return seconds * TicksPerSecond;
