@@ -10,6 +10,8 @@
 
 namespace softboard::pixels {
 
+class Scene;
+
 /// Red, green, blue: the index of a colour in all arrays here.
 enum Colour : std::size_t { Red = 0, Green = 1, Blue = 2 };
 inline constexpr std::size_t Colours = 3;
@@ -33,6 +35,7 @@ struct Ramp {
 /// A design can be handed any numbers, so every value of every field means something; effective() tells what.
 struct Settings {
     std::uint32_t version = 0;
+    std::shared_ptr<Scene> scene;  ///< in front of the camera; for whoever calls the renderer
 
     std::uint32_t bits = 8;                                ///< of a component from the camera: 8, 10, 12, 14 or 16
     std::array<std::uint32_t, Colours> order = {0, 1, 2};  ///< colour c is the camera's component order[c]
