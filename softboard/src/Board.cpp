@@ -21,7 +21,7 @@ Board::~Board() {
     {
         const std::lock_guard guard(recorder_.mutex);
         if (acquisition_.running()) {
-            acquisition_.stop(SOFTBOARD_E_ACQUISITION);
+            acquisition_.stop(SOFTBOARD_E_ACQUISITION, signals_.now());
         }
         endThreadLocked();
     }
@@ -58,6 +58,9 @@ Parameter* Board::findLocked(std::string_view name) {
 void Board::changedLocked(const Parameter& parameter) {
     if (parameter.watched()) {
         signals_.written(parameter);
+        if (std::string message = signals_.debugPoints().takeMessage(); !message.empty()) {
+            lastMessage_ = std::move(message);
+        }
         changed_.notify_all();
     }
 }

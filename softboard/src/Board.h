@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "softboard/pixels/LastPixel.h"
 #include "softboard/pixels/Renderer.h"
 #include "softboard/pixels/Scene.h"
 #include "softboard/src/Acquisition.h"
@@ -73,6 +74,25 @@ public:
     void drawWaitingFrames();
     int setClock(int mode, double speed);
     void setRedFirst(bool redFirst);
+
+    // What stands in front of the camera, and what goes wrong behind it; see scene.h and faults.h.
+    void setScene(std::shared_ptr<pixels::Scene> scene);
+    void setLight(const scenes::Light& light);
+    scenes::Light light();
+    Message setBelt(unsigned a, unsigned b, double countsPerMm, std::vector<softboard_move> moves);
+    Message setBarrier(unsigned input, double first, double pitch, double length);
+    /// In millimetres.
+    double beltPosition();
+    void planLineFault(std::uint64_t nth, std::size_t what);
+    void planFrameFault(std::uint64_t nth, const FrameFault& fault);
+    Message planOutage(int what, double after, double duration);
+    void setCamera(bool connected);
+    void setLink(bool up);
+    void setDmaRate(double bytesPerSecond);
+    void clearPathFaults();
+    /// Remembers why a call was refused, and gives its code back.
+    int note(Message message);
+    std::string lastMessage();
 
     /// Sets what lastErrorLocked answers; with 0 it answers the code of the last failed call.
     void pinError(int number);
@@ -132,7 +152,11 @@ private:
     void shownLocked(Lock& lock);
     /// Draws all frames that wait and have a buffer, unless another thread does. The lock is free meanwhile.
     void draw(Lock& lock);
-    softboard_frame drawFrame(const WaitingFrame& waiting, FrameMemory& memory);
+    struct DrawnFrame {
+        softboard_frame about;
+        std::optional<pixels::LastPixel> last;
+    };
+    DrawnFrame drawFrame(const WaitingFrame& waiting, FrameMemory& memory);
     /// Waits until no other thread draws.
     void waitForDrawer(Lock& lock);
     std::optional<std::int64_t> waitResultLocked(std::int64_t number) const;
@@ -166,8 +190,8 @@ private:
     std::vector<std::thread> threads_;  ///< it, and those that end
     std::thread::id drawer_;            ///< who draws a frame; nobody's otherwise
     pixels::Renderer renderer_;         ///< the drawer's
-    std::unique_ptr<pixels::Scene> scene_ = std::make_unique<pixels::BarScene>();  ///< the drawer's
-    std::condition_variable changed_;  ///< frames have come, or something else that somebody may wait for
+    std::condition_variable changed_;   ///< frames have come, or something else that somebody may wait for
+    std::string lastMessage_;
     int lastError_ = 0;
     int pinnedError_ = 0;
 };

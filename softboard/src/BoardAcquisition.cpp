@@ -39,7 +39,7 @@ int Board::stopAcquisitionLocked(unsigned dma) {
     if (!acquisition_.running()) {
         return acquisition_.takeEndedByItself() ? int{SOFTBOARD_OK} : noteErrorLocked(SOFTBOARD_E_ACQUISITION);
     }
-    acquisition_.stop(SOFTBOARD_E_ACQUISITION);
+    acquisition_.stop(SOFTBOARD_E_ACQUISITION, signals_.now());
     if (!clock_.followsDay(false)) {
         endThreadLocked();
     }
@@ -214,7 +214,7 @@ int Board::deliverPictures(std::int64_t count) {
         return SOFTBOARD_E_ACQUISITION;
     }
     followDayLocked();
-    acquisition_.count(count);
+    acquisition_.count(count, signals_.now());
     changed_.notify_all();
     return SOFTBOARD_OK;
 }
@@ -227,6 +227,8 @@ void Board::setRedFirst(bool redFirst) {
 
 void Board::drawWaitingFrames() {
     Lock lock(recorder_.mutex);
+    followDayLocked();
+    acquisition_.followHost(signals_.now());
     draw(lock);
     changed_.notify_all();
 }
@@ -236,29 +238,54 @@ void Board::draw(Lock& lock) {
         return;
     }
     while (acquisition_.canDraw()) {
-        const WaitingFrame waiting = acquisition_.nextWaiting();
+        const WaitingFrame waiting = acquisition_.nextArrived();
         const auto memory = acquisition_.memory();
         drawer_ = std::this_thread::get_id();
         lock.unlock();
-        std::optional<softboard_frame> drawn;
+        std::optional<DrawnFrame> drawn;
         try {
             drawn = drawFrame(waiting, *memory);
-            memory->deliver(*drawn);
+            memory->deliver(drawn->about);
         } catch (const std::bad_alloc&) {
             drawn.reset();
         }
         lock.lock();
         drawer_ = {};
         if (drawn) {
-            acquisition_.drawn(waiting, drawn->bytes);
+            if (drawn->last) {
+                signals_.debugPoints().passed(*drawn->last);
+            }
+            acquisition_.drawn(waiting, drawn->about.bytes, signals_.now());
         } else {
-            acquisition_.stop(SOFTBOARD_E_INTERNAL);
+            acquisition_.stop(SOFTBOARD_E_INTERNAL, signals_.now());
         }
         changed_.notify_all();
     }
 }
 
-softboard_frame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memory) {
+namespace {
+
+/// Asks for each line the scene that stood in front of the camera when the line was taken.
+class SceneOfEachLine final : public pixels::Scene {
+public:
+    explicit SceneOfEachLine(const pixels::SettingsOfVersion& settingsOf) : settingsOf_(settingsOf) {}
+
+    std::span<const std::byte> take(const pixels::Line& line, std::uint32_t pixels, std::uint32_t bits,
+                                    std::span<std::byte> memory) override {
+        if (settings_ == nullptr || settings_->version != line.settings) {
+            settings_ = settingsOf_(line.settings);
+        }
+        return settings_->scene->take(line, pixels, bits, memory);
+    }
+
+private:
+    const pixels::SettingsOfVersion& settingsOf_;
+    std::shared_ptr<const pixels::Settings> settings_;
+};
+
+}  // namespace
+
+Board::DrawnFrame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memory) {
     const AssembledFrame& frame = waiting.frame;
     const auto settingsOf = [&](std::uint32_t version) -> std::shared_ptr<const pixels::Settings> {
         const auto found = std::lower_bound(frame.settings.begin(), frame.settings.end(), version,
@@ -266,7 +293,9 @@ softboard_frame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memor
                                                std::uint32_t wanted) { return it->version < wanted; });
         return found != frame.settings.end() && (*found)->version == version ? *found : nullptr;
     };
-    const pixels::Drawn drawn = renderer_.draw(frame.lines, settingsOf, *scene_, memory.nextBuffer());
+    SceneOfEachLine scene(settingsOf);
+    const std::span<std::byte> buffer = memory.nextBuffer();
+    const pixels::Drawn drawn = renderer_.draw(frame.lines, settingsOf, scene, buffer);
     // Lines without a format have no bytes; a frame of nothing else is not taken.
     const pixels::Settings& first =
         **std::find_if(frame.settings.begin(), frame.settings.end(),
@@ -288,7 +317,11 @@ softboard_frame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memor
                   (first.redFirst ? unsigned{SOFTBOARD_FRAME_RED_FIRST} : 0U) |
                   (mixed ? unsigned{SOFTBOARD_FRAME_MIXED} : 0U);
     about.settings = first.version;
-    return about;
+    // The monitor's pixel is of the settings that the frame ends with, whichever end that is.
+    const bool reversed = first.yMirror;
+    const std::size_t lastLine = drawn.lines == 0 ? 0 : reversed ? frame.lines.size() - drawn.lines : drawn.lines - 1;
+    const auto last = settingsOf(frame.lines[lastLine].settings);
+    return {about, last != nullptr ? pixels::lastPixel(*last, drawn, buffer) : std::nullopt};
 }
 
 void Board::waitForDrawer(Lock& lock) {
@@ -337,7 +370,7 @@ std::int64_t Board::waitFree(Lock& lock, std::int64_t number, unsigned seconds) 
             return *result;
         }
         const bool standsStill =
-            drawer_ != std::thread::id() || acquisition_.bytesWaiting() != 0 || signals_.next() == Never;
+            drawer_ != std::thread::id() || acquisition_.waitsForHost() || signals_.next() == Never;
         if (standsStill) {
             if (changed_.wait_until(lock, deadline) == std::cv_status::timeout) {
                 return waitResultLocked(number).value_or(SOFTBOARD_E_TIMEOUT);
@@ -395,7 +428,9 @@ std::int64_t Board::acquisitionStatusLocked(unsigned param, std::int64_t data) c
         case SOFTBOARD_STATUS_FRAME_FLAGS: return ofFrame(&softboard_frame::flags);
         case SOFTBOARD_STATUS_LOST_FRAMES: return static_cast<std::int64_t>(acquisition_.lostFrames());
         case SOFTBOARD_STATUS_LOST_LINES: return static_cast<std::int64_t>(acquisition_.lostLines());
-        case SOFTBOARD_STATUS_BYTES_WAITING: return static_cast<std::int64_t>(acquisition_.bytesWaiting());
+        case SOFTBOARD_STATUS_BYTES_WAITING:
+            return static_cast<std::int64_t>(acquisition_.bytesWaiting(signals_.now()));
+        case SOFTBOARD_STATUS_FAULTS: return static_cast<std::int64_t>(acquisition_.faults());
         default: return SOFTBOARD_E_ARGUMENT;
     }
 }

@@ -1,11 +1,16 @@
 #include "softboard/src/CameraPort.h"
 
+#include <utility>
+
+#include "softboard/faults.h"
 #include "softboard/softboard.h"
 
 namespace softboard {
 
 void CameraPort::bind(const Find& find, Switchboard& switchboard, ImageTrigger& image) {
+    LineFaults faults = std::move(faults_);
     *this = CameraPort();
+    faults_ = std::move(faults);
     switchboard_ = &switchboard;
     image_ = &image;
     select_ = watched(find, "Device1_Process0_CameraSimulator_Enable_SelectSource");
@@ -27,16 +32,38 @@ bool CameraPort::connect() {
     return true;
 }
 
-void CameraPort::beginLine(LineSource source, std::int64_t position) {
-    if (source != connected_) {
+void CameraPort::beginLine(LineSource source, const pixels::Line& line) {
+    if (source != connected_ || cutOff_) {
         return;
     }
     if (transferring_) {
         finishLine();
     }
+    line_ = line;
+    const auto strikes = faults_.next();
+    if (strikes.any()) {
+        const bool drop = strikes[SOFTBOARD_FAULT_DROP];
+        image_->faultStruck(drop);
+        if (drop) {
+            return;
+        }
+        repeats_ = strikes[SOFTBOARD_FAULT_REPEAT];
+        line_.inverted = strikes[SOFTBOARD_FAULT_INVERT_BITS] ? 1 : 0;
+    }
+    startLine();
+}
+
+void CameraPort::cutOff(bool cutOff) {
+    if (cutOff && transferring_) {
+        finishLine();
+    }
+    cutOff_ = cutOff;
+}
+
+void CameraPort::startLine() {
     transferring_ = true;
     ++lines_;
-    image_->lineStarted(position);
+    image_->lineStarted(line_);
     switchboard_->setLevel(SOFTBOARD_LVAL, true);
     switchboard_->pulse(SOFTBOARD_LINE_START);
 }
@@ -52,6 +79,10 @@ void CameraPort::finishLine() {
     switchboard_->setLevel(SOFTBOARD_LVAL, false);
     switchboard_->pulse(SOFTBOARD_LINE_END);
     image_->lineEnded();
+    if (std::exchange(repeats_, false)) {
+        startLine();
+        finishLine();
+    }
 }
 
 }  // namespace softboard

@@ -4,8 +4,10 @@
 
 #include <cstdint>
 
+#include "softboard/pixels/Line.h"
 #include "softboard/src/BoundParameters.h"
 #include "softboard/src/ImageTrigger.h"
+#include "softboard/src/PathFaults.h"
 #include "softboard/src/Switchboard.h"
 
 namespace softboard {
@@ -28,24 +30,32 @@ public:
     bool selects(const Parameter& parameter) const { return &parameter == select_; }
 
     /// A line begins, from here on; the one that is still under way ends. A source that is not connected is not heard.
-    /// @param position  where the line lies in what the source shows.
-    void beginLine(LineSource source, std::int64_t position);
+    void beginLine(LineSource source, const pixels::Line& line);
     void endLine(LineSource source);
     bool transferring() const { return transferring_; }
+    /// While it is cut off, no line is heard. The one under way ends.
+    void cutOff(bool cutOff);
 
     /// Lines that came in since the design was put on the board.
     std::uint64_t lines() const { return lines_; }
 
+    LineFaults& faults() { return faults_; }
+
 private:
     LineSource selected() const;
+    void startLine();
     void finishLine();
 
     Switchboard* switchboard_ = nullptr;
     ImageTrigger* image_ = nullptr;
     const Parameter* select_ = nullptr;
     LineSource connected_ = LineSource::Camera;
+    bool cutOff_ = false;
     bool transferring_ = false;
+    pixels::Line line_{};   ///< the one that is under way
+    bool repeats_ = false;  ///< it comes once more when it has ended
     std::uint64_t lines_ = 0;
+    LineFaults faults_;
 };
 
 }  // namespace softboard

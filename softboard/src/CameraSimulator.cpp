@@ -159,7 +159,9 @@ void CameraSimulator::beginLine() {
     }
     const bool goesOn = freeRun() || (integerOf(valve_) == FrameValve && !frameSent);
     nextLine_ = goesOn ? runStart_ + timing_.toLine(lineOfRun_) : Never;
-    port_->beginLine(LineSource::Simulator, position);
+    port_->beginLine(
+        LineSource::Simulator,
+        {.tick = switchboard_->now(), .position = position, .settings = 0, .exposure = 0, .flash = 0, .inverted = 0});
 }
 
 }  // namespace softboard

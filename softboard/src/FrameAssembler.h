@@ -17,14 +17,14 @@ namespace softboard {
 struct AssembledFrame {
     Tick firstTick = 0;
     Tick lastTick = 0;
-    std::uint32_t flags = 0;  ///< softboard_frame_flags
-    std::uint64_t lineCount = 0;
+    std::uint32_t flags = 0;                                        ///< softboard_frame_flags
+    std::uint64_t lineCount = 0;                                    ///< without those that were lost
     std::size_t bytes = 0;                                          ///< of the whole picture
     std::vector<pixels::Line> lines;                                ///< empty if nobody will draw them
     std::vector<std::shared_ptr<const pixels::Settings>> settings;  ///< of the lines, in the order of their versions
 };
 
-/// Takes frames when they end.
+/// Takes lines as they come, and frames when they end.
 class FrameTaker {
 public:
     FrameTaker() = default;
@@ -32,9 +32,29 @@ public:
     FrameTaker& operator=(const FrameTaker&) = delete;
     virtual ~FrameTaker() = default;
 
-    /// True if the lines of a frame that begins now have to be kept.
-    virtual bool wantsLines() const = 0;
+    /// A frame begins. True if its lines have to be kept.
+    virtual bool beginFrame() = 0;
+    /// A line of that frame, with so many bytes, is complete. False if it is lost.
+    virtual bool takeLine(std::size_t bytes, Tick now) = 0;
+    /// A line has been lost in front of the path.
+    virtual void lineLost() = 0;
+    /// A planned fault has struck.
+    virtual void faultStruck() = 0;
+    /// The frame has ended.
     virtual void take(AssembledFrame frame, Tick now) = 0;
+    /// The frame ends, and is lost.
+    virtual void drop(Tick now) = 0;
+
+    // What it does with frames by itself.
+    /// When the next thing happens; Never if nothing will.
+    virtual Tick next() const = 0;
+    virtual void happen(Tick now) = 0;
+    /// The link to the host goes down or up.
+    virtual void linkChanged(bool up, Tick now) = 0;
+    /// Shows what goes by the time.
+    virtual void show(Tick now) = 0;
+    /// Frames that have come through.
+    virtual std::uint64_t through() const = 0;
 };
 
 /// Not locked; the board's lock guards it.
@@ -42,23 +62,39 @@ class FrameAssembler {
 public:
     void bind(PixelSettings& settings, FrameTaker& taker);
 
+    // The stream of the camera.
     void frameBegan();
-    void lineBegan(Tick now, std::int64_t position);
+    /// The version of the settings is filled in.
+    void lineBegan(const pixels::Line& line);
     /// The line counts. One that has begun and never ends does not.
-    void lineEnded();
+    void lineEnded(Tick now);
+    /// A planned fault has befallen the path, and the frame that is under way.
+    void faultStruck();
+    void lineLost() { taker_->lineLost(); }
     /// A frame without a line is none.
     void frameEnded(Tick now, std::uint32_t flags);
     /// The frame that has begun is not handed on.
     void forget() { collecting_ = false; }
-    /// Frames that have been handed on.
-    std::uint64_t handedOn() const { return handedOn_; }
+
+    // What is injected in its place.
+    /// While the stream is cut off, nothing of it comes in. A frame that has begun is lost.
+    void cutOff(bool cutOff, Tick now);
+    void beginInjected(std::shared_ptr<const pixels::Settings> settings);
+    void injectLine(const pixels::Line& line, Tick now);
+    void endInjected(Tick now);
 
 private:
+    void begin();
+    void beginLine(const pixels::Line& line, const std::shared_ptr<const pixels::Settings>& settings);
+    void endLine(Tick now);
+    void end(Tick now, std::uint32_t flags);
+
     PixelSettings* settings_ = nullptr;
     FrameTaker* taker_ = nullptr;
+    bool cutOff_ = false;
+    std::shared_ptr<const pixels::Settings> injected_;
     bool collecting_ = false;
     bool keepsLines_ = false;
-    std::uint64_t handedOn_ = 0;
     AssembledFrame frame_;
     pixels::Line line_{};  ///< the one that is under way
 };

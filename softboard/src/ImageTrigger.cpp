@@ -30,6 +30,7 @@ void ImageTrigger::bind(const Find& find, Switchboard& switchboard, FrameAssembl
     softwareLevel_ = watched(find, unit + "SoftwareTrgInput");
     softwarePulse_ = watched(find, unit + "SoftwareTrgPulse");
     flashPolarity_ = watched(find, unit + "FlashPolarity");
+    debouncing_ = find(unit + "ImgTrgDebouncingTime");
     delay_ = find(unit + "ImgTrgDelay");
     yOffset_ = find(unit + "YOffset");
     yLength_ = find(unit + "YLength");
@@ -39,6 +40,7 @@ void ImageTrigger::bind(const Find& find, Switchboard& switchboard, FrameAssembl
     flashDelay_ = find(unit + "FlashDelay");
     bound_ = allFound();
     if (bound_) {
+        debouncer_.connect(inputLevel());
         changeMode();
         showFlash();
     }
@@ -46,8 +48,8 @@ void ImageTrigger::bind(const Find& find, Switchboard& switchboard, FrameAssembl
 
 bool ImageTrigger::allFound() const {
     for (const Parameter* parameter : {static_cast<const Parameter*>(busy_), mode_, enable_, source_, input_, polarity_,
-                                       delay_, softwareLevel_, softwarePulse_, yOffset_, yLength_, maxGatedHeight_,
-                                       imageHeight_, flashEnable_, flashDelay_, flashPolarity_}) {
+                                       debouncing_, delay_, softwareLevel_, softwarePulse_, yOffset_, yLength_,
+                                       maxGatedHeight_, imageHeight_, flashEnable_, flashDelay_, flashPolarity_}) {
         if (parameter == nullptr) {
             return false;
         }
@@ -71,8 +73,27 @@ void ImageTrigger::written(const Parameter& parameter) {
             trigger();
         }
     } else {
+        if (&parameter == input_) {
+            debouncer_.connect(inputLevel());
+        }
         followTrigger();
     }
+}
+
+void ImageTrigger::inputChanged(unsigned input, bool level) {
+    if (bound_ && integerOf(input_) == input && debouncer_.input(level, switchboard_->now(), realOf(debouncing_))) {
+        followTrigger();
+    }
+}
+
+void ImageTrigger::happen() {
+    debouncer_.change();
+    followTrigger();
+}
+
+bool ImageTrigger::inputLevel() const {
+    const std::int64_t input = integerOf(input_);
+    return input >= 0 && input < InputCount && switchboard_->level(FirstInputSelect + static_cast<unsigned>(input));
 }
 
 bool ImageTrigger::triggerLevel() const {
@@ -82,10 +103,7 @@ bool ImageTrigger::triggerLevel() const {
     if (integerOf(source_) == SoftwareSource) {
         return integerOf(softwareLevel_) == 1;
     }
-    const std::int64_t input = integerOf(input_);
-    const bool high =
-        input >= 0 && input < InputCount && switchboard_->level(FirstInputSelect + static_cast<unsigned>(input));
-    return high != (integerOf(polarity_) == 1);
+    return debouncer_.level() != (integerOf(polarity_) == 1);
 }
 
 void ImageTrigger::followTrigger() {
@@ -179,11 +197,18 @@ void ImageTrigger::exposureEnded() {
     }
 }
 
+void ImageTrigger::faultStruck(bool lost) {
+    assembler_->faultStruck();
+    if (lost) {
+        assembler_->lineLost();
+    }
+}
+
 void ImageTrigger::showFlash() {
     switchboard_->setLevel(SOFTBOARD_FLASH, flash_ != (integerOf(flashPolarity_) == 1));
 }
 
-void ImageTrigger::lineStarted(std::int64_t position) {
+void ImageTrigger::lineStarted(const pixels::Line& line) {
     if (!running_) {
         return;
     }
@@ -200,7 +225,7 @@ void ImageTrigger::lineStarted(std::int64_t position) {
         switchboard_->setLevel(SOFTBOARD_FVAL, true);
         switchboard_->pulse(SOFTBOARD_FRAME_START);
     }
-    assembler_->lineBegan(switchboard_->now(), position);
+    assembler_->lineBegan(line);
 }
 
 void ImageTrigger::lineEnded() {
@@ -209,7 +234,7 @@ void ImageTrigger::lineEnded() {
     }
     ++imageLines_;
     ++frameLines_;
-    assembler_->lineEnded();
+    assembler_->lineEnded(switchboard_->now());
     const bool gateDecides = modeInForce_ == GatedMode && integerOf(maxGatedHeight_) == 1;
     if (closing_ || (!gateDecides && imageLines_ >= integerOf(yLength_))) {
         endImage(closing_ ? unsigned{SOFTBOARD_FRAME_GATE_ENDED} : 0U);

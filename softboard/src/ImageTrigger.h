@@ -4,7 +4,9 @@
 
 #include <cstdint>
 
+#include "softboard/pixels/Line.h"
 #include "softboard/src/BoundParameters.h"
+#include "softboard/src/Debouncer.h"
 #include "softboard/src/FrameAssembler.h"
 #include "softboard/src/Switchboard.h"
 
@@ -29,7 +31,7 @@ public:
     std::uint64_t imageNumber() const { return imageNumber_; }
     /// True from the start of a frame's first line to the end of its last: FVAL.
     bool inFrame() const { return inFrame_; }
-    /// True while the unit hears its trigger active.
+    /// True while the unit hears its trigger active, behind the debouncing.
     bool triggerActive() const { return bound_ && triggerLevel(); }
     /// Images that a trigger has begun, and frames that have ended, since the design was put on the board.
     std::uint64_t triggers() const { return triggers_; }
@@ -39,18 +41,26 @@ public:
     void restartFreeRun();
 
     void written(const Parameter& parameter);
-    void inputChanged() { followTrigger(); }
+    void inputChanged(unsigned input, bool level);
+    /// When the next thing happens by itself; Never if nothing will.
+    Tick next() const { return debouncer_.next(); }
+    /// Lets it happen; the switchboard's time is that tick already.
+    void happen();
 
     // From the camera: exposures begin and end, lines are transferred.
     void exposureStarted();
     void exposureEnded();
-    /// @param position  where the line lies in what its source shows.
-    void lineStarted(std::int64_t position);
+    void lineStarted(const pixels::Line& line);
     void lineEnded();
+    /// True while the flash is active.
+    bool flashes() const { return flash_; }
+    /// A planned fault has befallen a line; it may have been lost by it.
+    void faultStruck(bool lost);
 
 private:
     bool allFound() const;
     bool triggerLevel() const;
+    bool inputLevel() const;
     void followTrigger();
     void changeMode();
     void trigger();
@@ -69,6 +79,7 @@ private:
     const Parameter* source_ = nullptr;
     const Parameter* input_ = nullptr;
     const Parameter* polarity_ = nullptr;
+    const Parameter* debouncing_ = nullptr;
     const Parameter* delay_ = nullptr;
     const Parameter* softwareLevel_ = nullptr;
     const Parameter* softwarePulse_ = nullptr;
@@ -81,6 +92,7 @@ private:
     const Parameter* flashPolarity_ = nullptr;
 
     std::int64_t modeInForce_ = 0;
+    Debouncer debouncer_;  ///< of the input that is selected
     bool triggerHigh_ = false;
     bool running_ = false;
     bool closing_ = false;  ///< the gate has closed within the line that is being transferred

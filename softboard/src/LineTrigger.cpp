@@ -21,11 +21,13 @@ bool gated(std::int64_t mode) {
 
 }  // namespace
 
-void LineTrigger::bind(const Find& find, Switchboard& switchboard, ImageTrigger& image, CameraPort& port) {
+void LineTrigger::bind(const Find& find, Switchboard& switchboard, ImageTrigger& image, CameraPort& port,
+                       const Stage& stage) {
     *this = LineTrigger();
     switchboard_ = &switchboard;
     image_ = &image;
     port_ = &port;
+    stage_ = &stage;
     const std::string unit = "Device1_Process0_Trigger_Trigger_";
     mode_ = watched(find, unit + "LineTriggerMode");
     enable_ = watched(find, unit + "ExsyncEnable");
@@ -33,8 +35,11 @@ void LineTrigger::bind(const Find& find, Switchboard& switchboard, ImageTrigger&
     polarity_ = watched(find, unit + "ExsyncPolarity");
     exposure_ = find(unit + "ExsyncExposure");
     delay_ = find(unit + "Exsync2Delay");
-    input_ = find("Device1_Process0_Trigger_InputSignal_LineTrgInSourceA_Input_Select");
-    inputPolarity_ = find(unit + "LineTrgInPolarity");
+    inputA_ = watched(find, "Device1_Process0_Trigger_InputSignal_LineTrgInSourceA_Input_Select");
+    inputB_ = watched(find, "Device1_Process0_Trigger_InputSignal_LineTrgInSourceB_Input_Select");
+    inputPolarity_ = watched(find, unit + "LineTrgInPolarity");
+    debouncing_ = find(unit + "LineTrgDebouncingTime");
+    encoder_.bind(find);
     downscale_ = find(unit + "LineTrgDownscaler");
     phase_ = find(unit + "LineTrgPhase");
     sensorWidth_ = find("Device1_Process0_Buffer_0_SensorWidth");
@@ -42,6 +47,7 @@ void LineTrigger::bind(const Find& find, Switchboard& switchboard, ImageTrigger&
     camera_ = find("FG_CAMSTATUS_EXTENDED");
     bound_ = allFound();
     if (bound_) {
+        connectTracks();
         followGenerator();
         showExsync();
         showExsync2();
@@ -49,13 +55,14 @@ void LineTrigger::bind(const Find& find, Switchboard& switchboard, ImageTrigger&
 }
 
 bool LineTrigger::allFound() const {
-    for (const Parameter* parameter : {mode_, enable_, input_, inputPolarity_, downscale_, phase_, period_, exposure_,
-                                       polarity_, delay_, sensorWidth_, parallelism_, camera_}) {
+    for (const Parameter* parameter :
+         {mode_, enable_, inputA_, inputB_, inputPolarity_, debouncing_, downscale_, phase_, period_, exposure_,
+          polarity_, delay_, sensorWidth_, parallelism_, camera_}) {
         if (parameter == nullptr) {
             return false;
         }
     }
-    return true;
+    return encoder_.allFound();
 }
 
 Tick LineTrigger::period() const {
@@ -70,6 +77,8 @@ void LineTrigger::written(const Parameter& parameter) {
         followGenerator();
     } else if (&parameter == period_ && generating_) {
         scheduleCycle();
+    } else if (&parameter == inputA_ || &parameter == inputB_ || &parameter == inputPolarity_) {
+        connectTracks();
     } else if (&parameter == polarity_) {
         showExsync();
         showExsync2();
@@ -95,14 +104,47 @@ void LineTrigger::scheduleCycle() {
     nextCycle_ = std::max(cycleStart_ + period(), switchboard_->now() + 1);
 }
 
-void LineTrigger::inputChanged(unsigned input, bool level) {
-    if (!bound_ || integerOf(enable_) != 1) {
-        return;
+void LineTrigger::inputChanged(unsigned number, bool level) {
+    if (bound_) {
+        input(trackA_, inputA_, number, level);
+        input(trackB_, inputB_, number, level);
     }
+}
+
+void LineTrigger::input(Debouncer& track, const Parameter* select, unsigned number, bool level) {
+    if (integerOf(select) == number && track.input(level, switchboard_->now(), realOf(debouncing_))) {
+        tracksChanged();
+    }
+}
+
+/// A change of what is connected is no edge.
+void LineTrigger::connectTracks() {
+    const auto level = [&](const Parameter* select) {
+        const std::int64_t input = integerOf(select);
+        return input >= 0 && input < InputCount && switchboard_->level(FirstInputSelect + static_cast<unsigned>(input));
+    };
+    trackA_.connect(level(inputA_));
+    trackB_.connect(level(inputB_));
+    const bool inverted = integerOf(inputPolarity_) == 1;
+    activeA_ = trackA_.level() != inverted;
+    encoder_.connect(activeA_, trackB_.level() != inverted);
+}
+
+void LineTrigger::tracksChanged() {
+    const bool inverted = integerOf(inputPolarity_) == 1;
+    const bool active = trackA_.level() != inverted;
+    const bool rises = active && !activeA_;
+    activeA_ = active;
+    const bool forward = encoder_.follow(active, trackB_.level() != inverted);
+    if (encoder_.on() ? forward : rises) {
+        pulse();
+    }
+}
+
+void LineTrigger::pulse() {
     const std::int64_t mode = integerOf(mode_);
     const bool external = mode == ExternalMode || (mode == GatedExternalMode && image_->running());
-    const bool active = level != (integerOf(inputPolarity_) == 1);
-    if (!external || !active || integerOf(input_) != input) {
+    if (!external || integerOf(enable_) != 1) {
         return;
     }
     if (imageOfPulses_ != image_->imageNumber()) {
@@ -116,7 +158,7 @@ void LineTrigger::inputChanged(unsigned input, bool level) {
 }
 
 /// What is due at the same tick happens in this order: the line ends, the exposure, ExSync2; the next cycle begins,
-/// ExSync2 begins.
+/// ExSync2 begins; the inputs change.
 void LineTrigger::happen() {
     const Tick now = switchboard_->now();
     if (lineEnd_ <= now) {
@@ -124,12 +166,17 @@ void LineTrigger::happen() {
         port_->endLine(LineSource::Camera);
     } else if (exposureEnd_ <= now) {
         endExposure();
-    } else if (nextCycle_ > now || exsync2Ends(now)) {
+    } else if (exsync2Ends(now)) {
         changeExsync2();
-    } else {
+    } else if (nextCycle_ <= now) {
         cycleStart_ = nextCycle_;
         scheduleCycle();
         trigger();
+    } else if (nextExsync2_ <= now) {
+        changeExsync2();
+    } else {
+        (trackA_.next() <= now ? trackA_ : trackB_).change();
+        tracksChanged();
     }
 }
 
@@ -157,6 +204,8 @@ void LineTrigger::trigger() {
     const Tick exposure = ticksOf(realOf(exposure_), ShortestTime);
     const Tick delay = ticksOf(realOf(delay_), 0);
     exsync_ = true;
+    exposureBegan_ = now;
+    beltPosition_ = stage_->belt().position(now);
     showExsync();
     image_->exposureStarted();
     exposureEnd_ = now + exposure;
@@ -173,11 +222,18 @@ void LineTrigger::endExposure() {
     exposureEnd_ = Never;
     exsync_ = false;
     showExsync();
+    const bool flash = image_->flashes();
     image_->exposureEnded();
     if ((integerOf(camera_) & 1) != 0) {
+        const Tick now = switchboard_->now();
         const Tick ticks = integerOf(sensorWidth_) / std::max<std::int64_t>(integerOf(parallelism_), 1);
-        lineEnd_ = switchboard_->now() + std::max<Tick>(ticks, 1);
-        port_->beginLine(LineSource::Camera, lines_++);
+        lineEnd_ = now + std::max<Tick>(ticks, 1);
+        port_->beginLine(LineSource::Camera, {.tick = now,
+                                              .position = stage_->position(beltPosition_, lines_++),
+                                              .settings = 0,
+                                              .exposure = static_cast<std::uint32_t>(now - exposureBegan_) & 0xFFFFFFF,
+                                              .flash = flash ? 1U : 0U,
+                                              .inverted = 0});
     }
 }
 

@@ -42,7 +42,9 @@ const Parameter* PixelSettings::depend(const Find& find, const std::string& name
 void PixelSettings::bind(const Find& find) {
     const bool redFirst = redFirst_;
     const std::uint32_t version = version_;
+    auto scene = std::move(scene_);
     *this = PixelSettings();
+    scene_ = std::move(scene);
     redFirst_ = redFirst;
     version_ = version;
     pixelFormat_ = depend(find, "Buffer_0_PixelFormat");
@@ -94,6 +96,11 @@ void PixelSettings::setSimulator(bool simulator) {
     simulator_ = simulator;
 }
 
+void PixelSettings::setScene(std::shared_ptr<pixels::Scene> scene) {
+    stale_ = stale_ || scene != scene_;
+    scene_ = std::move(scene);
+}
+
 void PixelSettings::setRedFirst(bool redFirst) {
     stale_ = stale_ || redFirst != redFirst_;
     redFirst_ = redFirst;
@@ -119,6 +126,7 @@ void PixelSettings::take() {
     auto settings = std::make_shared<pixels::Settings>();
     settings->version = ++version_;
     settings->bits = unsignedOf(pixelFormat_, settings->bits);
+    settings->scene = scene_;
     settings->simulator = simulator_;
     settings->ramp.enableX = integerOf(enableX_) == 1;
     settings->ramp.yDivisor = unsignedOf(yDivisor_, 1);

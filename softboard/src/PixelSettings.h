@@ -21,11 +21,20 @@ public:
     /// To be told of every change of a watched parameter.
     void written(const Parameter& parameter);
     void setRedFirst(bool redFirst);
+    void setScene(std::shared_ptr<pixels::Scene> scene);
     /// To be told which source is connected.
     void setSimulator(bool simulator);
 
     /// The settings of this moment; a new version if anything has changed.
     const std::shared_ptr<const pixels::Settings>& current();
+    /// A version of its own of these settings, with what `change` does to it.
+    template <class Change>
+    std::shared_ptr<const pixels::Settings> derive(Change change) {
+        auto settings = std::make_shared<pixels::Settings>(*current());
+        settings->version = ++version_;
+        change(*settings);
+        return settings;
+    }
 
 private:
     struct BoundTable {
@@ -62,6 +71,7 @@ private:
     };
     std::vector<Branch> branches_;
 
+    std::shared_ptr<pixels::Scene> scene_;
     bool simulator_ = false;
     bool redFirst_ = false;
     bool stale_ = true;

@@ -1,14 +1,15 @@
 #include "softboard/src/Signals.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 #include "softboard/softboard.h"
 
 namespace softboard {
 namespace {
 
-// Bits of FG_CAMSTATUS_EXTENDED; bit 0, the camera's clock, is the host's.
+// Bits of FG_CAMSTATUS_EXTENDED; the camera's clock is the host's.
+constexpr std::int64_t CameraClock = 1;
 constexpr std::int64_t LineValid = 2;
 constexpr std::int64_t FrameValid = 4;
 constexpr std::int64_t CameraTrigger = 8;
@@ -18,6 +19,7 @@ constexpr std::int64_t AllCameraSignals = LineValid | FrameValid | CameraTrigger
 }  // namespace
 
 void Signals::bind(const Find& find, const std::vector<std::string>& events, FrameTaker& taker) {
+    taker_ = &taker;
     begunTick_ = 0.0;
     sourceWaits_ = false;
     inputs_ = watched(find, "Device1_Process1_Trigger_Inputs_InputStatus_Status");
@@ -30,15 +32,20 @@ void Signals::bind(const Find& find, const std::vector<std::string>& events, Fra
     image_.bind(find, switchboard_, frames_);
     port_.bind(find, switchboard_, image_);
     pixelSettings_.bind(find);
+    pixelSettings_.setScene(stage_.view());
     pixelSettings_.setSimulator(port_.connected() == LineSource::Simulator);
-    line_.bind(find, switchboard_, image_, port_);
+    line_.bind(find, switchboard_, image_, port_, stage_);
     simulator_.bind(find, switchboard_, port_);
     switchboard_.onCameraTrigger([this] { simulator_.cameraTriggerRose(); });
+    debug_.bind(find, switchboard_, port_, frames_, pixelSettings_);
     monitors_.bind(find);
     followInputs();
     shownSignals_ = cameraSignals();
     recording_.clear();
     record();
+    outages_.clear();
+    stage_.belt().restart(edges_);
+    follow(std::exchange(edges_, {}));
 }
 
 void Signals::record() {
@@ -58,7 +65,8 @@ const SignalRecording& Signals::recording() {
 }
 
 Tick Signals::next() const {
-    return std::min(line_.next(), simulator_.next());
+    return std::min({stage_.belt().next(), outages_.next(), line_.next(), simulator_.next(), image_.next(),
+                     debug_.next(), taker_ != nullptr ? taker_->next() : Never});
 }
 
 Tick Signals::ahead(double microseconds) {
@@ -69,25 +77,18 @@ Tick Signals::ahead(double microseconds) {
 }
 
 bool Signals::run(Tick until) {
-    const std::uint64_t handedOn = frames_.handedOn();
+    const std::uint64_t through = taker_->through();
     for (;;) {
-        // At the same tick the line trigger's turn is before the simulator's.
-        const Tick line = line_.next();
-        const Tick simulator = simulator_.next();
-        const Tick due = std::min(line, simulator);
+        const Tick due = next();
         if (due > until) {
             break;
         }
-        switchboard_.setTime(due);
-        if (line <= simulator) {
-            line_.happen();
-        } else {
-            simulator_.happen();
-        }
+        switchboard_.setTime(std::max(due, switchboard_.now()));
+        happen();
         if (sourceWaits_) {
             followSource();
         }
-        if (frames_.handedOn() != handedOn) {
+        if (taker_->through() != through) {
             return false;
         }
     }
@@ -95,14 +96,68 @@ bool Signals::run(Tick until) {
     return true;
 }
 
+/// What is due first; at the same tick in this order.
+void Signals::happen() {
+    const Tick now = switchboard_.now();
+    if (stage_.belt().next() <= now) {
+        stage_.belt().happen(now, edges_);
+        follow(edges_);
+        edges_.clear();
+    } else if (outages_.next() <= now) {
+        apply(outages_.take());
+    } else if (line_.next() <= now) {
+        line_.happen();
+    } else if (simulator_.next() <= now) {
+        simulator_.happen();
+    } else if (image_.next() <= now) {
+        image_.happen();
+    } else if (debug_.next() <= now) {
+        debug_.happen();
+    } else {
+        taker_->happen(now);
+    }
+}
+
+void Signals::follow(const Belt::Edges& edges) {
+    std::int64_t levels = integerOf(inputs_);
+    for (const Belt::Edge& edge : edges) {
+        const std::int64_t bit = std::int64_t{1} << edge.input;
+        levels = edge.level ? levels | bit : levels & ~bit;
+    }
+    if (inputs_ != nullptr && levels != integerOf(inputs_)) {
+        inputs_->setInteger(levels);
+        followInputs();
+    }
+}
+
+void Signals::apply(const Outages::Change& change) {
+    if (change.what == SOFTBOARD_OUTAGE_LINK) {
+        taker_->linkChanged(!change.gone, switchboard_.now());
+    } else if (cameraStatus_ != nullptr) {
+        const std::int64_t status = integerOf(cameraStatus_);
+        cameraStatus_->setInteger(change.gone ? status & ~CameraClock : status | CameraClock);
+    }
+}
+
+void Signals::endOutages() {
+    for (const int what : {SOFTBOARD_OUTAGE_CAMERA, SOFTBOARD_OUTAGE_LINK}) {
+        if (outages_.isGone(what)) {
+            apply({switchboard_.now(), what, false});
+        }
+    }
+    outages_.clear();
+}
+
 void Signals::show() {
     monitors_.show(switchboard_.now());
+    taker_->show(switchboard_.now());
     showCameraSignals(AllCameraSignals);
 }
 
 void Signals::restartPath() {
     image_.restartFreeRun();
     frames_.forget();
+    line_.restartScene();
     followSource();
     simulator_.restart();
 }
@@ -164,6 +219,7 @@ void Signals::written(const Parameter& parameter) {
         image_.written(parameter);
         line_.written(parameter);
         simulator_.written(parameter);
+        debug_.written(parameter);
         if (port_.selects(parameter) || sourceWaits_) {
             followSource();
         }
@@ -172,10 +228,14 @@ void Signals::written(const Parameter& parameter) {
     showCameraSignals(cameraSignals() ^ shownSignals_);
 }
 
-/// Lets happen what a change has made due at once, as an ExSync2 without delay. The simulator's lines wait for time.
+/// Lets happen what a change has made due at once, as an ExSync2 without delay or a frame on its way over a DMA that
+/// takes no time. The simulator's lines wait for time.
 void Signals::settle() {
     while (line_.next() <= switchboard_.now()) {
         line_.happen();
+    }
+    while (taker_->next() <= switchboard_.now()) {
+        taker_->happen(switchboard_.now());
     }
 }
 
@@ -201,7 +261,7 @@ void Signals::followInputs() {
         const bool level = ((levels >> input) & 1) != 0;
         if (level != switchboard_.level(FirstInputSelect + input)) {
             switchboard_.setLevel(FirstInputSelect + input, level);
-            image_.inputChanged();
+            image_.inputChanged(input, level);
             line_.inputChanged(input, level);
         }
     }

@@ -11,12 +11,15 @@
 #include "softboard/src/BoundParameters.h"
 #include "softboard/src/CameraPort.h"
 #include "softboard/src/CameraSimulator.h"
+#include "softboard/src/DebugPoints.h"
 #include "softboard/src/FrameAssembler.h"
 #include "softboard/src/ImageTrigger.h"
 #include "softboard/src/LineTrigger.h"
 #include "softboard/src/Monitors.h"
+#include "softboard/src/Outages.h"
 #include "softboard/src/PixelSettings.h"
 #include "softboard/src/SignalRecording.h"
+#include "softboard/src/Stage.h"
 #include "softboard/src/Switchboard.h"
 
 namespace softboard {
@@ -34,8 +37,8 @@ public:
 
     /// The tick that lies so many microseconds ahead; what is left of a tick is kept for the next call.
     Tick ahead(double microseconds);
-    /// Moves the time on to that tick, with all that happens meanwhile, or, when a frame is handed on, to its end: then
-    /// it returns false. The time stands still otherwise.
+    /// Moves the time on to that tick, with all that happens meanwhile, or to the one at which a frame has come
+    /// through: then it returns false. The time stands still otherwise.
     bool run(Tick until);
     /// To be called when the time has been moved on: shows what goes by it.
     void show();
@@ -47,6 +50,16 @@ public:
     /// An acquisition starts: what is under way by itself begins anew, and no frame that has begun is handed on.
     void restartPath();
     PixelSettings& pixelSettings() { return pixelSettings_; }
+    Stage& stage() { return stage_; }
+    /// The scene or its light has changed: a line that begins from now on sees it.
+    void stageChanged() { pixelSettings_.setScene(stage_.view()); }
+    /// The inputs that a belt drives have these levels now; to be called after each change of the belt.
+    void follow(const Belt::Edges& edges);
+    LineFaults& lineFaults() { return port_.faults(); }
+    Outages& outages() { return outages_; }
+    DebugPoints& debugPoints() { return debug_; }
+    /// What is gone by a plan is back.
+    void endOutages();
     Switchboard& switchboard() { return switchboard_; }
 
     // Counts since the design was put on the board.
@@ -73,6 +86,8 @@ private:
     void record();
     void settle();
     void followSource();
+    void happen();
+    void apply(const Outages::Change& change);
     void followInputs();
     void followOverflow();
     std::int64_t cameraSignals() const;
@@ -86,7 +101,12 @@ private:
     CameraPort port_;
     LineTrigger line_;
     CameraSimulator simulator_;
+    DebugPoints debug_;
     Monitors monitors_;
+    Stage stage_;
+    Belt::Edges edges_;  ///< of the belt, while they are followed
+    Outages outages_;
+    FrameTaker* taker_ = nullptr;
     double begunTick_ = 0.0;    ///< the part of the next tick that has passed, 0 to 1
     bool sourceWaits_ = false;  ///< the other source is selected, and is connected when the frame has ended
     Parameter* inputs_ = nullptr;

@@ -132,10 +132,14 @@ int softboard_plan_fault_at(IXdevice* board, unsigned nth, int64_t code) {
 }
 
 int softboard_clear_faults(IXdevice* board) {
-    return withRecorder(board, [](softboard::Recorder& recorder) {
+    const int result = withRecorder(board, [](softboard::Recorder& recorder) {
         recorder.faults.clear();
         return SOFTBOARD_OK;
     });
+    if (result == SOFTBOARD_OK && board != nullptr) {
+        board->clearPathFaults();
+    }
+    return result;
 }
 
 int softboard_set_integer(IXdevice* board, const char* name, int64_t value) {

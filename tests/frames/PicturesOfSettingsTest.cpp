@@ -6,6 +6,7 @@
 #include <functional>
 #include <random>
 
+#include "softboard/faults.h"
 #include "softboard/pixels/Reference.h"
 #include "softboard/pixels/Scene.h"
 #include "tests/frames/AppletFrames.h"
@@ -234,6 +235,7 @@ protected:
         const std::int64_t yOffset = design("Trigger_Trigger_YOffset");
         ASSERT_EQ(design("Trigger_Trigger_YLength"), height);
         softboard_memory* const memory = memoryOf(Frames, std::size_t{16384} * 6 * 6);
+        softboard_dma_rate(device(), std::numeric_limits<double>::infinity());
         settings.forget();
         std::vector<std::vector<pixels::Line>> frames;
         std::int64_t line = 0;
@@ -269,7 +271,12 @@ protected:
                 if (ofImage == yOffset) {
                     frames.emplace_back();
                 }
-                frames.back().push_back({.tick = 0, .position = position, .settings = now->version, .fault = 0});
+                frames.back().push_back({.tick = 0,
+                                         .position = position,
+                                         .settings = now->version,
+                                         .exposure = 0,
+                                         .flash = 0,
+                                         .inverted = 0});
             }
         }
         compare(frames, memory, static_cast<std::size_t>(height));

@@ -38,8 +38,8 @@ enum softboard_outages {
     SOFTBOARD_OUTAGE_LINK = 1     ///< softboard_link
 };
 
-/// Plans what befalls the `nth` line (from 1) that the camera or its simulator sends into the path from now on; 0: every
-/// line.
+/// Plans what befalls the `nth` line (from 1) that the camera or its simulator sends into the path from now on; 0:
+/// every line.
 SOFTBOARD_API int softboard_plan_line_fault(struct IXdevice* board, uint64_t nth, int what);
 /// Plans what befalls the `nth` frame (from 1) that begins from now on in an acquisition with a memory; 0: every frame.
 /// @param amount  lines (whole, at least 1) or microseconds (0 to 60 s); ignored by SOFTBOARD_FAULT_LOSE
@@ -54,8 +54,8 @@ SOFTBOARD_API int softboard_camera(struct IXdevice* board, int connected);
 /// Takes the link to the host down (0) or up: without it no frame reaches the host, and the board's status tells a link
 /// of no lanes. Frames then wait in the board's memory as long as they fit.
 SOFTBOARD_API int softboard_link(struct IXdevice* board, int up);
-/// How many bytes of pictures reach the host in a second of the board's time: above 0, infinite for at once; 3.6e9 for a
-/// new board, as PCIe brings with 8 lanes of 5.0 GT/s and 256 bytes of payload.
+/// How many bytes of pictures reach the host in a second of the board's time: above 0, infinite for at once; 3.6e9 for
+/// a new board, as PCIe brings with 8 lanes of 5.0 GT/s and 256 bytes of payload.
 SOFTBOARD_API int softboard_dma_rate(struct IXdevice* board, double bytes_per_second);
 
 #ifdef __cplusplus

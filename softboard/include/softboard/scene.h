@@ -88,8 +88,8 @@ typedef struct softboard_move {
 ///         faster than the clock ticks; SOFTBOARD_E_RANGE for an input that there is not.
 SOFTBOARD_API int softboard_belt(struct IXdevice* board, unsigned a, unsigned b, double counts_per_mm,
                                  const softboard_move* moves, size_t count);
-/// A light barrier: `input` is high while a part is in front of it, that is from `mm_first` to `mm_first + mm_length` of
-/// the belt, and again every `mm_pitch`. With a pitch of 0 one part comes, with a length of 0 there is no barrier at
+/// A light barrier: `input` is high while a part is in front of it, that is from `mm_first` to `mm_first + mm_length`
+/// of the belt, and again every `mm_pitch`. With a pitch of 0 one part comes, with a length of 0 there is no barrier at
 /// this input any more.
 /// @return SOFTBOARD_E_ARGUMENT for a pitch that is not greater than the length, or a part that is too short for the
 ///         fastest move of the belt; SOFTBOARD_E_RANGE for an input that there is not.
