@@ -90,7 +90,8 @@ Message Belt::set(unsigned a, unsigned b, double countsPerMm, std::vector<softbo
         const double quarter = NanometresPerMm / countsPerMm / 4;
         encoder.marks = {0.0, 2 * quarter, quarter, true};
         if (quarter < fastest(moves)) {
-            return {SOFTBOARD_E_ARGUMENT, "the belt is too fast for so many counts: a quarter of one lasts at least 8 ns"};
+            return {SOFTBOARD_E_ARGUMENT,
+                    "the belt is too fast for so many counts: a quarter of one lasts at least 8 ns"};
         }
     }
     for (const Barrier& barrier : barriers_) {

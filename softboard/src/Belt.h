@@ -82,8 +82,8 @@ private:
     std::vector<softboard_move> moves_;
 
     // The move that is under way.
-    Tick started_ = 0;       ///< when the first one began
-    std::size_t move_ = 0;   ///< its number; the belt stands behind the last one
+    Tick started_ = 0;      ///< when the first one began
+    std::size_t move_ = 0;  ///< its number; the belt stands behind the last one
     Tick moveBegan_ = 0;
     Tick moveEnds_ = Never;
     double moveFrom_ = 0.0;  ///< nanometres

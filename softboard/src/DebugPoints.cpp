@@ -1,9 +1,10 @@
 #include "softboard/src/DebugPoints.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
 #include <filesystem>
 #include <fstream>
+#include <system_error>
 #include <utility>
 
 #include "softboard/scenes/PictureScene.h"
@@ -127,20 +128,24 @@ scenes::Picture DebugPoints::pictureFor(const Point& point, const std::string& f
         throw scenes::PictureError("no file is given");
     }
     std::array<std::byte, 8> head{};
+    std::error_code error;
     std::ifstream stream;
-    if (std::filesystem::is_regular_file(file)) {
+    if (std::filesystem::is_regular_file(file, error)) {
         stream.open(file, std::ios::binary);
         stream.read(reinterpret_cast<char*>(head.data()), head.size());
     }
-    const bool picture = !stream || scenes::looksLikePicture(head);
-    return picture ? scenes::readPicture(file) : rawPicture(point, file);
+    // What cannot be opened is left to the reader of pictures, which tells why.
+    const bool raw = stream.is_open() && !scenes::looksLikePicture(head);
+    return raw ? rawPicture(point, file) : scenes::readPicture(file);
 }
 
 /// Words of 16 bits, low byte first, three for a pixel.
 scenes::Picture DebugPoints::rawPicture(const Point& point, const std::string& file) const {
-    const std::uint64_t size = std::filesystem::file_size(file);
+    std::error_code error;
+    const std::uint64_t size = std::filesystem::file_size(file, error);
     const std::uint64_t lineBytes = std::uint64_t{widthAt(point)} * Colours * sizeof(std::uint16_t);
-    if (lineBytes == 0 || size % lineBytes != 0 || size / lineBytes * widthAt(point) > scenes::MostPixels) {
+    if (error || size == 0 || lineBytes == 0 || size % lineBytes != 0 ||
+        size / lineBytes * widthAt(point) > scenes::MostPixels) {
         throw scenes::PictureError(file + ": neither a picture (PNG, PNM) nor whole lines of " +
                                    std::to_string(widthAt(point)) + " pixels of three 16-bit words, at most " +
                                    std::to_string(scenes::MostPixels) + " pixels");

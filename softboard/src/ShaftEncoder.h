@@ -10,10 +10,10 @@ namespace softboard {
 
 /// Not locked; the board's lock guards it.
 ///
-/// The tracks are square waves, a quarter of a period apart. The movement is forward while the leading one (EncoderABLead:
-/// 0 track A, 1 track B) changes first. EncoderABMode 1 takes a count from each period, where the leading track rises
-/// while the other is low; 2 takes two, where the leading track changes; 3 takes four, where any of them does. A count
-/// lies at one place, in whichever direction it is passed.
+/// The tracks are square waves, a quarter of a period apart. The movement is forward while the leading one
+/// (EncoderABLead: 0 track A, 1 track B) changes first. EncoderABMode 1 takes a count from each period, where the
+/// leading track rises while the other is low; 2 takes two, where the leading track changes; 3 takes four, where any of
+/// them does. A count lies at one place, in whichever direction it is passed.
 ///
 /// Forward counts give pulses. With EncoderCompensation, backward ones add to EncoderCompensationCount, and forward
 /// ones take it down to 0 before they give pulses again: no place gives two.

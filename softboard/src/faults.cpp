@@ -15,7 +15,7 @@ using softboard::Message;
 using softboard::onBoard;
 using softboard::refuse;
 
-constexpr double LongestStall = 60e6;      // microseconds
+constexpr double LongestStall = 60e6;       // microseconds
 constexpr double MostLines = 4294967295.0;  // more than any frame has
 
 }  // namespace

@@ -34,8 +34,9 @@ int softboard_scene_pattern(IXdevice* board, const char* pattern) {
     return onBoard(board, [&]() -> Message {
         auto scene = pattern != nullptr ? scenes::makePattern(pattern) : nullptr;
         if (scene == nullptr) {
-            return refuse((pattern != nullptr ? "\"" + std::string(pattern) + "\"" : std::string("null")) +
-                          ": the patterns are bars, ramp, checker, noise, noise:SEED, grey and grey:V, V from 0 to 255");
+            return refuse(
+                (pattern != nullptr ? "\"" + std::string(pattern) + "\"" : std::string("null")) +
+                ": the patterns are bars, ramp, checker, noise, noise:SEED, grey and grey:V, V from 0 to 255");
         }
         board->setScene(std::move(scene));
         return {};

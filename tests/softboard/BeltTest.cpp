@@ -71,8 +71,8 @@ TEST_F(BoardBelt, MovesWithTheClock) {
 
 TEST_F(BoardBelt, FollowsItsProfile) {
     ASSERT_EQ(belt(0.0, {{1000.0, 0.0}, {3000.0, 500.0}, {4000.0, 0.0}, {5000.0, -250.0}}), 0);
-    const std::vector<std::pair<double, double>> expected = {{500, 0.0},   {1000, 0.0},  {2000, 0.5},  {3000, 1.0}, {3999, 1.0},
-                                                             {4500, 0.875}, {5000, 0.75}, {9000, 0.75}};
+    const std::vector<std::pair<double, double>> expected = {{500, 0.0},  {1000, 0.0},   {2000, 0.5},  {3000, 1.0},
+                                                             {3999, 1.0}, {4500, 0.875}, {5000, 0.75}, {9000, 0.75}};
     double time = 0.0;
     for (const auto& [at, mm] : expected) {
         pass(at - time);

@@ -138,7 +138,7 @@ TEST_F(BoardBuffer, IsPassedAtOnceByADmaThatTakesNoTime) {
 }
 
 TEST_F(BoardBuffer, FillsWhereTheDmaIsTooSlow) {
-    banks(7, 16);  // 768 bytes, 32 lines
+    banks(7, 16);                                   // 768 bytes, 32 lines
     ASSERT_EQ(softboard_dma_rate(board, 15e6), 0);  // half of what comes
     acquire(-1, memory_);
     lines(60);
