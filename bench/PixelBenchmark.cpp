@@ -11,10 +11,13 @@
 #include <vector>
 
 #include "softboard/pixels/Renderer.h"
+#include "softboard/scenes/LitScene.h"
+#include "softboard/scenes/PictureScene.h"
 
 namespace {
 
 namespace pixels = softboard::pixels;
+namespace scenes = softboard::scenes;
 
 constexpr std::uint32_t Width = 4096;
 constexpr std::uint32_t Height = 1024;
@@ -88,13 +91,16 @@ std::shared_ptr<const pixels::Settings> settingsOf(std::uint32_t bits, std::uint
     return std::make_shared<const pixels::Settings>(settings);
 }
 
-std::vector<pixels::Line> allLines() {
+constexpr std::uint32_t Exposure = 10000;  ///< ticks
+
+/// @param pitch  from the position of a line to that of the next
+std::vector<pixels::Line> allLines(std::int64_t pitch) {
     std::vector<pixels::Line> lines(Height);
     for (std::uint32_t y = 0; y < Height; ++y) {
-        lines[y] = {.tick = 0,
-                    .position = pixels::simulatorPosition(0, y),
+        lines[y] = {.tick = std::int64_t{2} * Exposure * y,
+                    .position = pixels::simulatorPosition(0, y) * pitch,
                     .settings = 1,
-                    .exposure = 0,
+                    .exposure = Exposure,
                     .flash = 0,
                     .inverted = 0};
     }
@@ -103,9 +109,9 @@ std::vector<pixels::Line> allLines() {
 
 /// The bytes of a frame in memory are written once before any time is taken.
 void draw(benchmark::State& state, pixels::Scene& scene, const std::shared_ptr<const pixels::Settings>& settings,
-          std::size_t inputBytes) {
+          std::size_t inputBytes, std::int64_t pitch = 1) {
     pixels::Renderer renderer;
-    const std::vector<pixels::Line> lines = allLines();
+    const std::vector<pixels::Line> lines = allLines(pitch);
     std::vector<std::byte> out(pixels::lineBytes(*settings) * Height);
     const auto drawFrame = [&] {
         return renderer.draw(
@@ -126,6 +132,18 @@ template <Content content, std::uint32_t bits, std::uint32_t formatBits>
 void drawCamera(benchmark::State& state) {
     PictureInMemory picture(content, bits);
     draw(state, picture, settingsOf(bits, formatBits), picture.bytes().size());
+}
+
+/// A photo, as wide as the camera, that moves past it on a belt by one row a line.
+template <std::uint32_t bits>
+void drawBelt(benchmark::State& state, const scenes::Light& light) {
+    constexpr double PixelsPerMm = 10;
+    const PictureInMemory photo(Content::Photo, bits);
+    scenes::Picture picture{.width = Width, .height = Height, .bits = bits, .pixels = {}};
+    picture.pixels.assign(photo.bytes().begin(), photo.bytes().end());
+    const auto belt = std::make_shared<scenes::PictureScene>(std::move(picture), true, PixelsPerMm);
+    scenes::LitScene scene(belt, light);
+    draw(state, scene, settingsOf(bits, 8), photo.bytes().size(), static_cast<std::int64_t>(scene.nanometresPerRow()));
 }
 
 /// A copy of a frame of the camera's bytes.
@@ -175,6 +193,29 @@ void DrawNoiseRgb8Col24(benchmark::State& state) {
     drawCamera<Content::Noise, 8, 8>(state);
 }
 
+constexpr scenes::Light Plain{};
+constexpr scenes::Light Brighter{.referenceTicks = Exposure / 1.1};
+constexpr scenes::Light Noisy{.referenceTicks = Exposure / 1.1, .noise = 0.01};
+
+void DrawBeltRgb16Col24(benchmark::State& state) {
+    drawBelt<16>(state, Plain);
+}
+void DrawBeltInLightRgb16Col24(benchmark::State& state) {
+    drawBelt<16>(state, Brighter);
+}
+void DrawBeltWithNoiseRgb16Col24(benchmark::State& state) {
+    drawBelt<16>(state, Noisy);
+}
+void DrawBeltRgb8Col24(benchmark::State& state) {
+    drawBelt<8>(state, Plain);
+}
+void DrawBeltInLightRgb8Col24(benchmark::State& state) {
+    drawBelt<8>(state, Brighter);
+}
+void DrawBeltWithNoiseRgb8Col24(benchmark::State& state) {
+    drawBelt<8>(state, Noisy);
+}
+
 /// Bytes and ratio go by a frame of a camera of 16 bits.
 void DrawSimulatorCol24(benchmark::State& state) {
     PictureInMemory picture(Content::Ramp, 8);
@@ -190,8 +231,14 @@ BENCHMARK(DrawNoiseRgb16Col48);
 BENCHMARK(DrawPhotoRgb16Col30);
 BENCHMARK(DrawNoiseRgb16Col30);
 BENCHMARK(DrawSimulatorCol24);
+BENCHMARK(DrawBeltRgb16Col24);
+BENCHMARK(DrawBeltInLightRgb16Col24);
+BENCHMARK(DrawBeltWithNoiseRgb16Col24);
 BENCHMARK(CopyRgb8);
 BENCHMARK(DrawNoiseRgb8Col24);
 BENCHMARK(DrawRampRgb8Col24);
+BENCHMARK(DrawBeltRgb8Col24);
+BENCHMARK(DrawBeltInLightRgb8Col24);
+BENCHMARK(DrawBeltWithNoiseRgb8Col24);
 
 }  // namespace
