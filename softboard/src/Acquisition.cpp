@@ -191,6 +191,7 @@ void Acquisition::take(AssembledFrame frame, Tick now) {
                        (open.linesLost != 0 ? SOFTBOARD_FRAME_LINES_LOST | unsigned{SOFTBOARD_FRAME_SHORT} : 0U);
         waiting_.push_back({std::move(frame), number_, images_, std::exchange(lostBefore_, 0)});
         buffer_.endFrame();
+        schedule();
     }
 }
 
@@ -205,6 +206,7 @@ void Acquisition::drop(Tick now) {
     lostLines_ += open.lines - open.linesLost;
     if (open.entered && open.selected) {
         buffer_.dropLast(now);
+        schedule();
     }
 }
 
@@ -234,6 +236,7 @@ void Acquisition::count(std::int64_t pictures, Tick now) {
 void Acquisition::serve(Tick now) {
     const bool moves = running_ && memory_ != nullptr && linkUp_ && stalledUntil_ == Never;
     buffer_.serve(moves, moves && !arrived_ && !drawing_ && memory_->hasRoom(), now);
+    schedule();
 }
 
 void Acquisition::happen(Tick now) {
@@ -246,8 +249,8 @@ void Acquisition::happen(Tick now) {
         waiting_.pop_front();
         ++through_;
         lastFrame_ = now;
-        serve(now);
     }
+    serve(now);
 }
 
 WaitingFrame Acquisition::nextArrived() {
@@ -281,6 +284,11 @@ void Acquisition::followHost(Tick now) {
 void Acquisition::transferred(std::size_t bytes) {
     bytesTransferred_ += bytes;
     transferLength_->setInteger(static_cast<std::int64_t>(bytes));
+}
+
+void Acquisition::setDmaRate(double bytesPerSecond, Tick now) {
+    buffer_.setRate(bytesPerSecond, now);
+    schedule();
 }
 
 void Acquisition::endStall(Tick now) {

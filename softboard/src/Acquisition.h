@@ -75,11 +75,9 @@ public:
     void faultStruck() override { faults_ += running_ ? 1U : 0U; }
     void take(AssembledFrame frame, Tick now) override;
     void drop(Tick now) override;
-    Tick next() const override { return std::min(buffer_.next(), stalledUntil_); }
     void happen(Tick now) override;
     void linkChanged(bool up, Tick now) override;
     void show(Tick now) override;
-    std::uint64_t through() const override { return through_; }
 
     /// The picture count goes up by frames that nobody has assembled: without a memory only.
     void count(std::int64_t pictures, Tick now);
@@ -92,7 +90,7 @@ public:
     /// A buffer may have become free: brings the frame that waits for it.
     void followHost(Tick now);
 
-    void setDmaRate(double bytesPerSecond, Tick now) { buffer_.setRate(bytesPerSecond, now); }
+    void setDmaRate(double bytesPerSecond, Tick now);
     FrameFaults& frameFaults() { return frameFaults_; }
     /// A DMA that stands still goes on.
     void endStall(Tick now);
@@ -104,6 +102,7 @@ private:
     void enterFrame(Tick now);
     void overflow();
     void serve(Tick now);
+    void schedule() { next_ = std::min(buffer_.next(), stalledUntil_); }
     void transferred(std::size_t bytes);
     void countFrame(std::size_t bytes, Tick now);
     void endByCount(Tick now);
@@ -153,7 +152,6 @@ private:
     BufferModel buffer_;
     std::deque<WaitingFrame> waiting_;     ///< complete frames in the buffer
     std::optional<WaitingFrame> arrived_;  ///< at the host, but for its pixels
-    std::uint64_t through_ = 0;            ///< frames that have arrived, in all acquisitions
     bool drawing_ = false;
     bool linkUp_ = true;
     Tick stalledUntil_ = Never;  ///< Never: the DMA is not stalled

@@ -47,14 +47,18 @@ public:
 
     // What it does with frames by itself.
     /// When the next thing happens; Never if nothing will.
-    virtual Tick next() const = 0;
+    Tick next() const { return next_; }
     virtual void happen(Tick now) = 0;
     /// The link to the host goes down or up.
     virtual void linkChanged(bool up, Tick now) = 0;
     /// Shows what goes by the time.
     virtual void show(Tick now) = 0;
     /// Frames that have come through.
-    virtual std::uint64_t through() const = 0;
+    std::uint64_t through() const { return through_; }
+
+protected:
+    Tick next_ = Never;
+    std::uint64_t through_ = 0;
 };
 
 /// Not locked; the board's lock guards it.

@@ -36,7 +36,8 @@ public:
 
     /// When the next thing happens by itself; Never if nothing will.
     Tick next() const {
-        return std::min({lineEnd_, exposureEnd_, nextExsync2_, nextCycle_, trackA_.next(), trackB_.next()});
+        return std::min(std::min(std::min(lineEnd_, exposureEnd_), std::min(nextExsync2_, nextCycle_)),
+                        std::min(trackA_.next(), trackB_.next()));
     }
     /// Lets it happen; the switchboard's time is that tick already.
     void happen();

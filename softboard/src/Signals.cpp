@@ -65,8 +65,7 @@ const SignalRecording& Signals::recording() {
 }
 
 Tick Signals::next() const {
-    return std::min({stage_.belt().next(), outages_.next(), line_.next(), simulator_.next(), image_.next(),
-                     debug_.next(), taker_ != nullptr ? taker_->next() : Never});
+    return std::min({line_.next(), simulator_.next(), nextBesideLines(), taker_ != nullptr ? taker_->next() : Never});
 }
 
 Tick Signals::ahead(double microseconds) {
@@ -79,6 +78,7 @@ Tick Signals::ahead(double microseconds) {
 bool Signals::run(Tick until) {
     const std::uint64_t through = taker_->through();
     for (;;) {
+        runLines(std::min(until, nextBesideLines() - 1));
         const Tick due = next();
         if (due > until) {
             break;
@@ -94,6 +94,29 @@ bool Signals::run(Tick until) {
     }
     switchboard_.setTime(std::max(until, switchboard_.now()));
     return true;
+}
+
+/// Lines by themselves, which are most of what happens: none of the others is due until then, and only a frame that
+/// ends can change that.
+void Signals::runLines(Tick until) {
+    while (!sourceWaits_ && taker_->next() > until) {
+        const Tick line = line_.next();
+        const Tick simulator = simulator_.next();
+        const Tick due = std::min(line, simulator);
+        if (due > until) {
+            return;
+        }
+        switchboard_.setTime(due);
+        if (line <= simulator) {
+            line_.happen();
+        } else {
+            simulator_.happen();
+        }
+    }
+}
+
+Tick Signals::nextBesideLines() const {
+    return std::min(std::min(stage_.belt().next(), outages_.next()), std::min(image_.next(), debug_.next()));
 }
 
 /// What is due first; at the same tick in this order.

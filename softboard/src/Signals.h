@@ -87,6 +87,8 @@ private:
     void settle();
     void followSource();
     void happen();
+    void runLines(Tick until);
+    Tick nextBesideLines() const;
     void apply(const Outages::Change& change);
     void followInputs();
     void followOverflow();

@@ -2,7 +2,6 @@
 /// What stands in front of the camera: a scene in its light, and the belt that moves it.
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -19,7 +18,10 @@ public:
     Belt& belt() { return belt_; }
     const Belt& belt() const { return belt_; }
 
-    void setScene(std::shared_ptr<pixels::Scene> scene) { scene_ = std::move(scene); }
+    void setScene(std::shared_ptr<pixels::Scene> scene) {
+        scene_ = std::move(scene);
+        nanometresPerRow_ = scene_->nanometresPerRow();
+    }
     void setLight(const scenes::Light& light) { light_ = light; }
     const scenes::Light& light() const { return light_; }
     /// What the camera sees from now on.
@@ -29,12 +31,14 @@ public:
     /// @param belt  where the belt stood
     /// @param line  how many lines the camera has sent before
     std::int64_t position(double belt, std::int64_t line) const {
-        return std::llround(belt_.exists() ? belt : static_cast<double>(line) * scene_->nanometresPerRow());
+        const double place = belt_.exists() ? belt : static_cast<double>(line) * nanometresPerRow_;
+        return static_cast<std::int64_t>(place < 0.0 ? place - 0.5 : place + 0.5);
     }
 
 private:
     Belt belt_;
     std::shared_ptr<pixels::Scene> scene_ = std::make_shared<pixels::BarScene>();
+    double nanometresPerRow_ = scene_->nanometresPerRow();
     scenes::Light light_;
 };
 
