@@ -1,5 +1,6 @@
 #include "cli/Arguments.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -18,11 +19,15 @@ std::optional<Number> parseWhole(std::string_view text, Format... format) {
     return number;
 }
 
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
 }  // namespace
 
 std::vector<std::string> protectNegativeNumbers(std::vector<std::string> words) {
     for (std::string& word : words) {
-        if (word.starts_with('-') && (parseReal(word) || parseWholeNumber(word))) {
+        if (word.size() > 1 && word[0] == '-' && (isDigit(word[1]) || word[1] == '.' || parseReal(word))) {
             word.insert(word.begin(), ' ');
         }
     }
@@ -36,6 +41,13 @@ std::string trimmed(std::string_view text) {
         return "";
     }
     return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
+}
+
+std::string inCapitals(std::string text) {
+    std::ranges::transform(text, text.begin(), [](char letter) {
+        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+    });
+    return text;
 }
 
 std::optional<WholeNumber> parseWholeNumber(std::string_view text) {

@@ -9,12 +9,15 @@
 
 namespace quillon::cli {
 
-/// The words of a command line, made ready for the parser: a negative number such as "-1" is a value and never an
-/// option, and gets a blank in front that trimmed() takes away again.
+/// The words of a command line, made ready for the parser: what begins as a negative number, such as "-1" or
+/// "-5mm/s", is a value and never an option, and gets a blank in front that trimmed() takes away again.
 std::vector<std::string> protectNegativeNumbers(std::vector<std::string> words);
 
 /// Without blanks at either end.
 std::string trimmed(std::string_view text);
+
+/// With capitals for its small letters of ASCII.
+std::string inCapitals(std::string text);
 
 /// A whole number in decimal or, with 0x, in hexadecimal, with a sign if there is one; nothing for any other text or a
 /// number that 64 bits don't hold. A number above the largest signed one comes as its 64 bits with `negative` false.

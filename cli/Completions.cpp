@@ -5,6 +5,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "cli/Arguments.h"
 #include "quillon/Enumerators.h"
 #include "quillon/PublicEvents.h"
 #include "quillon/PublicParameters.h"
@@ -117,13 +118,6 @@ Words eventNames() {
         names.emplace_back(event.publicName);
     }
     return names;
-}
-
-std::string inCapitals(std::string text) {
-    std::ranges::transform(text, text.begin(), [](char letter) {
-        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-    });
-    return text;
 }
 
 /// Files with a suffix, and folders, whose names begin so.

@@ -27,13 +27,16 @@ enum class Dimension {
     Voltage,
     Temperature,
     Length,
-    Speed
+    Speed,
+    Density,
+    DataRate
 };
 
 struct Unit {
     std::string_view name;
     Dimension dimension;
-    int exponent;  ///< of ten: what a number is multiplied by to be in the base unit of its dimension
+    int exponent;     ///< of ten: what a number is multiplied by to be in the base unit of its dimension
+    int divisor = 1;  ///< what it is divided by besides
 };
 
 constexpr auto Units = std::to_array<Unit>({
@@ -79,6 +82,14 @@ constexpr auto Units = std::to_array<Unit>({
     {"um/s", Dimension::Speed, -6},
     {"mm/s", Dimension::Speed, -3},
     {"m/s", Dimension::Speed, 0},
+    {"m/min", Dimension::Speed, 0, 60},
+    {"/um", Dimension::Density, 6},
+    {"/mm", Dimension::Density, 3},
+    {"/m", Dimension::Density, 0},
+    {"B/s", Dimension::DataRate, 0},
+    {"kB/s", Dimension::DataRate, 3},
+    {"MB/s", Dimension::DataRate, 6},
+    {"GB/s", Dimension::DataRate, 9},
 });
 
 const Unit* unitOf(std::string_view name) {
@@ -97,13 +108,17 @@ double scaled(double number, int exponent) {
     return exponent < 0 ? number / power : number * power;
 }
 
+double converted(double number, const Unit& from, const Unit& to) {
+    return scaled(number, from.exponent - to.exponent) * to.divisor / from.divisor;
+}
+
 /// The names of the units that can be taken for `wanted`; other names for one stand behind it in the table.
 std::string namesFor(const Unit& wanted) {
     std::string names;
     for (std::size_t i = 0; i < Units.size(); ++i) {
         const Unit& unit = Units[i];
-        const bool isOtherName =
-            i > 0 && Units[i - 1].dimension == unit.dimension && Units[i - 1].exponent == unit.exponent;
+        const bool isOtherName = i > 0 && Units[i - 1].dimension == unit.dimension &&
+                                 Units[i - 1].exponent == unit.exponent && Units[i - 1].divisor == unit.divisor;
         const bool fits = unit.dimension == wanted.dimension || isReciprocal(unit.dimension, wanted.dimension);
         if (fits && !isOtherName && !unit.name.empty()) {
             names += (names.empty() ? "" : ", ") + std::string(unit.name);
@@ -150,7 +165,7 @@ double parseQuantity(std::string_view text, std::string_view wanted) {
         throw UsageError(wanted.empty() ? "it takes a number" : "it takes a number in " + std::string(wanted));
     }
     if (from != nullptr && from->dimension == to->dimension) {
-        return scaled(quantity->number, from->exponent - to->exponent);
+        return converted(quantity->number, *from, *to);
     }
     if (from != nullptr && isReciprocal(from->dimension, to->dimension)) {
         return scaled(1, -from->exponent - to->exponent) / quantity->number;
@@ -166,6 +181,22 @@ double parseTime(std::string_view text) {
         throw UsageError("\"" + trimmed(text) + "\" is no time: it is written with its unit, as 20us, 1.5ms or 2s");
     }
     return scaled(quantity->number, unit->exponent + 6);
+}
+
+double parseMeasure(std::string_view text, const Measure& measure) {
+    const auto quantity = split(text);
+    const Unit& to = *unitOf(measure.unit);
+    const Unit* from = quantity ? unitOf(quantity->unit) : nullptr;
+    if (quantity && quantity->unit.empty() && quantity->number == 0) {
+        return 0;
+    }
+    const bool fits = from != nullptr && from->dimension == to.dimension;
+    const double number = fits ? converted(quantity->number, *from, to) : 0;
+    if (!fits || !std::isfinite(number)) {
+        throw UsageError("\"" + trimmed(text) + "\" is no " + measure.name + ": it is written with its unit, as " +
+                         measure.example + "; units are " + namesFor(to));
+    }
+    return number;
 }
 
 double parseSeconds(std::string_view text) {

@@ -18,6 +18,19 @@ bool hasUnit(std::string_view text);
 /// The microseconds of a time of 0 or more that says its unit: "10ms". Throws UsageError.
 double parseTime(std::string_view text);
 
+/// What is always written with a unit, 0 alone without one.
+struct Measure {
+    const char* name;     ///< in words
+    const char* unit;     ///< in which it is wanted; one that this file knows
+    const char* example;  ///< as it may be written
+};
+inline constexpr Measure Speed{"speed", "mm/s", "500mm/s"};
+inline constexpr Measure Way{"way", "mm", "20mm"};
+inline constexpr Measure Density{"density", "/mm", "10/mm"};
+inline constexpr Measure DataRate{"data rate", "B/s", "1GB/s"};
+/// Its finite number in that unit, with its sign. Throws UsageError.
+double parseMeasure(std::string_view text, const Measure& measure);
+
 /// The seconds of a time of 0 or more; a number without a unit is one of seconds. Throws UsageError.
 double parseSeconds(std::string_view text);
 

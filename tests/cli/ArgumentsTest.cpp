@@ -12,6 +12,15 @@ TEST(Arguments, ANegativeNumberIsKeptApartFromOptions) {
                 ElementsAre("set", " -1", "--json", " -0.5", "-o", " -0x10"));
 }
 
+TEST(Arguments, SoIsOneWithItsUnit) {
+    EXPECT_THAT(protectNegativeNumbers({"belt", "-200mm/s:10ms,5mm/s", "-.5m/s", "-n", "--belt", "-"}),
+                ElementsAre("belt", " -200mm/s:10ms,5mm/s", " -.5m/s", "-n", "--belt", "-"));
+}
+
+TEST(Arguments, CapitalsAreThoseOfAscii) {
+    EXPECT_EQ(inCapitals("part_3.png \u00E4"), "PART_3.PNG \u00E4");
+}
+
 TEST(Arguments, BlanksAtTheEndsAreTakenAway) {
     EXPECT_EQ(trimmed("  -1 "), "-1");
     EXPECT_EQ(trimmed("   "), "");

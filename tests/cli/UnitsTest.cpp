@@ -26,6 +26,10 @@ TEST(Quantities, AreTurnedIntoTheUnitWanted) {
     EXPECT_EQ(parseQuantity("4096px", "pixel"), 4096);
     EXPECT_EQ(parseQuantity("0.04mm", "um"), 40);
     EXPECT_EQ(parseQuantity("0.5m/s", "um/s"), 500000);
+    EXPECT_EQ(parseQuantity("30m/min", "mm/s"), 500);
+    EXPECT_EQ(parseQuantity("500mm/s", "m/min"), 30);
+    EXPECT_EQ(parseQuantity("10/mm", "/m"), 10000);
+    EXPECT_EQ(parseQuantity("1.5GB/s", "MB/s"), 1500);
 }
 
 TEST(Quantities, WithoutAUnitAreInItAlready) {
@@ -56,6 +60,16 @@ TEST(Times, SayTheirUnit) {
     EXPECT_EQ(parseTime("0.5 s"), 500000);
     for (const char* text : {"", "10", "-1ms", "infs", "nans", "20kHz", "1m"}) {
         EXPECT_THROW(parseTime(text), UsageError) << text;
+    }
+}
+
+TEST(Measures, SayTheirUnitUnlessTheyAreZero) {
+    EXPECT_EQ(parseMeasure("500mm/s", Speed), 500);
+    EXPECT_EQ(parseMeasure("-0.5 m/s", Speed), -500);
+    EXPECT_EQ(parseMeasure("0", Way), 0);
+    EXPECT_EQ(parseMeasure("1e3um", Way), 1);
+    for (const char* text : {"", "10", "infmm", "nanmm", "1e308m", "10mm/s", "mm", "20kHz"}) {
+        EXPECT_THROW(parseMeasure(text, Way), UsageError) << text;
     }
 }
 
