@@ -12,7 +12,10 @@ static_assert(static_cast<int>(FrameFlag::Short) == SOFTBOARD_FRAME_SHORT &&
               static_cast<int>(FrameFlag::GateEnded) == SOFTBOARD_FRAME_GATE_ENDED &&
               static_cast<int>(FrameFlag::Truncated) == SOFTBOARD_FRAME_TRUNCATED &&
               static_cast<int>(FrameFlag::LinesLost) == SOFTBOARD_FRAME_LINES_LOST &&
-              static_cast<int>(FrameFlag::Injected) == SOFTBOARD_FRAME_INJECTED);
+              static_cast<int>(FrameFlag::Injected) == SOFTBOARD_FRAME_INJECTED &&
+              static_cast<int>(FrameFlag::RedFirst) == SOFTBOARD_FRAME_RED_FIRST &&
+              static_cast<int>(FrameFlag::Mixed) == SOFTBOARD_FRAME_MIXED &&
+              static_cast<int>(FrameFlag::Faulty) == SOFTBOARD_FRAME_FAULTY);
 
 namespace {
 
@@ -92,6 +95,10 @@ void FrameMemory::release(std::uint64_t number) {
 FrameError::FrameError(std::uint64_t frameNumber, unsigned timeout, int answeredCode)
     : CallError(inWords(frameNumber, timeout, answeredCode), answeredCode, Whole{}), number(frameNumber) {}
 
+bool FrameError::timedOut() const {
+    return code == SOFTBOARD_E_TIMEOUT;
+}
+
 Acquisition::Acquisition(Applet& applet, FrameMemory& memory, std::int64_t count, unsigned timeout)
     : applet_(applet), memory_(memory), count_(count), timeout_(timeout) {
     memory_.setMode(MemoryMode::Hold);
@@ -131,12 +138,28 @@ const Frame* Acquisition::next() {
     return &*frame_;
 }
 
-std::uint64_t Acquisition::lost() const {
-    const std::int64_t frames = applet_.status(SOFTBOARD_STATUS_LOST_FRAMES, 0, Dma, memory_.pointer());
-    if (frames < 0) {
-        throw CallError("Fg_getStatusEx", static_cast<int>(frames));
+std::uint64_t Acquisition::status(unsigned number) const {
+    const std::int64_t count = applet_.status(number, 0, Dma, memory_.pointer());
+    if (count < 0) {
+        throw CallError("Fg_getStatusEx", static_cast<int>(count));
     }
-    return static_cast<std::uint64_t>(frames);
+    return static_cast<std::uint64_t>(count);
+}
+
+std::uint64_t Acquisition::lost() const {
+    return status(SOFTBOARD_STATUS_LOST_FRAMES);
+}
+
+std::uint64_t Acquisition::lostLines() const {
+    return status(SOFTBOARD_STATUS_LOST_LINES);
+}
+
+std::uint64_t Acquisition::bytesWaiting() const {
+    return status(SOFTBOARD_STATUS_BYTES_WAITING);
+}
+
+std::uint64_t Acquisition::faults() const {
+    return status(SOFTBOARD_STATUS_FAULTS);
 }
 
 }  // namespace quillon::client

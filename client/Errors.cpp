@@ -55,6 +55,10 @@ CallError::CallError(const std::string& function, int answeredCode)
     : Error(function + " answered " + describeCode(answeredCode) + ", " + std::string(codeText(answeredCode).sentence)),
       code(answeredCode) {}
 
+CallError::CallError(const std::string& function, int answeredCode, const std::string& reason)
+    : CallError(CallError(function, answeredCode).what() + (reason.empty() ? "" : ": " + reason), answeredCode,
+                Whole{}) {}
+
 ParameterError::ParameterError(const std::string& function, int parameterId, int answeredCode)
     : CallError(function + " of parameter " + std::to_string(parameterId), answeredCode), id(parameterId) {}
 

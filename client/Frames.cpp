@@ -31,7 +31,7 @@ std::vector<std::string> FrameDescription::flagNames() const {
         std::pair(FrameFlag::Short, "short"),         std::pair(FrameFlag::GateEnded, "gate ended"),
         std::pair(FrameFlag::Truncated, "truncated"), std::pair(FrameFlag::LinesLost, "lines lost"),
         std::pair(FrameFlag::Injected, "injected"),   std::pair(FrameFlag::RedFirst, "red first"),
-        std::pair(FrameFlag::Mixed, "mixed")};
+        std::pair(FrameFlag::Mixed, "mixed"),         std::pair(FrameFlag::Faulty, "faulty")};
     std::vector<std::string> words;
     for (const auto& [flag, name] : names) {
         if (has(flag)) {

@@ -9,8 +9,10 @@
 #include "quillon/client/Errors.h"
 #include "quillon/client/SoftBoard.h"
 #include "softboard/clock.h"
+#include "softboard/faults.h"
 #include "softboard/frames.h"
 #include "softboard/recording.h"
+#include "softboard/scene.h"
 #include "softboard/softboard.h"
 
 namespace quillon::client {
@@ -22,7 +24,7 @@ inline void expectOk(const std::string& function, int code) {
     }
 }
 
-// The functions of softboard.h, clock.h, frames.h and recording.h, by their names without the prefix.
+// The functions of softboard.h and of the headers beside it, by their names without the prefix.
 // clang-format off
 #define SOFTBOARD_FUNCTIONS(FUNCTION)                                                                                  \
     FUNCTION(open) FUNCTION(close)                                                                                     \
@@ -35,6 +37,10 @@ inline void expectOk(const std::string& function, int code) {
     FUNCTION(advance_signals) FUNCTION(get_signal_time) FUNCTION(set_input) FUNCTION(get_output) FUNCTION(get_signal)  \
     FUNCTION(advance_to_event) FUNCTION(event_count) FUNCTION(clock)                                                   \
     FUNCTION(record_signals) FUNCTION(recording_size) FUNCTION(recorded_changes)                                       \
+    FUNCTION(scene_pattern) FUNCTION(scene_picture) FUNCTION(scene_callback) FUNCTION(scene_light) FUNCTION(scene_seed)\
+    FUNCTION(belt) FUNCTION(barrier) FUNCTION(belt_position) FUNCTION(last_message)                                    \
+    FUNCTION(plan_line_fault) FUNCTION(plan_frame_fault) FUNCTION(plan_outage)                                         \
+    FUNCTION(camera) FUNCTION(link) FUNCTION(dma_rate)                                                                 \
     FUNCTION(memory_open) FUNCTION(memory_close) FUNCTION(memory_mode) FUNCTION(memory_data) FUNCTION(memory_release)  \
     FUNCTION(call_count) FUNCTION(live_designs) FUNCTION(live_handles)
 // clang-format on

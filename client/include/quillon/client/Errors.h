@@ -43,6 +43,8 @@ public:
 class CallError : public Error {
 public:
     CallError(const std::string& function, int answeredCode);
+    /// With words of whoever answered; they may be empty.
+    CallError(const std::string& function, int answeredCode, const std::string& reason);
     int code;
 
 protected:

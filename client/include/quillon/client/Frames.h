@@ -36,7 +36,8 @@ enum class FrameFlag : std::uint32_t {
     LinesLost = 8,  ///< lines of it did not fit into the board's own memory
     Injected = 16,  ///< it came in through a debug point
     RedFirst = 32,  ///< a pixel's first component is red
-    Mixed = 64      ///< width, bits or order changed within it: they are told of its first line
+    Mixed = 64,     ///< width, bits or order changed within it: they are told of its first line
+    Faulty = 128    ///< a planned fault has befallen it, or a line of it
 };
 
 /// What is known of a frame beside its bytes. A tick is 8 ns of the board's clock.
@@ -55,7 +56,8 @@ struct FrameDescription {
     std::uint32_t settings = 0;    ///< version of the settings that its first line was drawn with
 
     bool has(FrameFlag flag) const { return (flags & static_cast<std::uint32_t>(flag)) != 0; }
-    /// The flags by their names: "short", "gate ended", "truncated", "lines lost", "injected", "red first", "mixed".
+    /// The flags by their names: "short", "gate ended", "truncated", "lines lost", "injected", "red first", "mixed",
+    /// "faulty".
     std::vector<std::string> flagNames() const;
 };
 
@@ -134,6 +136,8 @@ private:
 class FrameError : public CallError {
 public:
     FrameError(std::uint64_t frameNumber, unsigned timeout, int answeredCode);
+    /// Whether the time was over; the acquisition may go on then.
+    bool timedOut() const;
     std::uint64_t number;  ///< of the frame that was waited for
 };
 
@@ -153,6 +157,12 @@ public:
     const Frame* next();
     /// Frames that were lost since the start.
     std::uint64_t lost() const;
+    /// Lines that were lost since the start, those of lost frames among them.
+    std::uint64_t lostLines() const;
+    /// Bytes on the board, on their way to the host.
+    std::uint64_t bytesWaiting() const;
+    /// Planned faults of lines and frames that have struck since the start.
+    std::uint64_t faults() const;
 
     /// Steps from frame to frame with next().
     class Iterator {
@@ -180,6 +190,7 @@ public:
 
 private:
     void release();
+    std::uint64_t status(unsigned number) const;
 
     Applet& applet_;
     FrameMemory& memory_;

@@ -5,8 +5,11 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
+
+#include "quillon/client/Scene.h"
 
 struct IXdevice;
 
@@ -161,6 +164,50 @@ public:
     /// How often the design has raised an event, by its name in the design.
     std::uint64_t eventCount(const std::string& event) const;
 
+    // What stands in front of the camera stays there when another design is put on the board; a change lands between
+    // lines. What is refused here and among the faults below is thrown with the board's own words.
+
+    /// Shows a pattern: "bars" (the scene of a new board), "ramp", "checker", "noise" or "noise:SEED", "grey" or
+    /// "grey:V" with V from 0 to 255.
+    void scenePattern(const std::string& pattern);
+    /// Shows a picture: a PNG or a PNM file. Its columns are the camera's pixels, its rows 1 / `pixelsPerMm` apart
+    /// along the belt, from 0 mm on. `tiled`: it is repeated in both directions; otherwise all is black around it.
+    /// @param pixelsPerMm  0.001 to 1000
+    void scenePicture(const std::filesystem::path& file, bool tiled, double pixelsPerMm);
+    /// Shows what `draw` draws. It is called on the thread that draws the frame, once for each line in the order of the
+    /// frames, and kept until the board closes.
+    void sceneCallback(DrawLine draw);
+    /// A new board's light is Light().
+    void light(const Light& light);
+    /// The seed of the light's noise, 1 for a new board: the same seed, ticks and scene give the same bytes.
+    void sceneSeed(std::uint64_t seed);
+    /// Starts a belt at 0 mm, in place of an earlier one; behind the last of the moves it stands. Without any there is
+    /// no belt from now on, and the scene moves by one pixel with every line.
+    void belt(std::span<const BeltMove> moves, const Encoder& encoder = {});
+    /// A light barrier: `input` is high while a part is in front of it, from `firstMm` to `firstMm` + `lengthMm` of the
+    /// belt, and again every `pitchMm`. With a pitch of 0 one part comes, with a length of 0 there is no barrier at
+    /// this input any more.
+    void barrier(unsigned input, double firstMm, double pitchMm, double lengthMm);
+    double beltPosition() const;  ///< mm; 0 without a belt
+
+    /// Plans what befalls the `nth` line (from 1; 0 is every line) that comes into the path from now on.
+    void planLineFault(std::uint64_t nth, LineFault fault);
+    /// Plans what befalls the `nth` frame (from 1; 0 is every frame) that begins from now on in an acquisition with a
+    /// memory. `amount`: the lines that are left of a truncated one, at least 1, or the µs of a stall, up to 60 s.
+    void planFrameFault(std::uint64_t nth, FrameFault fault, double amount = 0);
+    /// Plans that the camera or the link is gone `afterUs` from now, and back `forUs` later.
+    void planOutage(Outage outage, double afterUs, double forUs = Forever);
+    /// Takes the camera away or brings it back.
+    void connectCamera(bool connected);
+    /// Takes the link to the host down or up.
+    void setLink(bool up);
+    /// How many bytes of pictures reach the host in a second of the board's time: above 0, infinite for at once.
+    void setDmaRate(double bytesPerSecond);
+
+    /// What went wrong last in a call about the scene or its faults, or with a picture that a debug point should have
+    /// inserted; empty if nothing has.
+    std::string lastMessage() const;
+
     /// The number that the SDK's Fg_getLastErrorNumber answers for this board.
     void setSdkError(int number);
 
@@ -172,8 +219,11 @@ private:
     };
     const SoftBoardLibrary::Loaded& board() const { return *library_.loaded_; }
     std::vector<std::string> lines(std::optional<Direction> direction) const;
+    /// Throws CallError, with the board's last message, for a code other than 0.
+    void expectTaken(const std::string& function, int code) const;
 
     SoftBoardLibrary library_;
+    std::vector<std::unique_ptr<DrawLine>> scenes_;  ///< a frame may be drawn with an earlier one still
     std::unique_ptr<IXdevice, Close> board_;
 };
 
