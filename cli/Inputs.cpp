@@ -11,7 +11,6 @@ namespace quillon::cli {
 namespace {
 
 constexpr const char* InputStatus = "Device1_Process1_Trigger_Inputs_InputStatus_Status";
-constexpr unsigned FirstFrontInput = 8;
 
 }  // namespace
 

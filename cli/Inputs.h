@@ -11,6 +11,7 @@
 namespace quillon::cli {
 
 inline constexpr unsigned InputCount = 12;
+inline constexpr unsigned FirstFrontInput = 8;
 
 /// "GPI 0" to "GPI 7", "Front GPI 0" to "Front GPI 3".
 std::string inputName(unsigned input);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/History.h"
+#include "cli/World.h"
 #include "quillon/client/Applet.h"
 #include "quillon/client/SoftBoard.h"
 
@@ -54,6 +55,8 @@ public:
     const client::Library& library();
     client::SoftBoard& board();
     client::Applet& applet();
+    /// The belt that was started last on the board; nothing where there is none.
+    std::optional<RunningBelt>& belt() { return owner_.belt_; }
     /// The file that was loaded last, if one was. A load that goes past applet() tells its file.
     const std::optional<std::filesystem::path>& configuration() const { return owner_.configuration_; }
     void configurationLoaded(const std::filesystem::path& file) { owner_.configuration_ = file; }
@@ -81,6 +84,7 @@ private:
     std::optional<client::Applet> applet_;                ///< goes away before its board
     bool withRegisters_ = false;
     bool loaded_ = false;  ///< the configuration of the options
+    std::optional<RunningBelt> belt_;
     History history_;
     std::unique_ptr<Session> scratch_;
 };

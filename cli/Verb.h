@@ -115,7 +115,7 @@ private:
     VERB("Frames and signals", Grab) VERB("Frames and signals", Trigger) VERB("Frames and signals", Timeline) \
     VERB("Frames and signals", Io) VERB("Frames and signals", Lut) VERB("Frames and signals", Events) \
     VERB("Board", Status) VERB("Board", Registers) VERB("Board", Advance) VERB("Board", Input) \
-    VERB("Board", Wait) \
+    VERB("Board", Wait) VERB("Board", Scene) VERB("Board", Belt) VERB("Board", Fault) \
     VERB("Sessions", Shell) VERB("Sessions", Run) VERB("Sessions", Undo) \
     VERB("About", Info) VERB("About", Xml) VERB("About", Reference) VERB("About", Demo) VERB("About", Manual) \
     VERB("About", Completion) VERB("About", Help)
