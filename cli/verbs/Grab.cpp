@@ -10,6 +10,7 @@
 #include "cli/Interrupt.h"
 #include "cli/Units.h"
 #include "cli/Verb.h"
+#include "cli/WorldWords.h"
 #include "cli/pictures/FileTemplate.h"
 #include "cli/pictures/FrameFile.h"
 #include "cli/pictures/Histogram.h"
@@ -39,6 +40,16 @@ struct GrabArguments {
     std::string graphics;
     unsigned columns = 0;  ///< 0: the terminal's
     std::string histogram;
+    SceneWords scene;
+    BeltWords belt;
+    FaultWords faults;
+};
+
+/// What was asked for in words that have been understood.
+struct World {
+    Scene scene;
+    Belt belt;
+    Faults faults;
 };
 
 /// Sixel graphics have pixels of their own; a terminal that does not tell their size has cells of about this one.
@@ -59,6 +70,9 @@ unsigned timeoutOf(const std::string& text) {
 struct Statistics {
     std::uint64_t frames = 0;
     std::uint64_t lost = 0;
+    std::uint64_t lostLines = 0;
+    std::uint64_t faults = 0;  ///< planned ones that struck
+    bool overflow = false;     ///< of the board's memory
     std::uint64_t bytes = 0;
     double seconds = 0;
     std::uint64_t firstTick = 0;  ///< of the first frame's end
@@ -236,7 +250,32 @@ private:
     client::SoftBoard& board_;
 };
 
-Statistics grabFrames(Session& session, const GrabArguments& arguments, const Watchers& watchers) {
+/// Puts the world on the board. The belt begins to run here, and the times of faults to count.
+void begin(Session& session, const World& world) {
+    apply(session.board(), world.scene);
+    apply(session.board(), session.applet(), world.belt, session.belt());
+    apply(session.board(), world.faults);
+}
+
+/// What is lost behind the last frame that came counts, too.
+void readCounts(const client::Acquisition& acquisition, const client::Applet& applet, Statistics& statistics) {
+    statistics.lost = std::max(statistics.lost, acquisition.lost());
+    statistics.lostLines = acquisition.lostLines();
+    statistics.faults = acquisition.faults();
+    statistics.overflow = applet.readInt("FG_OVERFLOW") != 0;
+}
+
+/// The board's message, if there is one that a reader of `before` has not seen, or that tells of a picture that a debug
+/// point should have inserted.
+void addMessage(Session& session, const std::string& before, Statistics& statistics) {
+    const std::string message = session.board().lastMessage();
+    const bool isOfInsertion = statistics.frames == 0 && session.applet().readInt("FG_DEBUGINENABLE") == FG_ON;
+    if (!message.empty() && (message != before || isOfInsertion)) {
+        statistics.reasons.push_back(message);
+    }
+}
+
+Statistics grabFrames(Session& session, const GrabArguments& arguments, const World& world, const Watchers& watchers) {
     client::Applet& applet = session.applet();
     const BoardForFrames board(session.board(),
                                arguments.clock == "real" ? client::ClockMode::Real : client::ClockMode::Free);
@@ -244,6 +283,7 @@ Statistics grabFrames(Session& session, const GrabArguments& arguments, const Wa
     const std::size_t size = client::frameSize(applet);
     client::FrameMemory memory(session.board(), size, bufferCount(size));
     Statistics statistics;
+    begin(session, world);
     const auto start = std::chrono::steady_clock::now();
     client::Acquisition acquisition(applet, memory, arguments.count, timeoutOf(arguments.timeout));
     try {
@@ -258,11 +298,10 @@ Statistics grabFrames(Session& session, const GrabArguments& arguments, const Wa
         }
     } catch (const client::FrameError& error) {
         statistics.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-        statistics.reasons = frameObstacles(applet);
+        statistics.reasons = frameObstacles(session);
         statistics.reasons.insert(statistics.reasons.begin(), error.what());
     }
-    // Frames may have been lost behind the last one that came.
-    statistics.lost = std::max(statistics.lost, acquisition.lost());
+    readCounts(acquisition, applet, statistics);
     return statistics;
 }
 
@@ -270,6 +309,9 @@ Json toJson(const Statistics& statistics, unsigned wanted) {
     return object({{"frames", statistics.frames},
                    {"wanted", wanted},
                    {"lost", statistics.lost},
+                   {"lostLines", statistics.lostLines},
+                   {"faults", statistics.faults},
+                   {"overflow", statistics.overflow},
                    {"bytes", statistics.bytes},
                    {"seconds", statistics.seconds},
                    {"rate", statistics.rate()},
@@ -278,9 +320,22 @@ Json toJson(const Statistics& statistics, unsigned wanted) {
                    {"reasons", statistics.reasons}});
 }
 
+std::string counted(std::uint64_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
 void tell(std::ostream& out, const Statistics& statistics) {
-    out << statistics.frames << (statistics.frames == 1 ? " frame, " : " frames, ") << statistics.bytes << " bytes in "
+    out << counted(statistics.frames, "frame") << ", " << statistics.bytes << " bytes in "
         << rounded(statistics.seconds * 1000) << " ms, " << statistics.lost << " lost";
+    if (statistics.lostLines > 0) {
+        out << ", " << counted(statistics.lostLines, "line") << " lost";
+    }
+    if (statistics.faults > 0) {
+        out << ", " << counted(statistics.faults, "fault") << " struck";
+    }
+    if (statistics.overflow) {
+        out << ", the board's memory overflowed";
+    }
     if (statistics.boardRate() > 0) {
         out << "; " << rounded(statistics.boardRate()) << " frames a second of the board's time";
     }
@@ -299,7 +354,11 @@ ExitStatus grab(Session& session, Console& console, const GrabArguments& argumen
     if (arguments.histogram != InTerminal && !arguments.histogram.empty() && !arguments.histogram.ends_with(".png")) {
         throw UsageError("\"" + arguments.histogram + "\": a histogram is written as .png");
     }
+    const World world{parseScene(arguments.scene), parseBelt(arguments.belt), parseFaults(arguments.faults)};
+    const std::string message = session.board().lastMessage();
     assign(session.applet(), arguments.assignments);
+    tellHints(console, hintsFor(session.applet(), world.scene), "--set ");
+    tellHints(console, hintsFor(session.applet(), world.belt), "--set ");
     const bool json = session.options().json;
     console.jsonPerLine = console.jsonPerLine || arguments.each;
     std::ostream& screen = json ? console.err : console.out;
@@ -309,11 +368,12 @@ ExitStatus grab(Session& session, Console& console, const GrabArguments& argumen
         display.emplace(screen, arguments);
     }
     const Progress progress(console.err, arguments.count);
-    const Statistics statistics =
-        grabFrames(session, arguments,
+    Statistics statistics =
+        grabFrames(session, arguments, world,
                    {output, !arguments.output.empty(), arguments.histogram.empty() ? nullptr : &histogram,
                     display ? &*display : nullptr, progress, json && arguments.each ? &console : nullptr});
     progress.clear();
+    addMessage(session, message, statistics);
     if (arguments.histogram == InTerminal) {
         for (const std::string& line : histogram.asText()) {
             screen << line << '\n';
@@ -346,6 +406,10 @@ void addGrabVerb(Verbs& verbs) {
         "  quillon grab -n 100 --clock real --json        how fast they come, and whether all do\n"
         "  quillon grab -n 100 --json --each              a line of JSON for each of them\n"
         "  quillon grab --histogram curve.png --mcf conveyor.mcf\n"
+        "  quillon grab --mcf conveyor.mcf --scene part.png --belt 500mm/s --encoder 10/mm --barrier 20mm:100mm\n"
+        "                                                 a part on a belt, with encoder and light barrier\n"
+        "  quillon grab -n 10 --json --each --fault frame:3:lose --fault line:100:drop\n"
+        "                                                 what an application gets to see of a fault\n"
         "\n"
         "A file's name tells what it is: .png and .tif have 8 bits a colour, or 16 over which 10, 12 and 14 are "
         "spread;\n"
@@ -355,7 +419,10 @@ void addGrabVerb(Verbs& verbs) {
         "\n"
         "With the free clock time jumps from event to event and no frame is lost; with the real one frames come as "
         "the\n"
-        "camera sends them. Exit status 1 if fewer came than were asked for, with what the parameters tell of why.",
+        "camera sends them. Exit status 1 if fewer came than were asked for, with what the parameters tell of why.\n"
+        "\n"
+        "Scene, belt and faults are the board's, and no parameters: in a session they stay. A belt begins to run, and\n"
+        "the lines, frames and times of faults to count, with the acquisition.",
         [arguments](Session& session, Console& console) { return grab(session, console, *arguments); });
     verb.add("-n,--count", &arguments->count, "Frames; by default 1").shownAs("COUNT").within(1, 1'000'000'000);
     verb.add("-o,--output", &arguments->output,
@@ -383,6 +450,21 @@ void addGrabVerb(Verbs& verbs) {
              "A histogram of the colours: in the terminal, or as a picture (.png)")
         .shownAs("FILE")
         .orWithout(InTerminal);
+    verb.add("--scene", &arguments->scene.scene,
+             "What the camera sees: a pattern (bars, ramp, checker, noise, noise:SEED, grey, grey:V) or a picture "
+             "(.png, .ppm, .pgm, .pnm)")
+        .shownAs("SCENE");
+    addSceneOptions(verb, arguments->scene);
+    verb.add("--belt", &arguments->belt.profile,
+             "What moves it: speeds, each with its time, separated by commas: 500mm/s:20ms,0:5ms,-200mm/s")
+        .shownAs("SPEED[:TIME],...");
+    addBeltOptions(verb, arguments->belt);
+    verb.add("--fault", &arguments->faults.faults,
+             "What goes wrong: line:100:drop (repeat, invert), frame:3:lose (truncate=100, stall=5ms), "
+             "camera:10ms-30ms, link:10ms-; repeatable")
+        .shownAs("FAULT")
+        .oneWordEach();
+    addFaultOptions(verb, arguments->faults);
 }
 
 }  // namespace quillon::cli

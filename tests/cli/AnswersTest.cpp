@@ -182,6 +182,7 @@ const std::vector<Command> commands{
     {0, "fault line:100:drop frame:every:lose camera:10ms- --dma-rate 1GB/s"},
     {0, "fault --clear --dma-rate unlimited"},
     {2, "fault line:100"},
+    {0, "grab -n 2 --fault frame:1:lose --scene noise --set FG_WIDTH=32 --set FG_HEIGHT=16"},
     {2, "undo"},
     {0, "watch FG_WIDTH FG_FILLLEVEL FG_VANTAGEPOINT FG_LUT_VALUE_RED[3] --times 1"},
     {1, "watch 999 --times 1"},

@@ -73,6 +73,22 @@ TEST(FrameObstacles, TheSimulatorsLinesAreItsOwnUnlessItWaitsForEdges) {
                             HasSubstr("FG_EXSYNCON is FG_OFF")));
 }
 
+TEST(FrameObstacles, AnEnabledDebugInputTakesWhatIsInsertedOnly) {
+    BuiltApplet built;
+    built.applet["FG_DEBUGINENABLE"] = "FG_ON";
+    EXPECT_THAT(
+        frameObstacles(built.applet),
+        ElementsAre("FG_DEBUGINENABLE is FG_ON: the path takes what is inserted at the debug point, and nothing "
+                    "else"));
+}
+
+TEST(FrameObstacles, ALinkOfNoLanesIsDown) {
+    BuiltApplet built;
+    built.board.setInteger("Device1_Process0_BoardStatus_PcieCurrentLinkWidth", 0);
+    EXPECT_THAT(frameObstacles(built.applet),
+                ElementsAre(HasSubstr("FG_SYSTEMMONITOR_CURRENT_LINK_WIDTH is 0: the link to the host is down")));
+}
+
 TEST(FrameObstacles, TheSelectorLetsOneImageOfAPeriodThrough) {
     BuiltApplet built;
     built.applet["FG_IMG_SELECT_PERIOD"] = 4;
