@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <array>
 #include <fstream>
+#include <iterator>
 #include <limits>
 #include <sstream>
 
 #include "cli/CommandLine.h"
+#include "cli/CommandLines.h"
 #include "cli/Refusals.h"
 #include "cli/Trace.h"
 #include "cli/Verb.h"
@@ -102,7 +105,59 @@ public:
         grab(folder / "region_of_interest.png", simulator, {"FG_WIDTH=256", "FG_XOFFSET=128", "FG_HEIGHT=128"});
     }
 
+    /// What a belt in front of the camera does to pictures; `examples` has the part and its configuration.
+    void showConveyor(const std::filesystem::path& examples, const std::filesystem::path& folder) {
+        const Words byEncoder{"--encoder", "2.5/mm"};
+        heading("A conveyor");
+        out_ << "  A part on a belt that runs three times as fast from the middle of the part on. On the left the "
+                "belt's\n"
+                "  encoder makes the lines, on the right the grabber does, every 2 ms:\n";
+        const std::string faster = "200mm/s:1450ms,600mm/s";
+        Words left = shoot(examples, folder / "conveyor_encoder.png", faster, byEncoder);
+        showBoth(left, shoot(examples, folder / "conveyor_free_running.png", faster,
+                             {"--set", "FG_LINETRIGGERMODE=GRABBER_CONTROLLED", "--set", "FG_LINEPERIODE=2ms"}));
+        out_ << "\n  The belt stops in the middle, runs back 40 mm and on: with the encoder's compensation, and "
+                "without:\n";
+        const std::string back = "200mm/s:1450ms,0:200ms,-200mm/s:200ms,200mm/s";
+        Words uncompensated = byEncoder;
+        uncompensated.insert(uncompensated.end(), {"--set", "FG_SHAFTENCODER_COMPENSATION_ENABLE=FG_OFF"});
+        left = shoot(examples, folder / "conveyor_compensation_on.png", back, byEncoder);
+        showBoth(left, shoot(examples, folder / "conveyor_compensation_off.png", back, uncompensated));
+    }
+
 private:
+    using Words = std::vector<std::string>;
+
+    /// A picture of the part on the belt, with the lines that show it.
+    Words shoot(const std::filesystem::path& examples, const std::filesystem::path& file, const std::string& belt,
+                const Words& more) {
+        Words words = splitLine("--tile --scale 2.5/mm --barrier 30mm:320mm --set FG_WIDTH=1024 --set FG_HEIGHT=850");
+        words.insert(words.begin(), {"grab", "-o", file.string(), "--mcf", examples / "shaft_encoder_conveyor.mcf",
+                                     "--scene", examples / "conveyor" / "part.png", "--belt", belt});
+        words.insert(words.end(), more.begin(), more.end());
+        words.insert(words.end(), {"--show", "--graphics", "blocks", "--columns", "32"});
+        return answerOf(words);
+    }
+
+    /// Answers with a picture each: the pictures side by side, and what there is beside them.
+    void showBoth(const Words& left, const Words& right) {
+        const auto isPicture = [](const std::string& line) { return line.starts_with('\033'); };
+        Words rows;
+        Words rest;
+        std::ranges::copy_if(left, std::back_inserter(rows), isPicture);
+        std::ranges::remove_copy_if(left, std::back_inserter(rest), isPicture);
+        auto row = rows.begin();
+        for (const std::string& line : right) {
+            if (!isPicture(line)) {
+                rest.push_back(line);
+            } else if (row != rows.end()) {
+                *row++ += "    " + line;
+            }
+        }
+        printLines(rows, rows.size());
+        printLines(rest, rest.size());
+    }
+
     void grab(const std::filesystem::path& file, std::vector<std::string> words,
               const std::vector<std::string>& assignments = {}) {
         for (const std::string& assignment : assignments) {
@@ -113,7 +168,10 @@ private:
     }
 
     /// Runs a command as a person would, on a board of its own, and shows its first `most` lines.
-    void run(std::vector<std::string> words, std::size_t most = 40) {
+    void run(const std::vector<std::string>& words, std::size_t most = 40) { printLines(answerOf(words), most); }
+
+    /// Shows a command, and carries it out.
+    std::vector<std::string> answerOf(std::vector<std::string> words) {
         out_ << "\n  $ quillon";
         for (const std::string& word : words) {
             out_ << ' ' << word;
@@ -123,15 +181,19 @@ private:
         words.insert(words.end(), {"--library", options.library.string(), "--softboard", options.softBoard.string()});
         std::stringstream answer;
         runCommand(words, answer, answer);
-        std::string line;
-        std::size_t shown = 0;
-        while (std::getline(answer, line)) {
-            if (++shown <= most) {
-                out_ << "  " << line << '\n';
-            }
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(answer, line);) {
+            lines.push_back(line);
         }
-        if (shown > most) {
-            out_ << "  ... " << shown << " lines\n";
+        return lines;
+    }
+
+    void printLines(const std::vector<std::string>& lines, std::size_t most) {
+        for (std::size_t i = 0; i < std::min(most, lines.size()); ++i) {
+            out_ << "  " << lines[i] << '\n';
+        }
+        if (lines.size() > most) {
+            out_ << "  ... " << lines.size() << " lines\n";
         }
     }
 
@@ -211,11 +273,12 @@ ExitStatus demonstrate(Session& session, Console& console, const DemoArguments& 
                     << " is not there; the chapters on configurations are left out\n";
     }
     demo.showDescription();
-    if (arguments.pictures.empty()) {
-        demo.showPictures(DemoFolder().path());
-    } else {
-        std::filesystem::create_directories(arguments.pictures);
-        demo.showPictures(arguments.pictures);
+    const DemoFolder passing;
+    const std::filesystem::path& pictures = arguments.pictures.empty() ? passing.path() : arguments.pictures;
+    std::filesystem::create_directories(pictures);
+    demo.showPictures(pictures);
+    if (const std::filesystem::path folder = example.parent_path(); std::filesystem::exists(folder / "conveyor")) {
+        demo.showConveyor(folder, pictures);
     }
     return Done;
 }

@@ -151,5 +151,18 @@ TEST(GrabbedFrames, TheDemonstrationLeavesItsPictures) {
     EXPECT_THAT(outcome.out, HasSubstr("\xE2\x96\x80\033[0m\n"));
 }
 
+TEST(GrabbedFrames, TheDemonstrationShowsWhatAnEncoderIsGoodFor) {
+    const Folder folder;
+    const Outcome outcome =
+        quillon({"demo", "--example", QUILLON_EXAMPLES "/free_running_4k.mcf", "--pictures", folder.path()});
+    EXPECT_EQ(outcome.status, 0);
+    const std::string byEncoder = contentOf(folder / "conveyor_encoder.png");
+    EXPECT_THAT(byEncoder, StartsWith("\x89PNG"));
+    EXPECT_EQ(contentOf(folder / "conveyor_compensation_on.png"), byEncoder) << "whatever the belt does";
+    EXPECT_NE(contentOf(folder / "conveyor_compensation_off.png"), byEncoder);
+    EXPECT_NE(contentOf(folder / "conveyor_free_running.png"), byEncoder);
+    EXPECT_THAT(outcome.out, HasSubstr("\xE2\x96\x80\033[0m    \033[38;2;")) << "side by side";
+}
+
 }  // namespace
 }  // namespace quillon::cli::testing
