@@ -187,7 +187,7 @@ TEST_F(DebugPoints, TakeRawWords) {
     select(CameraInput);
     std::string words;
     for (int pixel = 0; pixel < 2 * Width; ++pixel) {
-        for (const char high : {1, 2, 3}) {
+        for (const char high : {'\x01', '\x02', '\x03'}) {
             words += '\0';
             words += high;
         }
