@@ -287,7 +287,7 @@ private:
 
 Board::DrawnFrame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memory) {
     const AssembledFrame& frame = waiting.frame;
-    const auto settingsOf = [&](std::uint32_t version) -> std::shared_ptr<const pixels::Settings> {
+    const pixels::SettingsOfVersion settingsOf = [&](std::uint32_t version) -> std::shared_ptr<const pixels::Settings> {
         const auto found = std::lower_bound(frame.settings.begin(), frame.settings.end(), version,
                                             [](const std::shared_ptr<const pixels::Settings>& it,
                                                std::uint32_t wanted) { return it->version < wanted; });
