@@ -75,6 +75,9 @@ Message Board::planOutage(int what, double after, double duration) {
     if (!description_) {
         return {SOFTBOARD_E_NO_DESIGN, "the board's time begins with a design"};
     }
+    if (wholeTicks(after) == Never) {
+        return {};  // no clock gets there
+    }
     const Tick from = signals_.now() + wholeTicks(after);
     signals_.outages().plan(what, from, wholeTicks(duration) == Never ? Never : from + wholeTicks(duration));
     changed_.notify_all();
