@@ -15,6 +15,7 @@ constexpr double NanometresPerMm = 1e6;
 constexpr double MostCountsPerMm = 1e5;
 constexpr double FastestMmPerSecond = 1e6;
 constexpr double FarthestMm = 1e9;
+constexpr double ShortestPart = 1.0;  // nanometres, and so is the shortest gap
 
 double nanometresPerTick(double mmPerSecond) {
     return mmPerSecond * NanometresPerMm / (TicksPerMicrosecond * 1e6);
@@ -122,6 +123,9 @@ Message Belt::setBarrier(unsigned input, double first, double pitch, double leng
     Barrier barrier;
     barrier.input = input;
     barrier.sensor.marks = {first * NanometresPerMm, pitch * NanometresPerMm, length * NanometresPerMm, false};
+    if (length != 0.0 && barrier.sensor.marks.shortest() < ShortestPart) {
+        return {SOFTBOARD_E_ARGUMENT, "a part and the gap behind it are at least 0.000001 mm long"};
+    }
     if (length != 0.0 && barrier.sensor.marks.shortest() < fastest(moves_)) {
         return {SOFTBOARD_E_ARGUMENT, "a part is too short for the belt: at its fastest it lasts at least 8 ns"};
     }
@@ -178,9 +182,11 @@ Tick Belt::passes(const Sensor& sensor, Tick now) const {
     if (!mark) {
         return Never;
     }
+    constexpr double Longest = 1e18;
     const double ticks = std::ceil(std::max((*mark - moveFrom_) / speed_, 0.0));
-    return ticks <= static_cast<double>(moveEnds_ - moveBegan_) ? std::max(moveBegan_ + static_cast<Tick>(ticks), now)
-                                                                : Never;
+    return ticks < Longest && ticks <= static_cast<double>(moveEnds_ - moveBegan_)
+               ? std::max(moveBegan_ + static_cast<Tick>(ticks), now)
+               : Never;
 }
 
 bool Belt::pass(Sensor& sensor, Tick now) const {

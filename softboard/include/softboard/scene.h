@@ -91,8 +91,9 @@ SOFTBOARD_API int softboard_belt(struct IXdevice* board, unsigned a, unsigned b,
 /// A light barrier: `input` is high while a part is in front of it, that is from `mm_first` to `mm_first + mm_length`
 /// of the belt, and again every `mm_pitch`. With a pitch of 0 one part comes, with a length of 0 there is no barrier at
 /// this input any more.
-/// @return SOFTBOARD_E_ARGUMENT for a pitch that is not greater than the length, or a part that is too short for the
-///         fastest move of the belt; SOFTBOARD_E_RANGE for an input that there is not.
+/// @return SOFTBOARD_E_ARGUMENT for a pitch that is not greater than the length, a part or a gap that is shorter than
+///         0.000001 mm or too short for the fastest move of the belt; SOFTBOARD_E_RANGE for an input that there is
+///         not.
 SOFTBOARD_API int softboard_barrier(struct IXdevice* board, unsigned input, double mm_first, double mm_pitch,
                                     double mm_length);
 /// Where the belt stands, in millimetres; 0 without a belt.
