@@ -41,16 +41,16 @@ void CameraPort::beginLine(LineSource source, const pixels::Line& line) {
     }
     line_ = line;
     const auto strikes = faults_.next();
-    if (strikes.any()) {
-        const bool drop = strikes[SOFTBOARD_FAULT_DROP];
-        image_->faultStruck(drop);
-        if (drop) {
-            return;
-        }
-        repeats_ = strikes[SOFTBOARD_FAULT_REPEAT];
-        line_.inverted = strikes[SOFTBOARD_FAULT_INVERT_BITS] ? 1 : 0;
+    if (strikes[SOFTBOARD_FAULT_DROP]) {
+        image_->faultStruck(true);
+        return;
     }
+    repeats_ = strikes[SOFTBOARD_FAULT_REPEAT];
+    line_.inverted = strikes[SOFTBOARD_FAULT_INVERT_BITS] ? 1 : 0;
     startLine();
+    if (strikes.any()) {  // with a line its frame may just have begun
+        image_->faultStruck(false);
+    }
 }
 
 void CameraPort::cutOff(bool cutOff) {
@@ -81,6 +81,7 @@ void CameraPort::finishLine() {
     image_->lineEnded();
     if (std::exchange(repeats_, false)) {
         startLine();
+        image_->frameSuffers();
         finishLine();
     }
 }

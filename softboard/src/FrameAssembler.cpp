@@ -108,6 +108,10 @@ void FrameAssembler::end(Tick now, std::uint32_t flags) {
 
 void FrameAssembler::faultStruck() {
     taker_->faultStruck();
+    frameSuffers();
+}
+
+void FrameAssembler::frameSuffers() {
     if (collecting_) {
         frame_.flags |= SOFTBOARD_FRAME_FAULTY;
     }

@@ -74,6 +74,8 @@ public:
     void lineEnded(Tick now);
     /// A planned fault has befallen the path, and the frame that is under way.
     void faultStruck();
+    /// One that has struck before befalls the frame that is under way.
+    void frameSuffers();
     void lineLost() { taker_->lineLost(); }
     /// A frame without a line is none.
     void frameEnded(Tick now, std::uint32_t flags);

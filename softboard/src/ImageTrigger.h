@@ -56,6 +56,8 @@ public:
     bool flashes() const { return flash_; }
     /// A planned fault has befallen a line; it may have been lost by it.
     void faultStruck(bool lost);
+    /// What has struck befalls the frame that is under way, too.
+    void frameSuffers() { assembler_->frameSuffers(); }
 
 private:
     bool allFound() const;
