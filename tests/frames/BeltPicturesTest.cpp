@@ -18,8 +18,8 @@ using testing::Each;
 using testing::ElementsAre;
 
 constexpr double Forever = std::numeric_limits<double>::infinity();
-constexpr unsigned TrackA = 1;  // GPI, as FG_LINETRIGGERINSRC starts
-constexpr unsigned TrackB = 2;  // as FG_SHAFTENCODERINSRC starts
+constexpr unsigned TrackA = 1;   // GPI, as FG_LINETRIGGERINSRC starts
+constexpr unsigned TrackB = 2;   // as FG_SHAFTENCODERINSRC starts
 constexpr unsigned Barrier = 0;  // as FG_IMGTRIGGERINSRC starts
 
 /// A picture of 10 pixels a millimetre, whose rows are told by their grey: that of row n is n.
@@ -236,7 +236,8 @@ protected:
 
 TEST_F(LitPictures, AreAsBrightAsTheyAreExposed) {
     ASSERT_EQ(softboard_scene_light(device(), 20.0, 1.0, 0.0), 0);
-    for (const auto& [exposure, grey] : {std::pair{20.0, 100}, std::pair{10.0, 50}, std::pair{40.0, 200}, std::pair{80.0, 255}}) {
+    for (const auto& [exposure, grey] :
+         {std::pair{20.0, 100}, std::pair{10.0, 50}, std::pair{40.0, 200}, std::pair{80.0, 255}}) {
         set(FG_LINEEXPOSURE, exposure);
         EXPECT_THAT(next(), Each(grey)) << exposure;
     }

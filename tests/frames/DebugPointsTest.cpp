@@ -164,7 +164,8 @@ TEST_F(DebugPoints, SendSinglePixels) {
     pass(10.0);
     ASSERT_EQ(pictures(), 1);
     EXPECT_EQ(frame(memory, 1).about.lines, 2U);
-    EXPECT_THAT(line(1, 0), ElementsAre(255, 32, 0, 255, 32, 16, 255, 32, 32, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
+    EXPECT_THAT(line(1, 0),
+                ElementsAre(255, 32, 0, 255, 32, 16, 255, 32, 32, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
     EXPECT_EQ(line(1, 1)[1], 64);
 }
 
@@ -246,7 +247,8 @@ TEST_F(DebugPoints, FitThePictureIntoTheLine) {
     select(CameraInput);
     insert(file("small.pgm", "P2 2 1 255\n200 201\n"));
     pass(10.0);
-    EXPECT_THAT(line(1, 0), ElementsAre(200, 200, 200, 201, 201, 201, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
+    EXPECT_THAT(line(1, 0),
+                ElementsAre(200, 200, 200, 201, 201, 201, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
     std::string wide = "P2 20 1 255\n";
     for (int x = 0; x < 20; ++x) {
         wide += std::to_string(x) + "\n";
