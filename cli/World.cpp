@@ -35,8 +35,8 @@ std::optional<unsigned> selectedInput(const client::Applet& applet, const char* 
     if (source == TRGINSOFTWARE) {
         return std::nullopt;
     }
-    return static_cast<unsigned>(source >= TRGINSRC_FRONT_GPI_0 ? source - TRGINSRC_FRONT_GPI_0 + FirstFrontInput
-                                                                : source);
+    const bool isFront = source >= TRGINSRC_FRONT_GPI_0;
+    return static_cast<unsigned>(isFront ? source - TRGINSRC_FRONT_GPI_0 : source) + (isFront ? FirstFrontInput : 0);
 }
 
 std::string sourceOf(unsigned input) {

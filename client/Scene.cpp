@@ -115,7 +115,8 @@ std::string SoftBoard::lastMessage() const {
         code = board().last_message(device(), text.data(), text.size());
     }
     expectOk("last_message", code);
-    return text.c_str();
+    text.resize(text.find('\0'));
+    return text;
 }
 
 }  // namespace quillon::client
