@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -156,7 +157,7 @@ private:
         softboard_frame about;
         std::optional<pixels::LastPixel> last;
     };
-    DrawnFrame drawFrame(const WaitingFrame& waiting, FrameMemory& memory);
+    DrawnFrame drawFrame(const WaitingFrame& waiting, std::span<std::byte> buffer);
     /// Waits until no other thread draws.
     void waitForDrawer(Lock& lock);
     std::optional<std::int64_t> waitResultLocked(std::int64_t number) const;

@@ -240,11 +240,12 @@ void Board::draw(Lock& lock) {
     while (acquisition_.canDraw()) {
         const WaitingFrame waiting = acquisition_.nextArrived();
         const auto memory = acquisition_.memory();
+        const std::span<std::byte> buffer = memory->nextBuffer();
         drawer_ = std::this_thread::get_id();
         lock.unlock();
         std::optional<DrawnFrame> drawn;
         try {
-            drawn = drawFrame(waiting, *memory);
+            drawn = drawFrame(waiting, buffer);
             memory->deliver(drawn->about);
         } catch (const std::bad_alloc&) {
             drawn.reset();
@@ -285,7 +286,7 @@ private:
 
 }  // namespace
 
-Board::DrawnFrame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& memory) {
+Board::DrawnFrame Board::drawFrame(const WaitingFrame& waiting, std::span<std::byte> buffer) {
     const AssembledFrame& frame = waiting.frame;
     const pixels::SettingsOfVersion settingsOf = [&](std::uint32_t version) -> std::shared_ptr<const pixels::Settings> {
         const auto found = std::lower_bound(frame.settings.begin(), frame.settings.end(), version,
@@ -294,7 +295,6 @@ Board::DrawnFrame Board::drawFrame(const WaitingFrame& waiting, FrameMemory& mem
         return found != frame.settings.end() && (*found)->version == version ? *found : nullptr;
     };
     SceneOfEachLine scene(settingsOf);
-    const std::span<std::byte> buffer = memory.nextBuffer();
     const pixels::Drawn drawn = renderer_.draw(frame.lines, settingsOf, scene, buffer);
     // Lines without a format have no bytes; a frame of nothing else is not taken.
     const pixels::Settings& first =

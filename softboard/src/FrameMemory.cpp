@@ -114,6 +114,7 @@ bool FrameMemory::beginAcquisition() {
     if (acquiring_.exchange(true)) {
         return false;
     }
+    ++acquisition_;
     frames_ = 0;
     buffers_.assign(buffers_.size(), Buffer());
     return true;
@@ -126,6 +127,7 @@ bool FrameMemory::hasRoom() const {
 
 std::span<std::byte> FrameMemory::nextBuffer() {
     const std::lock_guard guard(mutex_);
+    drawnFor_ = acquisition_;
     buffers_[nextIndex()] = Buffer();
     return {bytes(nextIndex()), bufferSize_};
 }
@@ -136,6 +138,9 @@ void FrameMemory::deliver(softboard_frame frame) {
     const std::byte* data = nullptr;
     {
         const std::lock_guard guard(mutex_);
+        if (drawnFor_ != acquisition_) {
+            return;
+        }
         const std::size_t index = nextIndex();
         frame.size = sizeof frame;
         frame.number = ++frames_;

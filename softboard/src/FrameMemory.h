@@ -45,7 +45,8 @@ public:
     bool hasRoom() const;
     /// The buffer of the next frame, which holds no frame from now on.
     std::span<std::byte> nextBuffer();
-    /// The next frame is there: fills in its number, buffer and size, and calls the call-back. Nobody holds a lock.
+    /// The next frame is there: fills in its number, buffer and size, and calls the call-back. Nobody holds a lock. If
+    /// another acquisition has begun since nextBuffer, it is none of that one's.
     void deliver(softboard_frame frame);
     std::optional<softboard_frame> description(std::int64_t number) const;
 
@@ -69,6 +70,8 @@ private:
     int mode_ = SOFTBOARD_MEMORY_RING;
     std::uint64_t frames_ = 0;  ///< that have come since the start of the acquisition
     std::vector<Buffer> buffers_;
+    std::uint64_t acquisition_ = 0;  ///< that is the last one
+    std::uint64_t drawnFor_ = 0;     ///< that the buffer is filled for
     FrameCame frameCame_ = nullptr;
     void* user_ = nullptr;
 };
