@@ -256,6 +256,15 @@ TEST_F(FaultyPath, HasNoLanesWithoutALink) {
     EXPECT_EQ(rows(), fromTo(rows().front(), rows().front() + 7));
 }
 
+TEST_F(FaultyPath, GivesTheLinkBackWithTheLanesThatItHad) {
+    built.board.setInteger("Device1_Process0_BoardStatus_PcieCurrentLinkWidth", 4);
+    ASSERT_EQ(softboard_link(device(), 0), 0);
+    ASSERT_EQ(softboard_link(device(), 0), 0);
+    EXPECT_EQ(whole(FG_SYSTEMMONITOR_CURRENT_LINK_WIDTH), 0U);
+    ASSERT_EQ(softboard_link(device(), 1), 0);
+    EXPECT_EQ(whole(FG_SYSTEMMONITOR_CURRENT_LINK_WIDTH), 4U);
+}
+
 TEST_F(FaultyPath, LosesTheLinkForATime) {
     ASSERT_EQ(softboard_plan_outage(device(), SOFTBOARD_OUTAGE_LINK, 100.0, 2000.0), 0);
     acquire(-1, memory);
