@@ -117,7 +117,7 @@ TEST(BoardScene, LightFollowsTheExposure) {
     EXPECT_EQ(refusal([&] { pictures.board.light({.referenceUs = -1}); }).code, Argument);
 }
 
-TEST(BoardBelt, ItMovesWithTheBoardsTime) {
+TEST(SoftBoardBelt, ItMovesWithTheBoardsTime) {
     BuiltApplet built;
     EXPECT_EQ(built.board.beltPosition(), 0);
     built.board.belt(std::array{BeltMove{10'000, 500}, BeltMove{20'000, -100}});
@@ -130,7 +130,7 @@ TEST(BoardBelt, ItMovesWithTheBoardsTime) {
     EXPECT_EQ(refusal([&] { built.board.belt(std::array{BeltMove{Forever, std::nan("")}}); }).code, Argument);
 }
 
-TEST(BoardBelt, ItDrivesTheInputsOfItsEncoderAndItsBarrier) {
+TEST(SoftBoardBelt, ItDrivesTheInputsOfItsEncoderAndItsBarrier) {
     BuiltApplet built;
     built.board.belt(std::array{BeltMove{Forever, 1000}}, {.countsPerMm = 1, .a = 0, .b = 9});
     built.board.barrier(2, 10, 0, 5);

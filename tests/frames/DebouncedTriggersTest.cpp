@@ -102,7 +102,6 @@ TEST_F(DebouncingLimits, LetAllThroughUpToTheTimeOfANewDesign) {
     EXPECT_EQ(pictures(), 1);
 }
 
-
 TEST_F(DebouncingLimits, AreThoseOfTheParameters) {
     for (const int id : {FG_LINETRIGGERDEBOUNCING, FG_IMGTRIGGERDEBOUNCING}) {
         EXPECT_NE(built.applet.setDouble(id, 0.007), 0);

@@ -44,9 +44,9 @@ protected:
 };
 
 TEST_F(HostileNumbers, OfPatterns) {
-    for (const char* const text : {"", "bar", "bars:1", "ramp:", "noise:", "noise:-1", "noise:x", "noise:1x",
-                                   "noise:99999999999999999999999", "grey:", "grey:-1", "grey:256", "grey:1e1",
-                                   "grey:12.5", "grey: 1", "grey:1 ", "GREY", "checker:4"}) {
+    for (const char* const text :
+         {"", "bar", "bars:1", "ramp:", "noise:", "noise:-1", "noise:x", "noise:1x", "noise:99999999999999999999999",
+          "grey:", "grey:-1", "grey:256", "grey:1e1", "grey:12.5", "grey: 1", "grey:1 ", "GREY", "checker:4"}) {
         EXPECT_EQ(softboard_scene_pattern(device(), text), SOFTBOARD_E_ARGUMENT) << text;
         EXPECT_NE(message(), "") << text;
     }

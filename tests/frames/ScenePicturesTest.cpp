@@ -99,7 +99,8 @@ TEST_F(ScenePictures, OfNoiseAreThoseOfTheirSeed) {
     };
     const std::vector<int> one = taken("noise:7");
     EXPECT_NE(one, taken("noise:8"));
-    const double mean = static_cast<double>(std::accumulate(one.begin(), one.end(), 0)) / static_cast<double>(one.size());
+    const double mean =
+        static_cast<double>(std::accumulate(one.begin(), one.end(), 0)) / static_cast<double>(one.size());
     EXPECT_NEAR(mean, 127.5, 10.0);
 }
 
@@ -110,7 +111,8 @@ TEST_F(ScenePictures, OfAFileAreItsRowsAndColumns) {
     show(file.path(), true);
     belt(0.0, profile({{Forever, 0.0}}));
     take(4, 2);  // the belt stands at 0: the first row again and again; blue comes first
-    EXPECT_EQ(pixels(), (std::vector<int>{3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10}));
+    EXPECT_EQ(pixels(),
+              (std::vector<int>{3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10}));
 }
 
 TEST_F(ScenePictures, OfAFileAreTiledOrBlackAroundIt) {

@@ -84,10 +84,10 @@ public:
         for (const unsigned number : {1010U, 1011U, 1012U, 1013U}) {
             result.push_back(static_cast<std::uint64_t>(status(number)));
         }
-        for (const char* const name : {"Device1_Process0_Overflow_Overflow",
-                                       "Device1_Process1_Trigger_Events_Events_LVAL_FVAL_Cam0LineStart",
-                                       "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_Pin0",
-                                       "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_NotPin2"}) {
+        for (const char* const name :
+             {"Device1_Process0_Overflow_Overflow", "Device1_Process1_Trigger_Events_Events_LVAL_FVAL_Cam0LineStart",
+              "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_Pin0",
+              "Device1_Process1_Trigger_Inputs_InputEvents_InputEvents_NotPin2"}) {
             result.push_back(built.board.eventCount(name));
         }
         return result;
