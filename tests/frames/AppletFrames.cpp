@@ -1,7 +1,6 @@
 #include "tests/frames/AppletFrames.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "quillon/PublicEvents.h"
 
@@ -82,8 +81,8 @@ Frame AppletFrames::frame(softboard_memory* memory, std::int64_t number) {
     const void* const data = softboard_memory_data(memory, number, &result.about);
     EXPECT_NE(data, nullptr) << "frame " << number;
     if (data != nullptr) {
-        result.bytes.resize(result.about.bytes);
-        std::memcpy(result.bytes.data(), data, result.bytes.size());
+        const auto* const bytes = static_cast<const std::byte*>(data);
+        result.bytes.assign(bytes, bytes + result.about.bytes);
     }
     return result;
 }
