@@ -33,7 +33,7 @@ enum softboard_frame_flags {
     SOFTBOARD_FRAME_SHORT = 1,       ///< it has fewer lines than the image height
     SOFTBOARD_FRAME_GATE_ENDED = 2,  ///< its image ended because the gate fell
     SOFTBOARD_FRAME_TRUNCATED = 4,   ///< the buffer is smaller than the frame: its end is missing
-    SOFTBOARD_FRAME_LINES_LOST = 8,  ///< lines of it did not fit into the board's own memory
+    SOFTBOARD_FRAME_LINES_LOST = 8,  ///< lines of it did not fit into the board's own memory, or a fault took them
     SOFTBOARD_FRAME_INJECTED = 16,   ///< it came in through a debug point
     SOFTBOARD_FRAME_RED_FIRST = 32,  ///< a pixel's first component is red, see softboard_byte_order
     SOFTBOARD_FRAME_MIXED = 64,      ///< width, bits or order changed within it: they are told of its first line

@@ -33,7 +33,7 @@ enum class FrameFlag : std::uint32_t {
     Short = 1,      ///< it has fewer lines than the image height
     GateEnded = 2,  ///< its image ended because the gate fell
     Truncated = 4,  ///< the buffer is smaller than the frame: its end is missing
-    LinesLost = 8,  ///< lines of it did not fit into the board's own memory
+    LinesLost = 8,  ///< lines of it did not fit into the board's own memory, or a fault took them
     Injected = 16,  ///< it came in through a debug point
     RedFirst = 32,  ///< a pixel's first component is red
     Mixed = 64,     ///< width, bits or order changed within it: they are told of its first line
