@@ -318,15 +318,17 @@ private:
     /// Takes what is on its way when lines have ended: what has to come, and then whatever the board holds. A frame
     /// that has to come and does not is given up after a while.
     void drain(client::Acquisition& acquisition, const Counts& before, Selection selection, Counts& counts) {
-        constexpr int patience = 10;  // seconds
-        for (int waited = 0; waited < patience;) {
+        constexpr double patience = 3e6;  // microseconds of the board, which waits for a slow computer
+        for (double last = built_.board.signalTime(); built_.board.signalTime() - last < patience;) {
             readCounters(acquisition, before, counts);
             const bool owesNone = counts.delivered >= passed(counts.closed - counts.lost, selection);
             const auto came = static_cast<std::uint64_t>(applet_.lastPicture(0, memory_.pointer()));
             if (owesNone && came == counts.delivered && acquisition.bytesWaiting() == 0) {
                 return;
             }
-            waited += take(acquisition, counts, false) ? 0 : 1;
+            if (take(acquisition, counts, false)) {
+                last = built_.board.signalTime();
+            }
         }
     }
 
