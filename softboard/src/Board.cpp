@@ -290,6 +290,7 @@ void Board::configureLocked(const fpga_design& design, bool keepState) {
     const Find find = [this](std::string_view name) { return findLocked(name); };
     signals_.bind(find, events, acquisition_);
     acquisition_.bind(find, signals_.switchboard());
+    signals_.endOutages();  // their times went by the clock that begins anew
     bindCountersLocked();
     for (const auto& [name, change] : std::exchange(pendingChanges_, {})) {
         if (Parameter* parameter = findLocked(name)) {

@@ -43,7 +43,6 @@ void Signals::bind(const Find& find, const std::vector<std::string>& events, Fra
     shownSignals_ = cameraSignals();
     recording_.clear();
     record();
-    outages_.clear();
     stage_.belt().restart(edges_);
     follow(std::exchange(edges_, {}));
 }

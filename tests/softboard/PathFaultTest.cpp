@@ -279,6 +279,20 @@ TEST_F(PathOutages, EndWithAnotherDesignOnlyAsFarAsTheyArePlanned) {
     EXPECT_EQ(lanes(), 8);
 }
 
+TEST_F(PathOutages, EndWithAnotherDesignThoughTheyLast) {
+    softboard_plan_outage(board, SOFTBOARD_OUTAGE_CAMERA, 10.0, 1000.0);
+    softboard_plan_outage(board, SOFTBOARD_OUTAGE_LINK, 10.0, Infinite);
+    pass(20.0);
+    EXPECT_EQ(cameraStatus(), 0);
+    EXPECT_EQ(lanes(), 0);
+    Fg_FreeGrabber(fg);
+    fg = Fg_InitHandleSlaveAware("Quillon.tav", board, design, 0);
+    EXPECT_EQ(cameraStatus(), 1);
+    EXPECT_EQ(lanes(), 8);
+    pass(2000.0);
+    EXPECT_EQ(cameraStatus(), 1);
+}
+
 // ---- What makes no sense ----
 
 TEST_F(PathFaults, ThatMakeNoSenseAreRefused) {

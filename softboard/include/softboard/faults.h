@@ -4,7 +4,8 @@
 ///
 /// All functions may be called from any thread, and return 0 or a negative SOFTBOARD_E_... code. What is planned stands
 /// until it has struck, or softboard_clear_faults forgets it; softboard_clear_faults also ends what lasts. A board's
-/// time is that of its clock (softboard/clock.h).
+/// time is that of its clock (softboard/clock.h); a design that is put on the board ends the outages, as its time
+/// begins anew.
 #ifndef SOFTBOARD_FAULTS_H
 #define SOFTBOARD_FAULTS_H
 
