@@ -31,8 +31,8 @@ struct WaitingFrame {
 /// Not locked; the board's lock guards it.
 ///
 /// Without a memory a frame counts as soon as it ends. With one its lines wait in the board's memory until the DMA has
-/// taken them; then it is drawn into its buffer. The DMA serves while the host has a buffer, nothing is being drawn,
-/// the link is up and no fault stalls it.
+/// taken them, which it does while the link is up and no fault stalls it; then the frame is drawn into a buffer of the
+/// host, when one is free and nothing else is being drawn.
 class Acquisition final : public FrameTaker {
 public:
     /// Takes up the parameters of a design and of the SDK that follow the frames.
