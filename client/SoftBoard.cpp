@@ -197,6 +197,10 @@ void SoftBoard::setSdkError(int number) {
     expectOk("set_sdk_error", board().set_sdk_error(device(), number));
 }
 
+void SoftBoard::setRedFirst(bool redFirst) {
+    expectOk("byte_order", board().byte_order(device(), redFirst ? 1 : 0));
+}
+
 void SoftBoard::advanceSignals(double microseconds) {
     expectOk("advance_signals", board().advance_signals(device(), microseconds));
 }

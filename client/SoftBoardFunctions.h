@@ -42,7 +42,7 @@ inline void expectOk(const std::string& function, int code) {
     FUNCTION(plan_line_fault) FUNCTION(plan_frame_fault) FUNCTION(plan_outage)                                         \
     FUNCTION(camera) FUNCTION(link) FUNCTION(dma_rate)                                                                 \
     FUNCTION(memory_open) FUNCTION(memory_close) FUNCTION(memory_mode) FUNCTION(memory_data) FUNCTION(memory_release)  \
-    FUNCTION(call_count) FUNCTION(live_designs) FUNCTION(live_handles)
+    FUNCTION(byte_order) FUNCTION(call_count) FUNCTION(live_designs) FUNCTION(live_handles)
 // clang-format on
 
 struct SoftBoardLibrary::Loaded {

@@ -145,6 +145,8 @@ public:
 
     /// Sets what moves the clock. `speed`: seconds of the board in a second of the day, above 0 and at most 1000.
     void setClock(ClockMode mode, double speed = 1.0);
+    /// Puts red first in the pixels of frames, or blue, as the hardware has it.
+    void setRedFirst(bool redFirst);
     /// Moves the clock of the digital signals on, by at most 60 s at once; it stands still otherwise.
     void advanceSignals(double microseconds);
     /// Moves it on to the next time that the design raises an event, by its name in the design; says whether it did
