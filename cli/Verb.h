@@ -113,7 +113,7 @@ private:
     VERB("Configurations", Load) VERB("Configurations", Save) VERB("Configurations", Apply) \
     VERB("Configurations", Check) VERB("Configurations", Diff) VERB("Configurations", Plan) \
     VERB("Frames and signals", Grab) VERB("Frames and signals", Trigger) VERB("Frames and signals", Timeline) \
-    VERB("Frames and signals", Io) VERB("Frames and signals", Lut) VERB("Frames and signals", Events) \
+    VERB("Frames and signals", Serve) VERB("Frames and signals", Io) VERB("Frames and signals", Lut) VERB("Frames and signals", Events) \
     VERB("Board", Status) VERB("Board", Registers) VERB("Board", Advance) VERB("Board", Input) \
     VERB("Board", Wait) VERB("Board", Scene) VERB("Board", Belt) VERB("Board", Fault) \
     VERB("Sessions", Shell) VERB("Sessions", Run) VERB("Sessions", Undo) \
