@@ -56,8 +56,8 @@ public:
 /// One peer may hold the control privilege, by its address and port; others may read. Without a request of its own for
 /// the heartbeat time it loses it.
 ///
-/// A controller that misses an acknowledge sends its request once more, with the same id: then a write is not done again,
-/// and the acknowledge is that of the first time.
+/// A controller that misses an acknowledge sends its request once more, with the same id: then a write is not done
+/// again, and the acknowledge is that of the first time.
 class ControlChannel {
 public:
     using Time = std::chrono::steady_clock::time_point;

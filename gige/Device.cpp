@@ -14,8 +14,8 @@ Identity identityOf(const Interface& interface, const DeviceOptions& options, co
     Identity identity;
     identity.vendor = "Quillon";
     identity.model = "Quillon";
-    identity.version = std::to_string(applet.readInt(FG_APPLET_VERSION)) + "." +
-                       std::to_string(applet.readInt(FG_APPLET_REVISION));
+    identity.version =
+        std::to_string(applet.readInt(FG_APPLET_VERSION)) + "." + std::to_string(applet.readInt(FG_APPLET_REVISION));
     identity.information = "applet on a software board";
     identity.serial = options.serial;
     identity.address = interface.address;
@@ -55,7 +55,7 @@ void Device::receive() {
     std::array<std::byte, 2048> buffer;  // longer than any request
     Peer sender;
     while (const auto size = control_.receive(buffer, sender)) {
-        if (*size > buffer.size() || !isNear(sender)) {
+        if (*size > buffer.size() || !isNear(sender, interface_)) {
             continue;
         }
         const std::span<const std::byte> datagram = std::span(buffer).first(*size);
@@ -66,11 +66,6 @@ void Device::receive() {
             control_.send(sender, *answer);
         }
     }
-}
-
-/// Nobody far away is answered: whoever writes a sender's address that is not his own would have the device send there.
-bool Device::isNear(const Peer& peer) const {
-    return ((peer.address ^ interface_.address) & interface_.mask) == 0;
 }
 
 /// Controllers ask from the socket of their stream, or from that of their control channel.

@@ -47,7 +47,6 @@ public:
 
 private:
     void receive();
-    bool isNear(const Peer& peer) const;
 
     // ControlListener
     void controllerChanged(const std::optional<Peer>& controller) override;

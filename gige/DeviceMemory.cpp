@@ -57,8 +57,8 @@ constexpr std::uint32_t Version12 = 0x00010002;
 constexpr std::uint32_t BigEndianUtf8 = 0x80000001;
 constexpr std::uint32_t PersistentIp = 5;  // and link-local
 constexpr std::uint32_t AllCapabilities = 0xC0000007;
-constexpr std::uint32_t ShortestHeartbeat = 500;    // ms
-constexpr std::uint32_t UsualHeartbeat = 3000;      // ms
+constexpr std::uint32_t ShortestHeartbeat = 500;  // ms
+constexpr std::uint32_t UsualHeartbeat = 3000;    // ms
 constexpr std::uint32_t LatchTimestamp = 2;
 constexpr std::uint32_t FireTestPacket = 0x80000000;
 constexpr std::uint32_t DoNotFragment = 0x40000000;
@@ -505,8 +505,7 @@ Status DeviceMemory::setDeviceNumber(DeviceRegister reg, std::uint32_t value) {
             }
             acquisitionMode_ = value;
             return Status::Success;
-        case DeviceRegister::AcquisitionStart:
-            return actions_.startAcquisition(framesWanted());
+        case DeviceRegister::AcquisitionStart: return actions_.startAcquisition(framesWanted());
         case DeviceRegister::AcquisitionStop: actions_.stopAcquisition(); return Status::Success;
         case DeviceRegister::AcquisitionFrameCount:
             if (value == 0) {

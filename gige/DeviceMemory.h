@@ -29,8 +29,8 @@ struct Identity {
     std::string version;
     std::string information;
     std::string serial;
-    std::uint32_t address = 0;            ///< of the network
-    std::uint32_t mask = 0;               ///< of the network
+    std::uint32_t address = 0;             ///< of the network
+    std::uint32_t mask = 0;                ///< of the network
     std::array<std::uint8_t, 6> mac = {};  ///< of the interface
 };
 

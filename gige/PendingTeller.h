@@ -15,8 +15,8 @@
 
 namespace quillon::gige {
 
-/// While a request is at work, its sender is told after a while, and then again and again, that the answer will come: it
-/// would otherwise ask once more, and then give up.
+/// While a request is at work, its sender is told after a while, and then again and again, that the answer will come:
+/// it would otherwise ask once more, and then give up.
 class PendingTeller {
 public:
     using Send = std::function<void(const Peer& to, std::span<const std::byte> packet)>;

@@ -67,6 +67,10 @@ Interface findInterface(const std::string& name) {
     return found;
 }
 
+bool isNear(const Peer& peer, const Interface& interface) {
+    return ((peer.address ^ interface.address) & interface.mask) == 0;
+}
+
 sockaddr_in socketAddress(const Peer& peer) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -114,8 +118,8 @@ std::optional<std::size_t> Socket::receive(std::span<std::byte> buffer, Peer& se
     sockaddr_in address{};
     socklen_t size = sizeof address;
     // MSG_TRUNC: the length of the datagram, even if it is longer than the buffer.
-    const ssize_t received = recvfrom(descriptor_, buffer.data(), buffer.size(), MSG_TRUNC,
-                                      reinterpret_cast<sockaddr*>(&address), &size);
+    const ssize_t received =
+        recvfrom(descriptor_, buffer.data(), buffer.size(), MSG_TRUNC, reinterpret_cast<sockaddr*>(&address), &size);
     if (received < 0) {
         return std::nullopt;
     }

@@ -5,8 +5,6 @@
 #include <netinet/in.h>
 
 #include <array>
-
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -29,6 +27,10 @@ struct Interface {
 
 /// Throws std::runtime_error, with the names that there are, for another one.
 Interface findInterface(const std::string& name);
+
+/// Whether a peer is in the network of an interface. Nobody else is answered: whoever writes a sender's address that is
+/// not his own would have the device send there.
+bool isNear(const Peer& peer, const Interface& interface);
 
 sockaddr_in socketAddress(const Peer& peer);
 

@@ -112,8 +112,8 @@ void Streamer::run(std::int64_t frames) {
     running_ = false;
 }
 
-/// A frame goes out in half the time that one takes to come, so that the receiver's socket does not overflow, and faster
-/// if frames wait already.
+/// A frame goes out in half the time that one takes to come, so that the receiver's socket does not overflow, and
+/// faster if frames wait already.
 void Streamer::setPace(bool framesWait) {
     constexpr double Gentle = 100e6;  // bytes a second
     const Clock::time_point now = Clock::now();
@@ -137,8 +137,7 @@ void Streamer::send(const client::Frame& frame) {
     const auto sent = emptyFrame();
     convert(frame, *format_, sent->bytes);
     id_ = static_cast<std::uint16_t>(id_ == 0xFFFF ? 1 : id_ + 1);
-    sent->about = {id_,           frame.description().lastTick, format_->code, frame.width(),
-                   frame.lines(), 0,                            0};
+    sent->about = {id_, frame.description().lastTick, format_->code, frame.width(), frame.lines(), 0, 0};
     const std::size_t packets = packetsOf(sent->bytes.size(), settings_.packetSize);
     {
         const std::lock_guard guard(mutex_);
@@ -207,8 +206,8 @@ void Streamer::sendPackets(const SentFrame& frame, std::uint32_t first, std::uin
 /// Packets leave no faster than at the pace, or than the controller's delay between packets says.
 void Streamer::pace(std::size_t bytes) {
     const auto packets = static_cast<double>(bytes) / settings_.packetSize;
-    const double seconds = std::max(static_cast<double>(bytes) / pace_,
-                                    packets * static_cast<double>(settings_.delay) / TicksPerSecond);
+    const double seconds =
+        std::max(static_cast<double>(bytes) / pace_, packets * static_cast<double>(settings_.delay) / TicksPerSecond);
     const Clock::time_point now = Clock::now();
     due_ = std::max(due_, now - std::chrono::milliseconds(1)) +
            std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
@@ -221,8 +220,8 @@ void Streamer::resend(const ResendRequest& request) {
     std::shared_ptr<SentFrame> frame;
     {
         const std::lock_guard guard(mutex_);
-        const auto found = std::find_if(sent_.begin(), sent_.end(),
-                                        [&](const auto& it) { return it->about.id == request.frame; });
+        const auto found =
+            std::find_if(sent_.begin(), sent_.end(), [&](const auto& it) { return it->about.id == request.frame; });
         if (found == sent_.end() || request.first > request.last) {
             ++statistics_.gone;
             return;

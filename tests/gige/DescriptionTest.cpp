@@ -23,9 +23,7 @@ protected:
         ASSERT_TRUE(own.load_string(built.applet.xml().c_str()));
         ASSERT_TRUE(served.load_string(description.document.c_str()));
     }
-    pugi::xml_node node(const char* name) {
-        return served.document_element().find_child_by_attribute("Name", name);
-    }
+    pugi::xml_node node(const char* name) { return served.document_element().find_child_by_attribute("Name", name); }
     std::string text(const char* name, const char* child) { return node(name).child(child).text().get(); }
 
     client::testing::BuiltApplet built;
@@ -90,17 +88,38 @@ TEST_F(ServedDescription, PointsItsStandardFeaturesAtNodesThatAreThere) {
     for (const pugi::xml_node feature : served.document_element().children()) {
         for (const char* const pointer : {"pValue", "pMin", "pMax", "pInc", "pFeature"}) {
             for (const pugi::xml_node target : feature.children(pointer)) {
-                EXPECT_TRUE(node(target.text().get())) << feature.attribute("Name").value() << ": " << target.text().get();
+                EXPECT_TRUE(node(target.text().get()))
+                    << feature.attribute("Name").value() << ": " << target.text().get();
                 ++pointers;
             }
         }
     }
     EXPECT_GT(pointers, 500U);
-    for (const char* const name :
-         {"Width", "Height", "OffsetX", "OffsetY", "PixelFormat", "PayloadSize", "SensorWidth", "ExposureTime",
-          "AcquisitionLineRate", "AcquisitionFrameRate", "TriggerMode", "TriggerSource", "TriggerSoftware",
-          "TriggerActivation", "Gain", "ReverseX", "ReverseY", "TestPattern", "DeviceVendorName", "AcquisitionStart",
-          "AcquisitionStop", "AcquisitionMode", "TLParamsLocked", "UserSetSave", "UserSetLoad"}) {
+    for (const char* const name : {"Width",
+                                   "Height",
+                                   "OffsetX",
+                                   "OffsetY",
+                                   "PixelFormat",
+                                   "PayloadSize",
+                                   "SensorWidth",
+                                   "ExposureTime",
+                                   "AcquisitionLineRate",
+                                   "AcquisitionFrameRate",
+                                   "TriggerMode",
+                                   "TriggerSource",
+                                   "TriggerSoftware",
+                                   "TriggerActivation",
+                                   "Gain",
+                                   "ReverseX",
+                                   "ReverseY",
+                                   "TestPattern",
+                                   "DeviceVendorName",
+                                   "AcquisitionStart",
+                                   "AcquisitionStop",
+                                   "AcquisitionMode",
+                                   "TLParamsLocked",
+                                   "UserSetSave",
+                                   "UserSetLoad"}) {
         EXPECT_TRUE(node(name)) << name;
     }
     EXPECT_STREQ(node("Root").first_child().text().get(), "DeviceControl");

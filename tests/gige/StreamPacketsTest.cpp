@@ -14,9 +14,8 @@ Bytes listed(const Packet& packet) {
 constexpr StreamFrame Frame{0x0102, 0x1112131415161718, 0x02180014, 640, 480, 8, 16};
 
 TEST(StreamPackets, LeadAFrame) {
-    EXPECT_EQ(listed(leader(Frame)),
-              bytes("00 00 01 02 01 00 00 00  00 00 00 01 11 12 13 14 15 16 17 18 02 18 00 14 "
-                    "00 00 02 80 00 00 01 e0 00 00 00 08 00 00 00 10 00 00 00 00"));
+    EXPECT_EQ(listed(leader(Frame)), bytes("00 00 01 02 01 00 00 00  00 00 00 01 11 12 13 14 15 16 17 18 02 18 00 14 "
+                                           "00 00 02 80 00 00 01 e0 00 00 00 08 00 00 00 10 00 00 00 00"));
 }
 
 TEST(StreamPackets, CarryAFrame) {
