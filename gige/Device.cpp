@@ -108,6 +108,7 @@ DeviceState Device::state() const {
     }
     state.streaming = streamer_.running();
     state.stream = streamer_.statistics();
+    state.refusals = memory_.refusals();
     state.refusal = memory_.refusal();
     return state;
 }

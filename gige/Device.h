@@ -27,7 +27,8 @@ struct DeviceState {
     std::optional<Peer> controller;
     bool streaming = false;
     StreamStatistics stream;
-    std::string refusal;  ///< the last one; empty: none
+    std::uint64_t refusals = 0;  ///< values that the applet has refused
+    std::string refusal;         ///< the last one, with the applet's code
 };
 
 /// Applet and board must outlive it. Other threads may use them at the same time.

@@ -410,8 +410,14 @@ Status DeviceMemory::set(int parameter, const client::Value& value) {
 
 void DeviceMemory::refuse(int code, const std::string& words) {
     const std::lock_guard guard(mutex_);
+    ++refusals_;
     refusalCode_ = code;
     refusal_ = words;
+}
+
+std::uint64_t DeviceMemory::refusals() const {
+    const std::lock_guard guard(mutex_);
+    return refusals_;
 }
 
 std::string DeviceMemory::refusal() const {

@@ -83,7 +83,8 @@ public:
     const PixelFormat& pixelFormat() const;
     /// The bytes of a frame in the format of the stream, as the parameters are now.
     std::uint32_t payloadSize() const;
-    /// What was refused last; empty if nothing was.
+    /// How many values the applet has refused, and what it said of the last one.
+    std::uint64_t refusals() const;
     std::string refusal() const;
 
 private:
@@ -128,6 +129,7 @@ private:
 
     mutable std::mutex mutex_;
     std::vector<std::byte> bootstrap_;
+    std::uint64_t refusals_ = 0;
     int refusalCode_ = 0;
     std::string refusal_;
 

@@ -20,6 +20,7 @@ struct ServeArguments {
     std::string interface = "lo";
     std::string serial = "QUILLON-0";
     std::string rate = "400MB/s";
+    std::string duration;
     std::string userSet;
     std::vector<std::string> assignments;
     SceneWords scene;
@@ -44,18 +45,38 @@ void tellWhere(Console& console, const gige::Device& device) {
     }
 }
 
-Json toJson(const gige::DeviceState& state) {
-    Json json = object({{"streaming", state.streaming},
+/// What has been added to a number of the stream; it begins at 0 with each acquisition.
+std::uint64_t since(std::uint64_t before, std::uint64_t now) {
+    return now < before ? now : now - before;
+}
+
+/// What came in a time.
+struct Flow {
+    Flow(const gige::DeviceState& before, const gige::DeviceState& now, double seconds)
+        : frames(static_cast<double>(since(before.stream.frames, now.stream.frames)) / seconds),
+          bytes(static_cast<double>(since(before.stream.bytes, now.stream.bytes)) / seconds) {}
+
+    double frames;  ///< a second
+    double bytes;   ///< a second
+};
+
+Json toJson(const gige::Device& device, const gige::DeviceState& state, const Flow& flow) {
+    Json json = object({{"serial", device.serial()},
+                        {"at", gige::inWords({device.interface().address, gige::ControlPort})},
+                        {"streaming", state.streaming},
+                        {"framesPerSecond", flow.frames},
+                        {"bytesPerSecond", flow.bytes},
                         {"frames", state.stream.frames},
                         {"bytes", state.stream.bytes},
                         {"packets", state.stream.packets},
                         {"resent", state.stream.resent},
                         {"gone", state.stream.gone},
-                        {"lost", state.stream.lost}});
+                        {"lost", state.stream.lost},
+                        {"refusals", state.refusals}});
     if (state.controller) {
         put(json, "controller", gige::inWords(*state.controller));
     }
-    if (!state.refusal.empty()) {
+    if (state.refusals != 0) {
         put(json, "refusal", state.refusal);
     }
     return json;
@@ -73,38 +94,34 @@ public:
         if (now - last_ < Interval) {
             return;
         }
-        const double seconds = std::chrono::duration<double>(now - last_).count();
-        last_ = now;
         const gige::DeviceState state = device_.state();
+        const Flow flow(before_, state, std::chrono::duration<double>(now - last_).count());
+        last_ = now;
         if (json_) {
-            printJson(console_, toJson(state));
-            console_.out << std::flush;
+            printJson(console_, toJson(device_, state, flow));
         } else {
-            tell(state, seconds);
+            tell(state, flow);
         }
+        console_.out << std::flush;
         before_ = state;
     }
 
 private:
-    void tell(const gige::DeviceState& state, double seconds) {
+    void tell(const gige::DeviceState& state, const Flow& flow) {
         if (state.controller != before_.controller) {
             console_.out << (state.controller ? "controlled by " + gige::inWords(*state.controller)
                                               : std::string("nobody controls it"))
                          << '\n';
         }
-        if (state.refusal != before_.refusal) {
+        if (state.refusals != before_.refusals) {
             console_.out << state.refusal << '\n';
         }
-        if (state.streaming && state.stream.frames != before_.stream.frames) {
-            const std::uint64_t frames = state.stream.frames - std::min(before_.stream.frames, state.stream.frames);
-            const std::uint64_t bytes = state.stream.bytes - std::min(before_.stream.bytes, state.stream.bytes);
+        if (flow.frames > 0.0) {
             constexpr double Mebibyte = 1 << 20;
-            console_.out << std::fixed << std::setprecision(1) << static_cast<double>(frames) / seconds
-                         << " frames a second, " << static_cast<double>(bytes) / Mebibyte / seconds << " MiB/s; "
-                         << state.stream.resent << " packets sent again, " << state.stream.gone << " too late, "
-                         << state.stream.lost << " frames lost\n";
+            console_.out << std::fixed << std::setprecision(1) << flow.frames << " frames a second, "
+                         << flow.bytes / Mebibyte << " MiB/s; " << state.stream.resent << " packets sent again, "
+                         << state.stream.gone << " too late, " << state.stream.lost << " frames lost\n";
         }
-        console_.out << std::flush;
     }
 
     Console& console_;
@@ -133,11 +150,24 @@ gige::DeviceOptions optionsOf(const Session& session, const ServeArguments& argu
     return options;
 }
 
+Clock::time_point endOf(const ServeArguments& arguments) {
+    if (arguments.duration.empty()) {
+        return Clock::time_point::max();
+    }
+    const double seconds = parseSeconds(arguments.duration);
+    constexpr double Week = 7.0 * 24 * 3600;
+    if (!(seconds > 0.0 && seconds <= Week)) {
+        throw UsageError("--for " + arguments.duration + ": more than 0 s, and at most a week");
+    }
+    return Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+}
+
 ExitStatus serve(Session& session, Console& console, const ServeArguments& arguments) {
     const gige::DeviceOptions options = optionsOf(session, arguments);
     const Scene scene = parseScene(arguments.scene);
     const Belt belt = parseBelt(arguments.belt);
     const Faults faults = parseFaults(arguments.faults);
+    const Clock::time_point end = endOf(arguments);
     assign(session.applet(), arguments.assignments);
     session.board().record(false);
     apply(session.board(), scene);
@@ -155,7 +185,7 @@ ExitStatus serve(Session& session, Console& console, const ServeArguments& argum
         Reporter reporter(console, device, json);
         device.run([&] {
             reporter.look();
-            return !Interrupt::came() && !Hangup::came();
+            return Clock::now() < end && !Interrupt::came() && !Hangup::came();
         });
     } catch (const std::runtime_error& error) {
         throw RefusedError(std::string("serve: ") + error.what());
@@ -184,7 +214,10 @@ void addServeVerb(Verbs& verbs) {
     verb.add("--serial", &arguments->serial, "The serial number that it is found by; by default QUILLON-0")
         .shownAs("SERIAL");
     verb.add("--rate", &arguments->rate, "How fast packets leave at most; by default 400MB/s").shownAs("RATE");
-    verb.add("--user-set", &arguments->userSet, "The configuration that UserSetLoad and UserSetSave use; by default --mcf")
+    verb.add("--for", &arguments->duration, "End by itself after this time, as 90s or 500ms; a bare number is seconds")
+        .shownAs("TIME");
+    verb.add("--user-set", &arguments->userSet,
+             "The configuration that UserSetLoad and UserSetSave use; by default --mcf")
         .shownAs("FILE");
     verb.add("--set", &arguments->assignments, "Set a parameter first; repeatable, in this order")
         .shownAs("NAME=VALUE")
@@ -193,7 +226,9 @@ void addServeVerb(Verbs& verbs) {
     addSceneOptions(verb, arguments->scene);
     verb.add("--belt", &arguments->belt.profile, "A belt that moves it, as in grab").shownAs("PROFILE");
     addBeltOptions(verb, arguments->belt);
-    verb.add("--fault", &arguments->faults.faults, "What goes wrong, as in grab; repeatable").shownAs("FAULT").oneWordEach();
+    verb.add("--fault", &arguments->faults.faults, "What goes wrong, as in grab; repeatable")
+        .shownAs("FAULT")
+        .oneWordEach();
     addFaultOptions(verb, arguments->faults);
 }
 
