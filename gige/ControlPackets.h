@@ -59,6 +59,7 @@ struct ResendRequest {
     std::uint16_t frame = 0;
     std::uint32_t first = 0;
     std::uint32_t last = 0;
+    bool operator==(const ResendRequest&) const = default;
 };
 std::optional<ResendRequest> parseResend(std::span<const std::byte> data);
 

@@ -1,12 +1,7 @@
 #include "gige/Streamer.h"
 
-#include <sys/socket.h>
-
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <chrono>
-#include <cstring>
+#include <limits>
 #include <utility>
 
 namespace quillon::gige {
@@ -14,7 +9,6 @@ namespace {
 
 constexpr std::size_t FramesKept = 6;
 constexpr unsigned Buffers = 8;
-constexpr std::uint32_t Burst = 16;  ///< packets that go out at once
 
 using Clock = std::chrono::steady_clock;
 
@@ -52,21 +46,22 @@ void convert(const client::Frame& frame, const PixelFormat& format, std::vector<
 }
 
 Streamer::Streamer(client::Applet& applet, client::SoftBoard& board, const Interface& interface, double bytesPerSecond)
-    : applet_(applet), board_(board), socket_(interface, 0, false), bytesPerSecond_(bytesPerSecond) {
-    const int size = 4 << 20;
-    // As much as the system allows.
-    static_cast<void>(setsockopt(socket_.descriptor(), SOL_SOCKET, SO_SNDBUF, &size, sizeof size));
-}
+    : applet_(applet), board_(board), sender_(interface, bytesPerSecond), resending_([this] { resendRun(); }) {}
 
 Streamer::~Streamer() {
     stop();
+    {
+        const std::lock_guard guard(mutex_);
+        leaving_ = true;
+    }
+    changed_.notify_one();
+    resending_.join();
 }
 
 void Streamer::start(std::int64_t frames, const PixelFormat& format, const StreamSettings& settings) {
     stop();
     format_ = &format;
     settings_ = settings;
-    destination_ = {settings.address, settings.port};
     memory_ = std::make_unique<client::FrameMemory>(board_, client::frameSize(applet_), Buffers);
     memory_->setMode(client::MemoryMode::Hold);
     {
@@ -78,21 +73,26 @@ void Streamer::start(std::int64_t frames, const PixelFormat& format, const Strea
     }
     stopping_ = false;
     running_ = true;
+    sender_.open();
     thread_ = std::thread([this, frames] { run(frames); });
 }
 
 void Streamer::stop() {
     stopping_ = true;
+    sender_.close();
     if (thread_.joinable()) {
         applet_.stopAcquire(0, memory_->pointer(), 0);
         thread_.join();
     }
     running_ = false;
+    const std::lock_guard guard(mutex_);
+    sent_.clear();
+    asked_.clear();
 }
 
 void Streamer::run(std::int64_t frames) {
     constexpr unsigned Patience = 1;  // seconds
-    arrived_ = due_ = Clock::now();
+    arrived_ = Clock::now();
     std::uint64_t number = 1;
     while (!stopping_ && (frames < 0 || number <= static_cast<std::uint64_t>(frames))) {
         const std::int64_t last =
@@ -116,14 +116,15 @@ void Streamer::run(std::int64_t frames) {
 /// faster if frames wait already.
 void Streamer::setPace(bool framesWait) {
     constexpr double Gentle = 100e6;  // bytes a second
+    constexpr double Unlimited = std::numeric_limits<double>::infinity();
     const Clock::time_point now = Clock::now();
     const double seconds = std::chrono::duration<double>(now - std::exchange(arrived_, now)).count();
     const double needed = 2.0 * static_cast<double>(client::frameSize(applet_)) / std::max(seconds, 1e-6);
-    pace_ = framesWait ? bytesPerSecond_ : std::min(std::max(Gentle, needed), bytesPerSecond_);
+    sender_.setPace(framesWait ? Unlimited : std::max(Gentle, needed));
 }
 
 /// The oldest of the kept frames gives its memory, once nobody sends it again.
-std::shared_ptr<Streamer::SentFrame> Streamer::emptyFrame() {
+std::shared_ptr<SentFrame> Streamer::emptyFrame() {
     const std::lock_guard guard(mutex_);
     if (sent_.size() < FramesKept || sent_.front().use_count() > 1) {
         return std::make_shared<SentFrame>();
@@ -138,7 +139,7 @@ void Streamer::send(const client::Frame& frame) {
     convert(frame, *format_, sent->bytes);
     id_ = static_cast<std::uint16_t>(id_ == 0xFFFF ? 1 : id_ + 1);
     sent->about = {id_, frame.description().lastTick, format_->code, frame.width(), frame.lines(), 0, 0};
-    const std::size_t packets = packetsOf(sent->bytes.size(), settings_.packetSize);
+    sent->settings = settings_;
     {
         const std::lock_guard guard(mutex_);
         sent_.push_back(sent);
@@ -146,105 +147,56 @@ void Streamer::send(const client::Frame& frame) {
             sent_.pop_front();
         }
     }
-    for (std::uint32_t first = 0; first < packets && !stopping_; first += Burst) {
-        const auto last = static_cast<std::uint32_t>(std::min<std::size_t>(first + Burst, packets) - 1);
-        sendPackets(*sent, first, last);
-        pace((last - first + 1) * settings_.packetSize);
-    }
+    sender_.send(*sent, 0, sent->packets() - 1);
     const std::lock_guard guard(mutex_);
     ++statistics_.frames;
     statistics_.bytes += sent->bytes.size();
-    statistics_.packets += packets;
+    statistics_.packets += sent->packets();
     statistics_.lost += frame.description().lostBefore;
 }
 
-void Streamer::sendPackets(const SentFrame& frame, std::uint32_t first, std::uint32_t last) {
-    const sockaddr_in to = socketAddress(destination_);
-    const std::size_t payload = payloadOf(settings_.packetSize);
-    const auto trailerNumber = static_cast<std::uint32_t>(packetsOf(frame.bytes.size(), settings_.packetSize) - 1);
-    std::array<std::array<std::byte, StreamHeadSize>, Burst> heads{};
-    const auto leaderBytes = leader(frame.about);
-    const auto trailerBytes = trailer(frame.about, trailerNumber);
-    std::array<std::array<iovec, 2>, Burst> parts{};
-    std::array<mmsghdr, Burst> messages{};
-    const std::size_t count = std::min<std::size_t>(last - first + 1, Burst);
-    const auto part = [](std::span<const std::byte> bytes) {
-        return iovec{const_cast<std::byte*>(bytes.data()), bytes.size()};
-    };
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto packet = static_cast<std::uint32_t>(first + i);
-        std::size_t used = 1;
-        if (packet == 0) {
-            parts[i][0] = part(leaderBytes);
-        } else if (packet == trailerNumber) {
-            parts[i][0] = part(trailerBytes);
-        } else {
-            const std::size_t at = (packet - 1) * payload;
-            heads[i] = payloadHead(frame.about, packet);
-            parts[i][0] = part(heads[i]);
-            parts[i][1] = part(std::span(frame.bytes).subspan(at, std::min(payload, frame.bytes.size() - at)));
-            used = 2;
-        }
-        msghdr& head = messages[i].msg_hdr;
-        head.msg_name = const_cast<sockaddr_in*>(&to);
-        head.msg_namelen = sizeof to;
-        head.msg_iov = parts[i].data();
-        head.msg_iovlen = used;
-    }
-    for (std::size_t done = 0; done < count && !stopping_;) {
-        const int sent = sendmmsg(socket_.descriptor(), messages.data() + done, static_cast<unsigned>(count - done), 0);
-        if (sent > 0) {
-            done += static_cast<std::size_t>(sent);
-        } else if (errno == EAGAIN || errno == ENOBUFS) {
-            std::this_thread::sleep_for(std::chrono::microseconds(100));
-        } else {
-            return;  // nobody hears: the heartbeat will tell
-        }
-    }
-}
-
-/// Packets leave no faster than at the pace, or than the controller's delay between packets says.
-void Streamer::pace(std::size_t bytes) {
-    const auto packets = static_cast<double>(bytes) / settings_.packetSize;
-    const double seconds =
-        std::max(static_cast<double>(bytes) / pace_, packets * static_cast<double>(settings_.delay) / TicksPerSecond);
-    const Clock::time_point now = Clock::now();
-    due_ = std::max(due_, now - std::chrono::milliseconds(1)) +
-           std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-    if (due_ > now + std::chrono::microseconds(50)) {
-        std::this_thread::sleep_until(due_);
-    }
-}
+// ---- Packets that got lost ----
 
 void Streamer::resend(const ResendRequest& request) {
-    std::shared_ptr<SentFrame> frame;
+    constexpr std::size_t MostRequests = 1000;
     {
         const std::lock_guard guard(mutex_);
-        const auto found =
-            std::find_if(sent_.begin(), sent_.end(), [&](const auto& it) { return it->about.id == request.frame; });
-        if (found == sent_.end() || request.first > request.last) {
-            ++statistics_.gone;
+        if (asked_.size() >= MostRequests || std::ranges::find(asked_, request) != asked_.end()) {
             return;
         }
-        frame = *found;
+        asked_.push_back(request);
     }
-    const auto last = static_cast<std::uint32_t>(packetsOf(frame->bytes.size(), settings_.packetSize) - 1);
-    // No more than the frame itself, whatever is asked for.
-    for (std::uint32_t first = request.first; first <= std::min(request.last, last); first += Burst) {
-        const std::uint32_t end = std::min({first + std::uint32_t{Burst} - 1, request.last, last});
-        sendPackets(*frame, first, end);
-        const std::lock_guard guard(mutex_);
-        statistics_.resent += end - first + 1;
-        statistics_.packets += end - first + 1;
+    changed_.notify_one();
+}
+
+void Streamer::resendRun() {
+    std::unique_lock lock(mutex_);
+    while (true) {
+        changed_.wait(lock, [this] { return leaving_ || !asked_.empty(); });
+        if (leaving_) {
+            return;
+        }
+        const ResendRequest request = asked_.front();
+        asked_.pop_front();
+        const auto frame = keptFrame(request.frame);
+        if (!frame || request.first > request.last || request.first >= frame->packets()) {
+            ++statistics_.gone;
+            continue;
+        }
+        // No more than the frame itself, whatever is asked for.
+        const std::uint32_t last = std::min(request.last, frame->packets() - 1);
+        statistics_.resent += last - request.first + 1;
+        statistics_.packets += last - request.first + 1;
+        lock.unlock();
+        sender_.send(*frame, request.first, last);
+        lock.lock();
     }
 }
 
-void Streamer::sendTestPacket(const StreamSettings& settings, std::uint32_t size) {
-    if (settings.address == 0 || settings.port == 0 || size <= NetworkHeads) {
-        return;
-    }
-    const std::vector<std::byte> packet(size - NetworkHeads);
-    socket_.send({settings.address, settings.port}, packet);
+/// With the mutex held.
+std::shared_ptr<const SentFrame> Streamer::keptFrame(std::uint16_t id) const {
+    const auto found = std::ranges::find_if(sent_, [&](const auto& frame) { return frame->about.id == id; });
+    return found != sent_.end() ? *found : nullptr;
 }
 
 StreamStatistics Streamer::statistics() const {

@@ -4,19 +4,18 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <memory>
 #include <mutex>
-#include <optional>
-#include <span>
 #include <thread>
 #include <vector>
 
 #include "gige/DeviceMemory.h"
+#include "gige/PacketSender.h"
 #include "gige/Sockets.h"
-#include "gige/StreamPackets.h"
 #include "quillon/client/Applet.h"
 #include "quillon/client/Frames.h"
 
@@ -32,7 +31,8 @@ struct StreamStatistics {
     std::uint64_t lost = 0;     ///< frames, on the board
 };
 
-/// Acquires frames on a thread of its own and sends them. A frame is kept until a few more have been sent.
+/// Acquires frames on a thread of its own and sends them; another one sends packets again. A frame is kept until a few
+/// more have been sent.
 class Streamer {
 public:
     /// @param bytesPerSecond  at most so many leave
@@ -41,33 +41,29 @@ public:
     Streamer& operator=(const Streamer&) = delete;
     ~Streamer();
 
-    std::uint16_t port() const { return socket_.port(); }
+    std::uint16_t port() const { return sender_.port(); }
 
     /// Starts `frames` frames (-1: without end) in this format to there. Throws client::Error if it cannot.
     void start(std::int64_t frames, const PixelFormat& format, const StreamSettings& settings);
+    /// When it returns, no more packets leave.
     void stop();
     bool running() const { return running_; }
+    /// Asks for packets again. While more is asked for than can be sent, requests are forgotten.
     void resend(const ResendRequest& request);
-    void sendTestPacket(const StreamSettings& settings, std::uint32_t size);
+    void sendTestPacket(const StreamSettings& settings, std::uint32_t size) { sender_.sendTestPacket(settings, size); }
     StreamStatistics statistics() const;
 
 private:
-    struct SentFrame {
-        StreamFrame about;
-        std::vector<std::byte> bytes;
-    };
-
     void run(std::int64_t frames);
+    void setPace(bool framesWait);
     void send(const client::Frame& frame);
     std::shared_ptr<SentFrame> emptyFrame();
-    void sendPackets(const SentFrame& frame, std::uint32_t first, std::uint32_t last);
-    void setPace(bool framesWait);
-    void pace(std::size_t bytes);
+    void resendRun();
+    std::shared_ptr<const SentFrame> keptFrame(std::uint16_t id) const;
 
     client::Applet& applet_;
     client::SoftBoard& board_;
-    Socket socket_;
-    const double bytesPerSecond_;
+    PacketSender sender_;
 
     std::thread thread_;
     std::atomic<bool> running_ = false;
@@ -75,18 +71,19 @@ private:
     std::unique_ptr<client::FrameMemory> memory_;
     const PixelFormat* format_ = nullptr;
     StreamSettings settings_;
-    Peer destination_;
     std::uint16_t id_ = 0;
     std::chrono::steady_clock::time_point arrived_;  ///< the last frame
-    double pace_ = 0.0;                              ///< bytes a second
-    std::chrono::steady_clock::time_point due_;      ///< the next packets
 
     mutable std::mutex mutex_;
     std::deque<std::shared_ptr<SentFrame>> sent_;
     StreamStatistics statistics_;
+    std::condition_variable changed_;
+    std::deque<ResendRequest> asked_;
+    bool leaving_ = false;
+    std::thread resending_;
 };
 
-/// The picture of a frame as a format sends it, at the end of `bytes`.
+/// The picture of a frame as a format sends it.
 void convert(const client::Frame& frame, const PixelFormat& format, std::vector<std::byte>& bytes);
 
 }  // namespace quillon::gige
