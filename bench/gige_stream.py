@@ -4,7 +4,7 @@
 
     bench/gige_stream.py build/bin/quillon [SECONDS]
 
-Frames of the software board are drawn by its camera simulator, line by line; the fake camera copies a pattern."""
+The software board draws its frames pixel by pixel; the fake camera copies a pattern."""
 
 import os
 import re

@@ -49,12 +49,16 @@ enum class DeviceRegister : std::uint32_t {
     ReverseX = 0x20080,
     ReverseY = 0x20090,
     TestPattern = 0x200A0,
-    LineRate = 0x200B0,   ///< a Real
-    FrameRate = 0x200C0,  ///< a Real
+    LineRate = 0x200B0,  ///< a Real, and so are those with limits
+    FrameRate = 0x200C0,
     UserSet = 0x200D0,
     UserSetLoad = 0x200E0,
     UserSetSave = 0x200F0,
     RefusalCode = 0x20100,
+    LineRateMinimum = 0x20110,
+    LineRateMaximum = 0x20120,
+    FrameRateMinimum = 0x20130,
+    FrameRateMaximum = 0x20140,
     Refusal = 0x20200,  ///< a Text
 };
 inline constexpr std::uint32_t RefusalLength = 512;

@@ -64,6 +64,8 @@ constexpr std::uint32_t FireTestPacket = 0x80000000;
 constexpr std::uint32_t DoNotFragment = 0x40000000;
 constexpr std::uint32_t SizeMask = 0xFFFF;
 
+constexpr double MicrosecondsPerSecond = 1e6;
+
 /// Values of AcquisitionMode in the document.
 enum class AcquisitionMode : std::uint32_t { Continuous, SingleFrame, MultiFrame };
 
@@ -479,10 +481,7 @@ std::optional<std::uint32_t> DeviceMemory::deviceNumber(DeviceRegister reg) cons
         case DeviceRegister::TriggerMode: return applet_.readInt(FG_IMGTRIGGERMODE) == FREE_RUN ? 0 : 1;
         case DeviceRegister::ReverseX: return applet_.readUnsigned(FG_VANTAGEPOINT) & 1U;
         case DeviceRegister::ReverseY: return applet_.readUnsigned(FG_VANTAGEPOINT) >> 1U & 1U;
-        case DeviceRegister::TestPattern:
-            return applet_.readInt(FG_CAMERASIMULATOR_ENABLE) == FG_CAMERASIMULATOR
-                       ? applet_.readUnsigned(FG_CAMERASIMULATOR_PATTERN)
-                       : 0;
+        case DeviceRegister::TestPattern: return simulating() ? applet_.readUnsigned(FG_CAMERASIMULATOR_PATTERN) : 0;
         case DeviceRegister::UserSet: return 1;
         case DeviceRegister::RefusalCode: {
             const std::lock_guard guard(mutex_);
@@ -493,13 +492,47 @@ std::optional<std::uint32_t> DeviceMemory::deviceNumber(DeviceRegister reg) cons
 }
 
 std::optional<double> DeviceMemory::deviceReal(DeviceRegister reg) const {
-    constexpr double MicrosecondsPerSecond = 1e6;
-    const double lineRate = MicrosecondsPerSecond / applet_.readDouble(FG_LINEPERIODE);
+    const double lines = applet_.readUnsigned(FG_HEIGHT);
     switch (reg) {
-        case DeviceRegister::LineRate: return lineRate;
-        case DeviceRegister::FrameRate: return lineRate / applet_.readUnsigned(FG_HEIGHT);
+        case DeviceRegister::LineRate: return lineRate();
+        case DeviceRegister::LineRateMinimum: return lineRates().min;
+        case DeviceRegister::LineRateMaximum: return lineRates().max;
+        case DeviceRegister::FrameRate: return lineRate() / lines;
+        case DeviceRegister::FrameRateMinimum: return lineRates().min / lines;
+        case DeviceRegister::FrameRateMaximum: return lineRates().max / lines;
         default: return std::nullopt;
     }
+}
+
+// ---- Lines and frames a second: of the camera, or of the simulator where that is in its place ----
+
+bool DeviceMemory::simulating() const {
+    return applet_.readInt(FG_CAMERASIMULATOR_ENABLE) == FG_CAMERASIMULATOR;
+}
+
+double DeviceMemory::lineRate() const {
+    return simulating() ? applet_.readDouble(FG_CAMERASIMULATOR_LINERATE)
+                        : MicrosecondsPerSecond / applet_.readDouble(FG_LINEPERIODE);
+}
+
+client::Range<double> DeviceMemory::lineRates() const {
+    const bool ofSimulator = simulating();
+    const auto record = applet_.record(ofSimulator ? FG_CAMERASIMULATOR_LINERATE : FG_LINEPERIODE);
+    const auto* const range = record ? std::get_if<client::Range<double>>(&record->range) : nullptr;
+    if (range == nullptr) {
+        throw client::Error("the limits of the line rate are not told");
+    }
+    return ofSimulator
+               ? *range
+               : client::Range<double>{MicrosecondsPerSecond / range->max, MicrosecondsPerSecond / range->min, 0.0};
+}
+
+Status DeviceMemory::setLineRate(double rate) {
+    if (!simulating()) {
+        return set(FG_LINEPERIODE, MicrosecondsPerSecond / rate);
+    }
+    const Status status = set(FG_CAMERASIMULATOR_SELECT_MODE, FG_LINERATE);
+    return status == Status::Success ? set(FG_CAMERASIMULATOR_LINERATE, rate) : status;
 }
 
 Status DeviceMemory::setDeviceNumber(DeviceRegister reg, std::uint32_t value) {
@@ -550,9 +583,11 @@ std::int64_t DeviceMemory::framesWanted() const {
 }
 
 Status DeviceMemory::setDeviceReal(DeviceRegister reg, double value) {
-    constexpr double MicrosecondsPerSecond = 1e6;
-    const double lines = reg == DeviceRegister::FrameRate ? value * applet_.readUnsigned(FG_HEIGHT) : value;
-    return set(FG_LINEPERIODE, MicrosecondsPerSecond / lines);
+    switch (reg) {
+        case DeviceRegister::LineRate: return setLineRate(value);
+        case DeviceRegister::FrameRate: return setLineRate(value * applet_.readUnsigned(FG_HEIGHT));
+        default: return Status::WriteProtected;
+    }
 }
 
 Status DeviceMemory::setPixelFormat(std::uint32_t code) {

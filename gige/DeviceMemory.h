@@ -97,6 +97,10 @@ private:
     std::optional<std::uint32_t> deviceNumber(DeviceRegister reg) const;
     std::optional<double> deviceReal(DeviceRegister reg) const;
     Status setDeviceNumber(DeviceRegister reg, std::uint32_t value);
+    bool simulating() const;
+    double lineRate() const;
+    client::Range<double> lineRates() const;
+    Status setLineRate(double rate);
     Status setDeviceReal(DeviceRegister reg, double value);
 
     const ParameterRegister* parameterAt(std::uint32_t address, std::uint32_t& offset) const;

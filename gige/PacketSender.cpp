@@ -13,7 +13,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::uint32_t MostPackets = 16;  ///< of a burst
+constexpr std::uint32_t MostPackets = 16;    ///< of a burst
 constexpr std::uint32_t MostBytes = 36'000;  ///< of a burst: four packets of the largest size
 
 std::uint32_t burstOf(const StreamSettings& settings) {

@@ -21,15 +21,13 @@ struct SentFrame {
     std::vector<std::byte> bytes;
     StreamSettings settings;
 
-    std::uint32_t packets() const {
-        return static_cast<std::uint32_t>(packetsOf(bytes.size(), settings.packetSize));
-    }
+    std::uint32_t packets() const { return static_cast<std::uint32_t>(packetsOf(bytes.size(), settings.packetSize)); }
 };
 
 /// Any thread may send; all packets together keep the pace.
 ///
-/// A viewer's socket holds 208 KiB where nobody has asked for more, which are a dozen large packets: what goes out at once
-/// has to be little, or most of it is lost.
+/// A viewer's socket holds 208 KiB where nobody has asked for more, which are a dozen large packets: what goes out at
+/// once has to be little, or most of it is lost.
 class PacketSender {
 public:
     /// @param bytesPerSecond  at most so many leave

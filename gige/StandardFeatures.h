@@ -51,10 +51,14 @@ inline constexpr std::string_view StandardFeatures = R"xml(<Nodes>
 <IntReg Name="AcquisitionStop_Reg"><Address>0x20040</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></IntReg>
 <Integer Name="AcquisitionFrameCount"><Description>Frames of the mode MultiFrame</Description><pValue>AcquisitionFrameCount_Reg</pValue><Min>1</Min><Max>2147483647</Max></Integer>
 <IntReg Name="AcquisitionFrameCount_Reg"><Address>0x20050</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></IntReg>
-<Float Name="AcquisitionFrameRate"><Description>Of the period of the lines and the height of the frames</Description><pValue>AcquisitionFrameRate_Reg</pValue><Unit>Hz</Unit></Float>
+<Float Name="AcquisitionFrameRate"><Description>Of the lines and the height of the frames</Description><pValue>AcquisitionFrameRate_Reg</pValue><pMin>AcquisitionFrameRate_Min</pMin><pMax>AcquisitionFrameRate_Max</pMax><Unit>Hz</Unit></Float>
 <FloatReg Name="AcquisitionFrameRate_Reg"><Address>0x200C0</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></FloatReg>
-<Float Name="AcquisitionLineRate"><Description>Of FG_LINEPERIODE</Description><pValue>AcquisitionLineRate_Reg</pValue><Unit>Hz</Unit></Float>
+<FloatReg Name="AcquisitionFrameRate_Min"><Address>0x20130</Address><Length>8</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></FloatReg>
+<FloatReg Name="AcquisitionFrameRate_Max"><Address>0x20140</Address><Length>8</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></FloatReg>
+<Float Name="AcquisitionLineRate"><Description>Of FG_LINEPERIODE, or of the camera simulator while it is on</Description><pValue>AcquisitionLineRate_Reg</pValue><pMin>AcquisitionLineRate_Min</pMin><pMax>AcquisitionLineRate_Max</pMax><Unit>Hz</Unit></Float>
 <FloatReg Name="AcquisitionLineRate_Reg"><Address>0x200B0</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></FloatReg>
+<FloatReg Name="AcquisitionLineRate_Min"><Address>0x20110</Address><Length>8</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></FloatReg>
+<FloatReg Name="AcquisitionLineRate_Max"><Address>0x20120</Address><Length>8</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></FloatReg>
 <Float Name="ExposureTime"><Description>Of a line</Description><pValue>FG_LINEEXPOSURE_Reg</pValue><pMin>FG_LINEEXPOSURE_Min</pMin><pMax>FG_LINEEXPOSURE_Max</pMax><Unit>us</Unit></Float>
 <Enumeration Name="TriggerSelector"><EnumEntry Name="FrameStart"><Value>0</Value></EnumEntry><Value>0</Value></Enumeration>
 <Enumeration Name="TriggerMode"><Description>Off: FREE_RUN; On: ASYNC_TRIGGER, or the mode of FG_IMGTRIGGERMODE</Description><EnumEntry Name="Off"><Value>0</Value></EnumEntry><EnumEntry Name="On"><Value>1</Value></EnumEntry><pValue>TriggerMode_Reg</pValue></Enumeration>

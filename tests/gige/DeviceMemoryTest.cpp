@@ -213,6 +213,21 @@ TEST_F(RegistersOfTheDevice, StartAndStop) {
     EXPECT_EQ(write(DeviceRegister::AcquisitionMode, 3), Status::InvalidParameter);
 }
 
+TEST_F(RegistersOfTheDevice, TellTheRatesOfCameraAndSimulator) {
+    const auto rate = [this](DeviceRegister reg) { return realAt(static_cast<std::uint32_t>(reg)); };
+    const double longest = 2097.144;  // us
+    EXPECT_DOUBLE_EQ(rate(DeviceRegister::LineRateMinimum), 1e6 / longest);
+    EXPECT_DOUBLE_EQ(rate(DeviceRegister::FrameRateMinimum), 1e6 / longest / 1024);
+    EXPECT_GT(rate(DeviceRegister::FrameRateMaximum), rate(DeviceRegister::FrameRate));
+    EXPECT_EQ(write(DeviceRegister::TestPattern, 1), Status::Success);
+    EXPECT_DOUBLE_EQ(rate(DeviceRegister::LineRateMinimum), 0.1);
+    built.applet["FG_CAMERASIMULATOR_SELECT_MODE"] = "FG_FRAMERATE";
+    EXPECT_EQ(writeReal(static_cast<std::uint32_t>(DeviceRegister::FrameRate), 20.0), Status::Success);
+    EXPECT_NEAR(rate(DeviceRegister::FrameRate), 20.0, 0.01);
+    EXPECT_NEAR(built.applet.readDouble(FG_CAMERASIMULATOR_LINERATE), 20.0 * 1024, 10.0);
+    EXPECT_EQ(built.applet.readDouble(FG_LINEPERIODE), 200.0) << "the camera's stays";
+}
+
 TEST_F(RegistersOfTheDevice, TurnStandardNamesIntoParameters) {
     const auto lineRate = static_cast<std::uint32_t>(DeviceRegister::LineRate);
     const auto frameRate = static_cast<std::uint32_t>(DeviceRegister::FrameRate);
@@ -220,6 +235,7 @@ TEST_F(RegistersOfTheDevice, TurnStandardNamesIntoParameters) {
     EXPECT_EQ(writeReal(frameRate, 10.0), Status::Success);
     EXPECT_NEAR(realAt(frameRate), 10.0, 0.01);
     EXPECT_EQ(writeReal(lineRate, 0.0), Status::Error);
+    EXPECT_EQ(writeReal(static_cast<std::uint32_t>(DeviceRegister::LineRateMaximum), 1.0), Status::WriteProtected);
     EXPECT_EQ(write(DeviceRegister::TriggerMode, 1), Status::Success);
     EXPECT_EQ(built.applet.readInt(FG_IMGTRIGGERMODE), ASYNC_TRIGGER);
     EXPECT_EQ(write(DeviceRegister::TriggerMode, 0), Status::Success);
