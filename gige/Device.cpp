@@ -51,10 +51,16 @@ void Device::run(const std::function<bool()>& goesOn) {
     streamer_.stop();
 }
 
+/// A few datagrams at most: whoever sends without end does not keep the device from looking at the time.
 void Device::receive() {
+    constexpr int MostAtOnce = 32;
     std::array<std::byte, 2048> buffer;  // longer than any request
     Peer sender;
-    while (const auto size = control_.receive(buffer, sender)) {
+    for (int i = 0; i < MostAtOnce; ++i) {
+        const auto size = control_.receive(buffer, sender);
+        if (!size) {
+            return;
+        }
         if (*size > buffer.size() || !isNear(sender, interface_)) {
             continue;
         }

@@ -35,12 +35,16 @@ PacketSender::PacketSender(const Interface& interface, double bytesPerSecond)
 
 void PacketSender::open() {
     const std::lock_guard guard(mutex_);
+    due_ = {};
     open_ = true;
 }
 
 void PacketSender::close() {
-    const std::lock_guard guard(mutex_);
-    open_ = false;
+    {
+        const std::lock_guard guard(mutex_);
+        open_ = false;
+    }
+    closed_.notify_all();
 }
 
 void PacketSender::setPace(double bytesPerSecond) {
@@ -64,17 +68,14 @@ void PacketSender::waitForTurn(const StreamSettings& settings, std::uint32_t pac
     constexpr std::chrono::microseconds Slack{100};
     const double seconds =
         packets * std::max(settings.packetSize / pace_.load(), static_cast<double>(settings.delay) / TicksPerSecond);
-    Clock::time_point turn;
-    {
-        const std::lock_guard guard(mutex_);
-        turn = std::max(due_, Clock::now() - Slack);
-        due_ = turn + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-    }
+    std::unique_lock lock(mutex_);
+    const Clock::time_point turn = std::max(due_, Clock::now() - Slack);
+    due_ = turn + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     if (turn > Clock::now()) {
-        // The usual 50 us of slack in a sleep would be as long as a burst.
+        // The usual 50 us of slack in a wait would be as long as a burst.
         thread_local const int exact = prctl(PR_SET_TIMERSLACK, 1UL);
         static_cast<void>(exact);
-        std::this_thread::sleep_until(turn);
+        closed_.wait_until(lock, turn, [this] { return !open_; });
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
@@ -20,6 +21,7 @@ struct SentFrame {
     StreamFrame about;
     std::vector<std::byte> bytes;
     StreamSettings settings;
+    std::uint32_t again = 0;  ///< packets of it that were sent again
 
     std::uint32_t packets() const { return static_cast<std::uint32_t>(packetsOf(bytes.size(), settings.packetSize)); }
 };
@@ -35,7 +37,7 @@ public:
 
     std::uint16_t port() const { return socket_.port(); }
 
-    /// Until it is opened nothing leaves, nor once close() has returned.
+    /// Until it is opened nothing leaves, nor once close() has returned. Who waits for a turn then gives up.
     void open();
     void close();
     /// Bytes a second from now on, if that is less than the most.
@@ -54,6 +56,7 @@ private:
     const double mostBytesPerSecond_;
     std::atomic<double> pace_;
     std::mutex mutex_;
+    std::condition_variable closed_;
     bool open_ = false;
     std::chrono::steady_clock::time_point due_;  ///< the next burst
 };

@@ -9,8 +9,20 @@ namespace {
 
 constexpr std::size_t FramesKept = 6;
 constexpr unsigned Buffers = 8;
+constexpr std::uint32_t MostTimesAgain = 4;
 
 using Clock = std::chrono::steady_clock;
+
+/// How many packets of a frame are sent again for a request: no more than it has, and no more than four times as many
+/// in all.
+std::uint32_t grantedAgain(const SentFrame& frame, const ResendRequest& request) {
+    const std::uint32_t packets = frame.packets();
+    if (request.first > request.last || request.first >= packets) {
+        return 0;
+    }
+    return std::min(
+        {request.last - request.first + 1, packets - request.first, MostTimesAgain * packets - frame.again});
+}
 
 }  // namespace
 
@@ -140,6 +152,7 @@ void Streamer::send(const client::Frame& frame) {
     id_ = static_cast<std::uint16_t>(id_ == 0xFFFF ? 1 : id_ + 1);
     sent->about = {id_, frame.description().lastTick, format_->code, frame.width(), frame.lines(), 0, 0};
     sent->settings = settings_;
+    sent->again = 0;
     {
         const std::lock_guard guard(mutex_);
         sent_.push_back(sent);
@@ -179,22 +192,22 @@ void Streamer::resendRun() {
         const ResendRequest request = asked_.front();
         asked_.pop_front();
         const auto frame = keptFrame(request.frame);
-        if (!frame || request.first > request.last || request.first >= frame->packets()) {
+        const std::uint32_t granted = frame ? grantedAgain(*frame, request) : 0;
+        if (granted == 0) {
             ++statistics_.gone;
             continue;
         }
-        // No more than the frame itself, whatever is asked for.
-        const std::uint32_t last = std::min(request.last, frame->packets() - 1);
-        statistics_.resent += last - request.first + 1;
-        statistics_.packets += last - request.first + 1;
+        frame->again += granted;
+        statistics_.resent += granted;
+        statistics_.packets += granted;
         lock.unlock();
-        sender_.send(*frame, request.first, last);
+        sender_.send(*frame, request.first, request.first + granted - 1);
         lock.lock();
     }
 }
 
 /// With the mutex held.
-std::shared_ptr<const SentFrame> Streamer::keptFrame(std::uint16_t id) const {
+std::shared_ptr<SentFrame> Streamer::keptFrame(std::uint16_t id) const {
     const auto found = std::ranges::find_if(sent_, [&](const auto& frame) { return frame->about.id == id; });
     return found != sent_.end() ? *found : nullptr;
 }

@@ -27,12 +27,14 @@ struct StreamStatistics {
     std::uint64_t bytes = 0;    ///< of pictures
     std::uint64_t packets = 0;  ///< with those that were sent again
     std::uint64_t resent = 0;   ///< packets
-    std::uint64_t gone = 0;     ///< packets that were asked for again too late
+    std::uint64_t gone = 0;     ///< requests for packets that came too late, or too often
     std::uint64_t lost = 0;     ///< frames, on the board
 };
 
 /// Acquires frames on a thread of its own and sends them; another one sends packets again. A frame is kept until a few
-/// more have been sent.
+/// more have been sent, or the stream is stopped.
+///
+/// What is sent again is bounded, however much is asked for: four times each frame, at the pace of the stream.
 class Streamer {
 public:
     /// @param bytesPerSecond  at most so many leave
@@ -48,7 +50,7 @@ public:
     /// When it returns, no more packets leave.
     void stop();
     bool running() const { return running_; }
-    /// Asks for packets again. While more is asked for than can be sent, requests are forgotten.
+    /// Asks for packets again. Of more requests than can be kept the last ones are forgotten.
     void resend(const ResendRequest& request);
     void sendTestPacket(const StreamSettings& settings, std::uint32_t size) { sender_.sendTestPacket(settings, size); }
     StreamStatistics statistics() const;
@@ -59,7 +61,7 @@ private:
     void send(const client::Frame& frame);
     std::shared_ptr<SentFrame> emptyFrame();
     void resendRun();
-    std::shared_ptr<const SentFrame> keptFrame(std::uint16_t id) const;
+    std::shared_ptr<SentFrame> keptFrame(std::uint16_t id) const;
 
     client::Applet& applet_;
     client::SoftBoard& board_;
