@@ -160,6 +160,27 @@ TEST_F(ServedDevice, StreamsFramesOfTheBoard) {
     EXPECT_EQ(device.state().stream.frames, 3U);
 }
 
+TEST_F(ServedDevice, TellsHowHighAFrameIs) {
+    built.applet["FG_WIDTH"] = 64;
+    built.applet["FG_HEIGHT"] = 1000;
+    built.applet["FG_LINEPERIODE"] = 100.0;
+    built.applet["FG_IMGTRIGGERMODE"] = "ASYNC_GATED";
+    built.board.setClock(client::ClockMode::Stepped);
+    connect();
+    EXPECT_EQ(viewer.write(DeviceRegister::AcquisitionStart, 1), Status::Success);
+    built.board.advanceSignals(150.0);  // between two lines
+    for (const std::uint32_t lines : {10U, 25U}) {
+        built.board.setInput(0, true);
+        built.board.advanceSignals(lines * 100.0);
+        built.board.setInput(0, false);
+        built.board.advanceSignals(1000.0);
+        const Picture picture = receivePicture();
+        EXPECT_EQ(wordOf(picture.leader, 8 + 20), lines);
+        EXPECT_EQ(wordOf(picture.trailer, 8 + 4), lines);
+        EXPECT_EQ(picture.bytes.size(), lines * 64 * 3);
+    }
+}
+
 TEST_F(ServedDevice, SendsAgainWhatTheViewerAsksForFromEitherOfItsSockets) {
     built.applet["FG_WIDTH"] = 64;
     built.applet["FG_HEIGHT"] = 32;
