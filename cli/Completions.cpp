@@ -15,6 +15,9 @@ namespace quillon::cli {
 
 namespace {
 
+constexpr std::string_view beltProfiles = "100mm/s 500mm/s 1m/s 30m/min";
+constexpr std::string_view faults = "line:1:drop line:every:invert frame:1:lose frame:1:stall=5ms camera:0s- link:0s-";
+
 constexpr std::array rules{
     CompletionRule{"get", "", "parameters"},
     CompletionRule{"set", "", "assignments"},
@@ -34,7 +37,6 @@ constexpr std::array rules{
     CompletionRule{"lut", "--save", "(.lut)"},
     CompletionRule{"lut", "--compare", "(.lut)"},
     CompletionRule{"lut", "--range", "0..255 0..16383"},
-    CompletionRule{"grab", "--set", "assignments"},
     CompletionRule{"grab", "--clock", "free real"},
     CompletionRule{"grab", "--graphics", "sixel blocks"},
     CompletionRule{"run", "", "files"},
@@ -49,27 +51,19 @@ constexpr std::array rules{
     CompletionRule{"timeline", "", "100us 1ms 10ms 100ms"},
     CompletionRule{"timeline", "--signals",
                    "ExSync ExSync2 Flash LVAL FVAL GPI FrontGPI CameraTrigger GPO FrontGPO events"},
-    CompletionRule{"grab", "--scene", "files"},
-    CompletionRule{"grab", "--belt", "100mm/s 500mm/s 1m/s 30m/min"},
-    CompletionRule{"grab", "--encoder", "10/mm 25/mm 100/mm"},
-    CompletionRule{"grab", "--fault",
-                   "line:1:drop line:every:invert frame:1:lose frame:1:stall=5ms camera:0s- link:0s-"},
-    CompletionRule{"grab", "--dma-rate", "100MB/s 1GB/s unlimited"},
     CompletionRule{"scene", "", "files"},
     CompletionRule{"serve", "", "gige"},
     CompletionRule{"serve", "--interface", "lo"},
     CompletionRule{"serve", "--rate", "100MB/s 400MB/s 1GB/s"},
     CompletionRule{"serve", "--user-set", "(.mcf)"},
-    CompletionRule{"serve", "--scene", "files"},
-    CompletionRule{"serve", "--belt", "100mm/s 500mm/s 1m/s 30m/min"},
-    CompletionRule{"serve", "--encoder", "10/mm 25/mm 100/mm"},
-    CompletionRule{"serve", "--fault",
-                   "line:1:drop line:every:invert frame:1:lose frame:1:stall=5ms camera:0s- link:0s-"},
-    CompletionRule{"serve", "--dma-rate", "100MB/s 1GB/s unlimited"},
-    CompletionRule{"belt", "", "100mm/s 500mm/s 1m/s 30m/min"},
-    CompletionRule{"belt", "--encoder", "10/mm 25/mm 100/mm"},
-    CompletionRule{"fault", "", "line:1:drop line:every:invert frame:1:lose frame:1:stall=5ms camera:0s- link:0s-"},
-    CompletionRule{"fault", "--dma-rate", "100MB/s 1GB/s unlimited"},
+    CompletionRule{"belt", "", beltProfiles},
+    CompletionRule{"fault", "", faults},
+    CompletionRule{"", "--set", "assignments"},
+    CompletionRule{"", "--scene", "files"},
+    CompletionRule{"", "--belt", beltProfiles},
+    CompletionRule{"", "--encoder", "10/mm 25/mm 100/mm"},
+    CompletionRule{"", "--fault", faults},
+    CompletionRule{"", "--dma-rate", "100MB/s 1GB/s unlimited"},
     CompletionRule{"", "--mcf", "(.mcf)"},
     CompletionRule{"", "--save", "(.mcf)"},
     CompletionRule{"", "--design", "(.tav)"},
