@@ -9,6 +9,7 @@
 
 #include "gige/PixelFormats.h"
 #include "gige/StandardFeatures.h"
+#include "quillon/PublicParameters.h"
 
 namespace quillon::gige {
 namespace {
@@ -40,11 +41,15 @@ bool isRegister(const pugi::xml_node& node) {
     return kind == "IntReg" || kind == "FloatReg" || kind == "StringReg";
 }
 
+/// Whether a parameter can be written in any mode.
+bool canEverBeWritten(int parameter) {
+    const PublicParameter* const found = findPublicParameter(parameter);
+    return found != nullptr && found->access == ParameterAccess::ReadWrite;
+}
+
 /// The registers of the applet's document, at the addresses of the device.
 class Registers {
 public:
-    explicit Registers(const std::function<bool(int)>& writable) : writable_(writable) {}
-
     void move(pugi::xml_node node) {
         ParameterRegister reg;
         reg.parameter = node.child("Address").text().as_int();
@@ -55,7 +60,7 @@ public:
                    : std::string_view(node.name()) == "StringReg" ? RegisterKind::Text
                                                                   : RegisterKind::Integer;
         reg.isSigned = std::string_view(node.child("Sign").text().get()) == "Signed";
-        reg.writable = writable_(reg.parameter);
+        reg.writable = canEverBeWritten(reg.parameter);
         if (reg.kind == RegisterKind::Text) {
             // What lies behind it are the limits of numbers.
             reg.length = std::min(reg.length, MinimumOffset);
@@ -84,7 +89,6 @@ public:
     std::vector<ParameterRegister> take() { return std::move(all_); }
 
 private:
-    const std::function<bool(int)>& writable_;
     std::vector<ParameterRegister> all_;
 };
 
@@ -184,7 +188,7 @@ void setHead(pugi::xml_node root) {
 
 }  // namespace
 
-Description describe(const std::string& document, const std::function<bool(int parameter)>& writable) {
+Description describe(const std::string& document) {
     pugi::xml_document xml;
     const pugi::xml_parse_result result = xml.load_buffer(document.data(), document.size());
     pugi::xml_node root = xml.document_element();
@@ -192,7 +196,7 @@ Description describe(const std::string& document, const std::function<bool(int p
         throw std::runtime_error("the applet's document is no description of registers");
     }
     setHead(root);
-    Registers registers(writable);
+    Registers registers;
     for (const pugi::xml_node node : root.children()) {
         if (isRegister(node)) {
             registers.move(node);

@@ -3,8 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -75,8 +73,7 @@ struct Description {
 /// - in front come the categories of the standard feature names, which point at the applet's nodes or at registers of
 ///   the device.
 ///
-/// @param writable  whether a parameter, by its id, can be written in any mode
 /// Throws std::runtime_error if it is no document of registers.
-Description describe(const std::string& document, const std::function<bool(int parameter)>& writable);
+Description describe(const std::string& document);
 
 }  // namespace quillon::gige

@@ -72,12 +72,6 @@ enum class AcquisitionMode : std::uint32_t { Continuous, SingleFrame, MultiFrame
 constexpr const PixelFormat& FirstFormat = PixelFormats[6];
 static_assert(FirstFormat.name == "BGR8");
 
-/// Whether a parameter can be written in any mode.
-bool canEverBeWritten(int parameter) {
-    const PublicParameter* const found = findPublicParameter(parameter);
-    return found != nullptr && found->access == ParameterAccess::ReadWrite;
-}
-
 std::string hexadecimal(std::size_t number) {
     std::ostringstream text;
     text << std::hex << number;
@@ -98,7 +92,7 @@ DeviceMemory::DeviceMemory(client::Applet& applet, client::SoftBoard& board, con
     : applet_(applet),
       board_(board),
       actions_(actions),
-      description_(describe(applet.xml(), canEverBeWritten)),
+      description_(describe(applet.xml())),
       chosenFormat_(&FirstFormat),
       bootstrap_(BootstrapEnd) {
     putNumber(Version, Version12);

@@ -1,4 +1,4 @@
-// The document against the schema of GenApi 1.0, which a program of Aravis carries as a resource.
+// Documents against the schemas of GenApi, which a program of Aravis carries as resources.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,6 +12,7 @@
 #include <string>
 
 #include "client/testing/BuiltApplet.h"
+#include "gige/Description.h"
 
 namespace quillon::genapi {
 namespace {
@@ -48,8 +49,9 @@ protected:
         std::string name = (std::filesystem::temp_directory_path() / "quillon-schema-XXXXXX").string();
         ASSERT_NE(::mkdtemp(name.data()), nullptr);
         folder = name;
-        const Ran taken = run(std::string("'" GRESOURCE "' extract '" SCHEMA_CARRIER "' ") +
-                              "/org/aravis/GenApiSchema_Version_1_0.xsd > " + quoted(folder / "schema.xsd"));
+        const Ran taken =
+            run(std::string("'" GRESOURCE "' extract '" SCHEMA_CARRIER "' ") + "/org/aravis/GenApiSchema_Version_" +
+                version() + ".xsd > " + quoted(folder / "schema.xsd"));
         ASSERT_EQ(taken.status, 0) << taken.output;
         if (std::filesystem::file_size(folder / "schema.xsd") == 0) {
             GTEST_SKIP() << SCHEMA_CARRIER << " carries no schema";
@@ -57,6 +59,9 @@ protected:
     }
 
     void TearDown() override { std::filesystem::remove_all(folder); }
+
+    /// Of the schema.
+    virtual std::string version() const { return "1_0"; }
 
     Ran validate(const std::string& document) const {
         std::ofstream(folder / "document.xml", std::ios::binary) << document;
@@ -116,6 +121,30 @@ TEST_F(Schema, ItWouldTellOfTwoNodesOfOneName) {
     BuiltApplet built;
     EXPECT_NE(validate(replaced(built.applet.xml(), "<Integer Name='FG_WIDTH'>", "<Integer Name='FG_HEIGHT'>")).status,
               0);
+}
+
+// ---- The document that is served to viewers ----
+
+class ServedSchema : public Schema {
+protected:
+    std::string version() const override { return "1_1"; }
+};
+
+TEST_F(ServedSchema, TheDocumentOfADeviceIsValid) {
+    BuiltApplet built;
+    expectValid(gige::describe(built.applet.xml()).document);
+}
+
+TEST_F(ServedSchema, TheDocumentOfADeviceIsValidForAnUntouchedCatalogue) {
+    BuiltApplet built(1);
+    expectValid(gige::describe(built.applet.xml()).document);
+}
+
+TEST_F(ServedSchema, ItWouldTellOfAFeatureThatPointsToNoRegister) {
+    BuiltApplet built;
+    const std::string broken =
+        replaced(gige::describe(built.applet.xml()).document, "<pMax>FG_WIDTH_Max</pMax>", "<pMax>FG_WIDHT</pMax>");
+    EXPECT_NE(validate(broken).status, 0);
 }
 
 }  // namespace
