@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    quillon::FgIxWrapperImpl* wrapper_ = nullptr;
+    QuillonWrapper* wrapper_ = nullptr;
     std::string start_;
 };
 
