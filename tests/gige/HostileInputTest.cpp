@@ -203,6 +203,17 @@ TEST_F(HostileViewers, AskForPacketsThatAFrameDoesNotHave) {
 
 // ---- While it streams ----
 
+TEST_F(HostileViewers, WaitForAnEndThatADelayDoesNotPutOff) {
+    built.applet["FG_WIDTH"] = 64;
+    built.applet["FG_HEIGHT"] = 512;
+    connect(220);
+    ASSERT_EQ(viewer.write(PacketDelay, 0xFFFFFFFF), Status::Success) << "34 seconds between packets";
+    ASSERT_EQ(viewer.write(DeviceRegister::AcquisitionStart, 1), Status::Success);
+    ASSERT_FALSE(stream.receive().empty());
+    EXPECT_EQ(viewer.write(DeviceRegister::AcquisitionStop, 1), Status::Success);
+    EXPECT_FALSE(device.state().streaming);
+}
+
 TEST_F(HostileViewers, StartAndStopWhileOthersLook) {
     built.applet["FG_WIDTH"] = 64;
     built.applet["FG_HEIGHT"] = 32;
