@@ -156,6 +156,21 @@ TEST_F(HostileViewers, SendNoiseThatLooksLikeRequests) {
     expectUnmoved();
 }
 
+TEST_F(HostileViewers, AreServedAFewAtATime) {
+    ends = true;
+    serving.join();
+    constexpr std::size_t Requests = 200;
+    for (std::size_t i = 0; i < Requests; ++i) {
+        stranger.send(request(Command::ReadRegister, words({Privilege})));
+    }
+    int turns = 0;
+    device.run([&] { return turns++ == 0; });
+    const Heard first = listen(stranger);
+    EXPECT_GT(first.datagrams, 0U);
+    EXPECT_LT(first.datagrams, Requests) << "the end of it is looked for in between";
+    serving = std::thread([this] { device.run([] { return false; }); });
+}
+
 // ---- Where the stream goes ----
 
 TEST_F(HostileViewers, DirectNoStreamAtOthers) {
