@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "gige/StreamPackets.h"
-#include "quillon/client/Frames.h"
 #include "tests/gige/ServedDevice.h"
 
 namespace quillon::gige {
@@ -197,6 +196,16 @@ TEST_F(HostileViewers, GetOneTestPacketOfAtMost9000Bytes) {
     EXPECT_EQ(heard.bytes, 9000 - NetworkHeads);
 }
 
+TEST_F(HostileViewers, AskForTheFramesOfTheControllerBeforeThem) {
+    ASSERT_FALSE(streamOne().trailer.empty());
+    ASSERT_EQ(viewer.write(Privilege, 0), Status::Success);
+    ASSERT_EQ(neighbour.write(Privilege, 2), Status::Success);
+    neighbour.send(resendRequest(1, 0, 3));
+    EXPECT_EQ(neighbour.read(Privilege), 2U);
+    EXPECT_EQ(listen(stream).datagrams, 0U);
+    EXPECT_EQ(device.state().stream.resent, 0U);
+}
+
 // ---- Packets again ----
 
 TEST_F(HostileViewers, AskForPacketsThatAFrameDoesNotHave) {
@@ -214,6 +223,22 @@ TEST_F(HostileViewers, AskForPacketsThatAFrameDoesNotHave) {
     viewer.send(request(Command::PacketResend, {}, 9, true));
     expectUnmoved();
     EXPECT_EQ(device.state().stream.resent, all);
+}
+
+TEST_F(HostileViewers, AskForAFrameAgainAndAgain) {
+    const Picture picture = streamOne();
+    ASSERT_FALSE(picture.trailer.empty());
+    const std::size_t all = packetsOf(picture.bytes.size(), 1400);
+    constexpr std::size_t Requests = 1000;
+    for (std::size_t i = 0; i < Requests; ++i) {
+        (i % 2 == 0 ? viewer : stream).send(resendRequest(1, 0, 0xFFFFFF));
+        ASSERT_EQ(viewer.read(Privilege), 2U);
+    }
+    const Heard heard = listen(stream);
+    EXPECT_GE(heard.datagrams, all);
+    EXPECT_LE(heard.datagrams, 4 * all) << "as often as a viewer of ill luck needs them, and no more";
+    EXPECT_EQ(device.state().stream.resent, heard.datagrams);
+    EXPECT_LE(device.state().stream.gone, Requests - 4) << "the same request is not kept twice";
 }
 
 // ---- While it streams ----
