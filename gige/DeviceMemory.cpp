@@ -601,17 +601,8 @@ Status DeviceMemory::setPixelFormat(std::uint32_t code) {
 }
 
 const PixelFormat& DeviceMemory::pixelFormat() const {
-    const PixelFormat& chosen = *chosenFormat_.load();
     const int format = applet_.readInt(FG_FORMAT);
-    if (format == chosen.format) {
-        return chosen;
-    }
-    for (const PixelFormat& other : PixelFormats) {
-        if (other.format == format && other.redFirst == chosen.redFirst && !other.grey) {
-            return other;
-        }
-    }
-    return chosen;
+    return formatThatFits(*chosenFormat_.load(), [format](const PixelFormat& it) { return it.format == format; });
 }
 
 Status DeviceMemory::setReverse(bool horizontal, bool reverse) {

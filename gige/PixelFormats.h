@@ -47,4 +47,18 @@ inline constexpr std::array<PixelFormat, 19> PixelFormats = {{
 /// Null for a code that is none of these.
 const PixelFormat* pixelFormatOf(std::uint32_t code);
 
+/// The format that was wanted, if it fits; otherwise the first coloured one of the same order that does, if any.
+template <class Fits>
+const PixelFormat& formatThatFits(const PixelFormat& wanted, Fits fits) {
+    if (fits(wanted)) {
+        return wanted;
+    }
+    for (const PixelFormat& other : PixelFormats) {
+        if (fits(other) && other.redFirst == wanted.redFirst && !other.grey) {
+            return other;
+        }
+    }
+    return wanted;
+}
+
 }  // namespace quillon::gige

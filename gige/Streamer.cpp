@@ -10,8 +10,21 @@ namespace {
 constexpr std::size_t FramesKept = 6;
 constexpr unsigned Buffers = 8;
 constexpr std::uint32_t MostTimesAgain = 4;
+constexpr std::size_t Colours = 3;
 
 using Clock = std::chrono::steady_clock;
+
+/// The format that a frame has on the wire: its components may have got other bits than those that the stream was
+/// started with.
+const PixelFormat& formatOf(const client::Frame& frame, const PixelFormat& wanted) {
+    return formatThatFits(wanted, [&frame](const PixelFormat& format) { return format.bits == frame.bits(); });
+}
+
+/// The bytes of the lines, without what a frame that was cut off has behind them.
+std::span<const std::byte> wholeLines(const client::Frame& frame) {
+    const std::size_t bits = std::size_t{frame.width()} * frame.lines() * Colours * frame.bits();
+    return frame.bytes().first((bits + 7) / 8);
+}
 
 /// How many packets of a frame are sent again for a request: no more than it has, and no more than four times as many
 /// in all.
@@ -28,10 +41,10 @@ std::uint32_t grantedAgain(const SentFrame& frame, const ResendRequest& request)
 
 void convert(const client::Frame& frame, const PixelFormat& format, std::vector<std::byte>& bytes) {
     if (format.packed && !format.grey) {
-        bytes.assign(frame.bytes().begin(), frame.bytes().end());
+        const std::span<const std::byte> lines = wholeLines(frame);
+        bytes.assign(lines.begin(), lines.end());
         return;
     }
-    constexpr std::size_t Colours = 3;
     const std::size_t values = std::size_t{frame.width()} * frame.lines() * (format.grey ? 1 : Colours);
     const std::size_t size = format.bits == 8 ? 1 : 2;
     bytes.resize(values * size);
@@ -148,9 +161,10 @@ std::shared_ptr<SentFrame> Streamer::emptyFrame() {
 
 void Streamer::send(const client::Frame& frame) {
     const auto sent = emptyFrame();
-    convert(frame, *format_, sent->bytes);
+    const PixelFormat& format = formatOf(frame, *format_);
+    convert(frame, format, sent->bytes);
     id_ = static_cast<std::uint16_t>(id_ == 0xFFFF ? 1 : id_ + 1);
-    sent->about = {id_, frame.description().lastTick, format_->code, frame.width(), frame.lines(), 0, 0};
+    sent->about = {id_, frame.description().lastTick, format.code, frame.width(), frame.lines(), 0, 0};
     sent->settings = settings_;
     sent->again = 0;
     {

@@ -254,6 +254,32 @@ TEST_F(HostileViewers, WaitForAnEndThatADelayDoesNotPutOff) {
     EXPECT_FALSE(device.state().streaming);
 }
 
+/// Bits of a pixel of a format on the wire.
+std::size_t bitsOf(std::uint32_t pixelFormat) {
+    return pixelFormat >> 16 & 0xFF;
+}
+
+TEST_F(HostileViewers, ChangeTheFormatAndTheSizeOfFramesOnTheirWay) {
+    built.applet["FG_WIDTH"] = 64;
+    built.applet["FG_HEIGHT"] = 32;
+    connect();
+    ASSERT_EQ(viewer.write(DeviceRegister::AcquisitionStart, 1), Status::Success);
+    const std::vector<std::pair<const char*, std::uint32_t>> changes{
+        {"FG_FORMAT", FG_COL48}, {"FG_WIDTH", 32},        {"FG_FORMAT", FG_COL30}, {"FG_HEIGHT", 1},
+        {"FG_WIDTH", 2048},      {"FG_FORMAT", FG_COL36}, {"FG_HEIGHT", 100},      {"FG_FORMAT", FG_COL24}};
+    for (const auto& [parameter, value] : changes) {
+        built.applet[parameter] = value;
+        for (int i = 0; i < 4; ++i) {
+            const Picture picture = receivePicture();
+            ASSERT_EQ(picture.leader.size(), LeaderSize) << parameter;
+            const std::size_t pixels = std::size_t{wordOf(picture.leader, 8 + 16)} * wordOf(picture.leader, 8 + 20);
+            EXPECT_EQ(picture.bytes.size(), pixels * bitsOf(wordOf(picture.leader, 8 + 12)) / 8)
+                << parameter << " " << value;
+        }
+    }
+    EXPECT_EQ(viewer.write(DeviceRegister::AcquisitionStop, 1), Status::Success);
+}
+
 TEST_F(HostileViewers, StartAndStopWhileOthersLook) {
     built.applet["FG_WIDTH"] = 64;
     built.applet["FG_HEIGHT"] = 32;
