@@ -5,8 +5,6 @@
 #include <array>
 #include <chrono>
 
-#include "quillon/client/Errors.h"
-
 namespace quillon::gige {
 namespace {
 
@@ -94,12 +92,8 @@ Status Device::startAcquisition(std::int64_t frames) {
     if (settings.port == 0 || settings.address == 0) {
         return Status::Error;
     }
-    try {
-        streamer_.start(frames, memory_.pixelFormat(), settings);
-        return Status::Success;
-    } catch (const client::Error&) {
-        return Status::Error;
-    }
+    streamer_.start(frames, memory_.pixelFormat(), settings);
+    return Status::Success;
 }
 
 void Device::sendTestPacket(std::uint32_t size) {

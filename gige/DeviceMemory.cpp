@@ -4,9 +4,11 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <exception>
 #include <sstream>
 
 #include "gige/Bytes.h"
+#include "gige/StreamPackets.h"
 #include "quillon/PublicParameters.h"
 #include "quillon/client/Errors.h"
 
@@ -394,7 +396,7 @@ Status DeviceMemory::remembering(Call call) {
         return Status::Success;
     } catch (const client::CallError& error) {
         refuse(error.code, error.what());
-    } catch (const client::Error& error) {
+    } catch (const std::exception& error) {
         refuse(QuillonInvalidParameter, error.what());
     }
     return Status::Error;
@@ -464,7 +466,8 @@ Status DeviceMemory::writeDevice(std::uint32_t address, std::span<const std::byt
 std::optional<std::uint32_t> DeviceMemory::deviceNumber(DeviceRegister reg) const {
     switch (reg) {
         case DeviceRegister::PixelFormat: return pixelFormat().code;
-        case DeviceRegister::PayloadSize: return payloadSize();
+        case DeviceRegister::PayloadSize:
+            return static_cast<std::uint32_t>(std::min<std::uint64_t>(payloadSize(), 0xFFFFFFFF));
         case DeviceRegister::AcquisitionMode: return acquisitionMode_;
         case DeviceRegister::AcquisitionStart:
         case DeviceRegister::AcquisitionStop:
@@ -538,7 +541,7 @@ Status DeviceMemory::setDeviceNumber(DeviceRegister reg, std::uint32_t value) {
             }
             acquisitionMode_ = value;
             return Status::Success;
-        case DeviceRegister::AcquisitionStart: return actions_.startAcquisition(framesWanted());
+        case DeviceRegister::AcquisitionStart: return startAcquisition();
         case DeviceRegister::AcquisitionStop: actions_.stopAcquisition(); return Status::Success;
         case DeviceRegister::AcquisitionFrameCount:
             if (value == 0) {
@@ -574,6 +577,18 @@ std::int64_t DeviceMemory::framesWanted() const {
         case AcquisitionMode::MultiFrame: return frameCount_;
         default: return -1;
     }
+}
+
+Status DeviceMemory::startAcquisition() {
+    const std::uint64_t size = payloadSize();
+    if (packetsOf(size, stream().packetSize) > MostPacketNumber + 1) {
+        refuse(QuillonInvalidParameter, "a frame of " + std::to_string(size) + " bytes takes more than " +
+                                            std::to_string(MostPacketNumber + 1) + " packets");
+        return Status::Error;
+    }
+    Status status = Status::Error;
+    const Status called = remembering([&] { status = actions_.startAcquisition(framesWanted()); });
+    return called == Status::Success ? status : called;
 }
 
 Status DeviceMemory::setDeviceReal(DeviceRegister reg, double value) {
@@ -624,13 +639,13 @@ Status DeviceMemory::useUserSet(bool load) {
     return code == 0 ? Status::Success : Status::Error;
 }
 
-std::uint32_t DeviceMemory::payloadSize() const {
+std::uint64_t DeviceMemory::payloadSize() const {
     constexpr unsigned BitsPerByte = 8;
     constexpr unsigned Colours = 3;
     const PixelFormat& format = pixelFormat();
     const std::uint64_t pixels = std::uint64_t{applet_.readUnsigned(FG_WIDTH)} * applet_.readUnsigned(FG_HEIGHT);
     const unsigned bits = format.packed ? format.bits : 2 * BitsPerByte;
-    return static_cast<std::uint32_t>(pixels * bits * (format.grey ? 1 : Colours) / BitsPerByte);
+    return pixels * bits * (format.grey ? 1 : Colours) / BitsPerByte;
 }
 
 }  // namespace quillon::gige

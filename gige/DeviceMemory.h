@@ -82,7 +82,7 @@ public:
     /// The one that was set, as long as FG_FORMAT is its own; otherwise the first that FG_FORMAT is.
     const PixelFormat& pixelFormat() const;
     /// The bytes of a frame in the format of the stream, as the parameters are now.
-    std::uint32_t payloadSize() const;
+    std::uint64_t payloadSize() const;
     /// How many values the applet has refused, and what it said of the last one.
     std::uint64_t refusals() const;
     std::string refusal() const;
@@ -116,6 +116,7 @@ private:
 
     /// Of the next acquisition; -1: without end.
     std::int64_t framesWanted() const;
+    Status startAcquisition();
     Status setPixelFormat(std::uint32_t code);
     Status setReverse(bool horizontal, bool reverse);
     Status useUserSet(bool load);

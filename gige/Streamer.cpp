@@ -1,6 +1,7 @@
 #include "gige/Streamer.h"
 
 #include <algorithm>
+#include <exception>
 #include <limits>
 #include <utility>
 
@@ -87,6 +88,7 @@ void Streamer::start(std::int64_t frames, const PixelFormat& format, const Strea
     stop();
     format_ = &format;
     settings_ = settings;
+    memory_.reset();  // its room may be needed
     memory_ = std::make_unique<client::FrameMemory>(board_, client::frameSize(applet_), Buffers);
     memory_->setMode(client::MemoryMode::Hold);
     {
@@ -99,7 +101,14 @@ void Streamer::start(std::int64_t frames, const PixelFormat& format, const Strea
     stopping_ = false;
     running_ = true;
     sender_.open();
-    thread_ = std::thread([this, frames] { run(frames); });
+    try {
+        thread_ = std::thread([this, frames] { run(frames); });
+    } catch (...) {
+        running_ = false;
+        sender_.close();
+        applet_.stopAcquire(0, memory_->pointer(), 0);
+        throw;
+    }
 }
 
 void Streamer::stop() {
@@ -116,6 +125,16 @@ void Streamer::stop() {
 }
 
 void Streamer::run(std::int64_t frames) {
+    try {
+        sendFrames(frames);
+    } catch (const std::exception& error) {  // memory is short, say: it can be started again
+        const std::lock_guard guard(mutex_);
+        statistics_.failure = error.what();
+    }
+    running_ = false;
+}
+
+void Streamer::sendFrames(std::int64_t frames) {
     constexpr unsigned Patience = 1;  // seconds
     arrived_ = Clock::now();
     std::uint64_t number = 1;
@@ -128,23 +147,22 @@ void Streamer::run(std::int64_t frames) {
             }
             continue;
         }
-        setPace(last > static_cast<std::int64_t>(number));
         if (const auto frame = memory_->frame(number)) {
+            setPace(frame->bytes().size(), last > static_cast<std::int64_t>(number));
             send(*frame);
         }
         memory_->release(number++);
     }
-    running_ = false;
 }
 
 /// A frame goes out in half the time that one takes to come, so that the receiver's socket does not overflow, and
 /// faster if frames wait already.
-void Streamer::setPace(bool framesWait) {
+void Streamer::setPace(std::size_t frameBytes, bool framesWait) {
     constexpr double Gentle = 100e6;  // bytes a second
     constexpr double Unlimited = std::numeric_limits<double>::infinity();
     const Clock::time_point now = Clock::now();
     const double seconds = std::chrono::duration<double>(now - std::exchange(arrived_, now)).count();
-    const double needed = 2.0 * static_cast<double>(client::frameSize(applet_)) / std::max(seconds, 1e-6);
+    const double needed = 2.0 * static_cast<double>(frameBytes) / std::max(seconds, 1e-6);
     sender_.setPace(framesWait ? Unlimited : std::max(Gentle, needed));
 }
 
@@ -163,10 +181,15 @@ void Streamer::send(const client::Frame& frame) {
     const auto sent = emptyFrame();
     const PixelFormat& format = formatOf(frame, *format_);
     convert(frame, format, sent->bytes);
-    id_ = static_cast<std::uint16_t>(id_ == 0xFFFF ? 1 : id_ + 1);
-    sent->about = {id_, frame.description().lastTick, format.code, frame.width(), frame.lines(), 0, 0};
     sent->settings = settings_;
     sent->again = 0;
+    if (sent->packets() > MostPacketNumber + 1) {
+        const std::lock_guard guard(mutex_);
+        ++statistics_.lost;  // it has grown since the start
+        return;
+    }
+    id_ = static_cast<std::uint16_t>(id_ == 0xFFFF ? 1 : id_ + 1);
+    sent->about = {id_, frame.description().lastTick, format.code, frame.width(), frame.lines(), 0, 0};
     {
         const std::lock_guard guard(mutex_);
         sent_.push_back(sent);

@@ -10,6 +10,7 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -28,7 +29,8 @@ struct StreamStatistics {
     std::uint64_t packets = 0;  ///< with those that were sent again
     std::uint64_t resent = 0;   ///< packets
     std::uint64_t gone = 0;     ///< requests for packets that came too late, or too often
-    std::uint64_t lost = 0;     ///< frames, on the board
+    std::uint64_t lost = 0;     ///< frames, on the board or too large for a stream
+    std::string failure;        ///< what ended the stream before its time; empty: nothing
 };
 
 /// Acquires frames on a thread of its own and sends them; another one sends packets again. A frame is kept until a few
@@ -57,7 +59,8 @@ public:
 
 private:
     void run(std::int64_t frames);
-    void setPace(bool framesWait);
+    void sendFrames(std::int64_t frames);
+    void setPace(std::size_t frameBytes, bool framesWait);
     void send(const client::Frame& frame);
     std::shared_ptr<SentFrame> emptyFrame();
     void resendRun();

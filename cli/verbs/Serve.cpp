@@ -79,6 +79,9 @@ Json toJson(const gige::Device& device, const gige::DeviceState& state, const Fl
     if (state.refusals != 0) {
         put(json, "refusal", state.refusal);
     }
+    if (!state.stream.failure.empty()) {
+        put(json, "failure", state.stream.failure);
+    }
     return json;
 }
 
@@ -115,6 +118,9 @@ private:
         }
         if (state.refusals != before_.refusals) {
             console_.out << state.refusal << '\n';
+        }
+        if (state.stream.failure != before_.stream.failure && !state.stream.failure.empty()) {
+            console_.err << "the stream has ended: " << state.stream.failure << '\n';
         }
         if (flow.frames > 0.0) {
             constexpr double Mebibyte = 1 << 20;

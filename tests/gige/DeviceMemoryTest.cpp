@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <new>
 #include <string>
 
 #include "client/testing/BuiltApplet.h"
@@ -22,6 +23,9 @@ constexpr std::uint32_t StreamAddress = 0xD18;
 class Actions final : public DeviceActions {
 public:
     Status startAcquisition(std::int64_t frames) override {
+        if (fails) {
+            throw std::bad_alloc();
+        }
         started = frames;
         return Status::Success;
     }
@@ -30,6 +34,7 @@ public:
     void sendTestPacket(std::uint32_t size) override { testPackets.push_back(size); }
     std::string userSet() const override { return {}; }
 
+    bool fails = false;
     std::optional<std::int64_t> started;
     std::vector<std::uint32_t> testPackets;
 };
@@ -211,6 +216,23 @@ TEST_F(RegistersOfTheDevice, StartAndStop) {
     write(DeviceRegister::AcquisitionStart, 1);
     EXPECT_EQ(actions.started, 1);
     EXPECT_EQ(write(DeviceRegister::AcquisitionMode, 3), Status::InvalidParameter);
+}
+
+TEST_F(RegistersOfTheDevice, StartNothingThatCannotBe) {
+    actions.fails = true;
+    EXPECT_EQ(write(DeviceRegister::AcquisitionStart, 1), Status::Error);
+    EXPECT_EQ(memory.refusal(), std::bad_alloc().what());
+    actions.fails = false;
+    write(PacketSize, 220);
+    built.applet["FG_WIDTH"] = 16384;
+    built.applet["FG_HEIGHT"] = 62806;  // 2^24 - 2 packets of 184 bytes hold 62805.3 lines
+    EXPECT_EQ(write(DeviceRegister::AcquisitionStart, 1), Status::Error);
+    EXPECT_THAT(memory.refusal(), HasSubstr("packets"));
+    EXPECT_FALSE(actions.started);
+    built.applet["FG_HEIGHT"] = 62805;
+    EXPECT_EQ(write(DeviceRegister::AcquisitionStart, 1), Status::Success);
+    built.applet["FG_HEIGHT"] = 200000;
+    EXPECT_EQ(at(DeviceRegister::PayloadSize), 0xFFFFFFFF) << "9.8 GB, and no more than the register holds";
 }
 
 TEST_F(RegistersOfTheDevice, TellTheRatesOfCameraAndSimulator) {

@@ -254,6 +254,16 @@ TEST_F(HostileViewers, WaitForAnEndThatADelayDoesNotPutOff) {
     EXPECT_FALSE(device.state().streaming);
 }
 
+TEST_F(HostileViewers, StartFramesThatNoNumberOfPacketsCounts) {
+    built.applet["FG_WIDTH"] = 16384;
+    built.applet["FG_HEIGHT"] = 200000;  // 9.8 GB
+    connect(220);
+    EXPECT_EQ(viewer.write(DeviceRegister::AcquisitionStart, 1), Status::Error);
+    EXPECT_FALSE(device.state().streaming);
+    EXPECT_THAT(device.state().refusal, testing::HasSubstr("packets"));
+    expectUnmoved();
+}
+
 /// Bits of a pixel of a format on the wire.
 std::size_t bitsOf(std::uint32_t pixelFormat) {
     return pixelFormat >> 16 & 0xFF;
