@@ -251,8 +251,12 @@ void DeviceMemory::setController(const std::optional<Peer>& controller) {
     if (!controller) {
         putNumber(StreamPort, 0);
         putNumber(StreamAddress, 0);
+        putNumber(StreamPacketSize, StreamSettings().packetSize);
+        putNumber(StreamPacketDelay, 0);
         putNumber(Heartbeat, UsualHeartbeat);
         locked_ = 0;
+        textParameter_ = 0;
+        text_.clear();
     }
 }
 

@@ -18,6 +18,7 @@ using testing::StartsWith;
 constexpr Peer Viewer{0x7F000001, 50000};
 constexpr std::uint32_t StreamPort = 0xD00;
 constexpr std::uint32_t PacketSize = 0xD04;
+constexpr std::uint32_t PacketDelay = 0xD08;
 constexpr std::uint32_t StreamAddress = 0xD18;
 
 class Actions final : public DeviceActions {
@@ -176,6 +177,20 @@ TEST_F(RegistersOfTheDevice, SendNobodyElseTheStream) {
     memory.setController(std::nullopt);
     EXPECT_EQ(memory.stream().port, 0);
     EXPECT_EQ(memory.stream().address, 0U);
+}
+
+TEST_F(RegistersOfTheDevice, KeepNothingOfAControllerThatHasGone) {
+    const std::uint32_t file = address("FG_DEBUGFILE");
+    memory.setController(Viewer);
+    EXPECT_EQ(write(PacketSize, 9000), Status::Success);
+    EXPECT_EQ(write(PacketDelay, 0xFFFFFFFF), Status::Success);
+    EXPECT_EQ(memory.write(file, words({0x61616161})), Status::Success) << "the beginning of a text";
+    memory.setController(std::nullopt);
+    EXPECT_EQ(memory.stream().packetSize, StreamSettings().packetSize);
+    EXPECT_EQ(memory.stream().delay, 0U);
+    const std::string before = built.applet.readText(FG_DEBUGFILE);
+    static_cast<void>(memory.write(file + 4, words({0x62000000})));
+    EXPECT_EQ(built.applet.readText(FG_DEBUGFILE), before);
 }
 
 TEST_F(RegistersOfTheDevice, LimitPackets) {
