@@ -24,7 +24,7 @@ PendingTeller::~PendingTeller() {
 
 void PendingTeller::begin(const Peer& sender, std::span<const std::byte> datagram) {
     const auto request = parseRequest(datagram);
-    if (!request || !request->acknowledge) {
+    if (!request || !request->acknowledge || request->command == static_cast<std::uint16_t>(Command::PacketResend)) {
         return;
     }
     const std::lock_guard guard(mutex_);

@@ -28,7 +28,7 @@ public:
     PendingTeller& operator=(const PendingTeller&) = delete;
     ~PendingTeller();
 
-    /// A datagram is at work; nobody is told of one that wants no answer.
+    /// A datagram is at work; nobody is told of one that wants no answer, or never gets one.
     void begin(const Peer& sender, std::span<const std::byte> datagram);
     /// It has been answered, or will not be. Nothing is sent after that.
     void end();

@@ -49,6 +49,9 @@ TEST_F(PendingAnswers, AreOfNoConcernToWhoWantsNone) {
     teller.end();
     teller.begin(Viewer, bytes("00 01 02"));
     std::this_thread::sleep_for(100ms);
+    teller.end();
+    teller.begin(Viewer, request(Command::PacketResend, words({1, 1, 2})));
+    std::this_thread::sleep_for(100ms);
     EXPECT_TRUE(told.empty());
 }
 
