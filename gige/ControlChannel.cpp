@@ -177,9 +177,14 @@ ControlChannel::Answer ControlChannel::readMemory(const Peer& sender, const Requ
     append(result.data, address);
     result.data.resize(RegisterSize + size);
     const std::span<std::byte> bytes = std::span(result.data).subspan(RegisterSize);
-    result.status = address == PrivilegeAddress && size == RegisterSize ? readRegister(sender, address, bytes)
-                    : mayRead(sender)                                   ? memory_.read(address, bytes)
-                                                                        : Status::AccessDenied;
+    if (address == PrivilegeAddress && size == RegisterSize) {
+        result.status = readRegister(sender, address, bytes);
+        return result;
+    }
+    result.status = mayRead(sender) ? memory_.read(address, bytes) : Status::AccessDenied;
+    if (address <= PrivilegeAddress && PrivilegeAddress - address < size) {
+        put(bytes.subspan(PrivilegeAddress - address), privilege_);
+    }
     return result;
 }
 
@@ -196,9 +201,10 @@ ControlChannel::Answer ControlChannel::writeMemory(const Peer& sender, const Req
         return {Status::BadAlignment, {}};
     }
     Answer result;
-    result.status = address == PrivilegeAddress ? writeRegister(sender, address, bytes)
-                    : isController(sender)      ? memory_.write(address, bytes)
-                                                : Status::AccessDenied;
+    const bool isPrivilege = address == PrivilegeAddress && bytes.size() == RegisterSize;
+    result.status = isPrivilege            ? writeRegister(sender, address, bytes)
+                    : isController(sender) ? memory_.write(address, bytes)
+                                           : Status::AccessDenied;
     append(result.data, std::uint16_t{0});
     append(result.data, static_cast<std::uint16_t>(bytes.size()));
     return result;

@@ -77,7 +77,8 @@ public:
     std::uint32_t heartbeat() const;  ///< milliseconds
     /// The port that the stream comes from.
     void setStreamPort(std::uint16_t port);
-    /// Only to there may a stream go; nothing: nowhere, it is closed, and the next controller finds none of its settings.
+    /// Only to there may a stream go; nothing: nowhere, it is closed, and the next controller finds none of its
+    /// settings.
     void setController(const std::optional<Peer>& controller);
     /// The one that was set, as long as FG_FORMAT is its own; otherwise the first that FG_FORMAT is.
     const PixelFormat& pixelFormat() const;

@@ -104,6 +104,19 @@ TEST_F(Channel, WritesForItsControllerAlone) {
     EXPECT_EQ(memory.written[0x24], words({7, 8}));
 }
 
+TEST_F(Channel, TellsThePrivilegeInTheMiddleOfABlock) {
+    write(Viewer, Privilege, 2);
+    const auto block = ask(Other, Command::ReadMemory, words({Privilege - 4, 12}));
+    EXPECT_EQ(*block, bytes("00 00 00 85 00 10 00 01 00 00 09 fc fc fd fe ff 00 00 00 02 04 05 06 07"));
+}
+
+TEST_F(Channel, GivesThePrivilegeForItsRegisterAlone) {
+    EXPECT_EQ(statusOf(ask(Viewer, Command::WriteMemory, words({Privilege, 2, 7}))), Status::AccessDenied);
+    EXPECT_FALSE(channel.controller());
+    EXPECT_EQ(statusOf(ask(Viewer, Command::WriteMemory, words({Privilege, 2}))), Status::Success);
+    EXPECT_EQ(channel.controller(), Viewer);
+}
+
 TEST_F(Channel, TellsHowManyRegistersWereWritten) {
     write(Viewer, Privilege, 2);
     EXPECT_EQ(*ask(Viewer, Command::WriteRegister, words({0x20, 1, 0x24, 2})),
