@@ -193,6 +193,9 @@ Status DeviceMemory::writeBootstrap(std::uint32_t address, std::span<const std::
     if (address == StreamPacketSize) {
         return writePacketSize(value);
     }
+    if ((address == StreamPort || address == StreamAddress) && value == 0) {
+        actions_.stopAcquisition();  // the stream is closed
+    }
     const std::lock_guard guard(mutex_);
     switch (address) {
         case Heartbeat: putNumber(Heartbeat, std::max(value, ShortestHeartbeat)); return Status::Success;

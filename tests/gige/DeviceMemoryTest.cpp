@@ -179,6 +179,18 @@ TEST_F(RegistersOfTheDevice, SendNobodyElseTheStream) {
     EXPECT_EQ(memory.stream().address, 0U);
 }
 
+TEST_F(RegistersOfTheDevice, EndTheStreamThatIsClosed) {
+    memory.setController(Viewer);
+    for (const std::uint32_t reg : {StreamPort, StreamAddress}) {
+        write(StreamAddress, Viewer.address);
+        write(StreamPort, 40000);
+        write(DeviceRegister::AcquisitionStart, 1);
+        EXPECT_TRUE(actions.started);
+        EXPECT_EQ(write(reg, 0), Status::Success);
+        EXPECT_FALSE(actions.started);
+    }
+}
+
 TEST_F(RegistersOfTheDevice, KeepNothingOfAControllerThatHasGone) {
     const std::uint32_t file = address("FG_DEBUGFILE");
     memory.setController(Viewer);
