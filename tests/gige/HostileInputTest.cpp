@@ -264,9 +264,12 @@ TEST_F(HostileViewers, StartFramesThatNoNumberOfPacketsCounts) {
     expectUnmoved();
 }
 
-/// Bits of a pixel of a format on the wire.
-std::size_t bitsOf(std::uint32_t pixelFormat) {
-    return pixelFormat >> 16 & 0xFF;
+/// The picture has as many bytes as its leader tells.
+void expectWhole(const Picture& picture) {
+    ASSERT_EQ(picture.leader.size(), LeaderSize);
+    const std::size_t bitsOfPixel = wordOf(picture.leader, 8 + 12) >> 16 & 0xFF;
+    const std::size_t pixels = std::size_t{wordOf(picture.leader, 8 + 16)} * wordOf(picture.leader, 8 + 20);
+    EXPECT_EQ(picture.bytes.size(), pixels * bitsOfPixel / 8);
 }
 
 TEST_F(HostileViewers, ChangeTheFormatAndTheSizeOfFramesOnTheirWay) {
@@ -280,14 +283,31 @@ TEST_F(HostileViewers, ChangeTheFormatAndTheSizeOfFramesOnTheirWay) {
     for (const auto& [parameter, value] : changes) {
         built.applet[parameter] = value;
         for (int i = 0; i < 4; ++i) {
-            const Picture picture = receivePicture();
-            ASSERT_EQ(picture.leader.size(), LeaderSize) << parameter;
-            const std::size_t pixels = std::size_t{wordOf(picture.leader, 8 + 16)} * wordOf(picture.leader, 8 + 20);
-            EXPECT_EQ(picture.bytes.size(), pixels * bitsOf(wordOf(picture.leader, 8 + 12)) / 8)
-                << parameter << " " << value;
+            SCOPED_TRACE(parameter);
+            expectWhole(receivePicture());
         }
     }
     EXPECT_EQ(viewer.write(DeviceRegister::AcquisitionStop, 1), Status::Success);
+}
+
+TEST_F(HostileViewers, LoadTheUserSetWhileItStreams) {
+    built.applet["FG_WIDTH"] = 64;
+    built.applet["FG_HEIGHT"] = 32;
+    connect();
+    constexpr auto TriggerMode = static_cast<std::uint32_t>(DeviceRegister::TriggerMode);
+    ASSERT_EQ(viewer.write(DeviceRegister::UserSetSave, 1), Status::Success);
+    ASSERT_EQ(viewer.write(DeviceRegister::AcquisitionStart, 1), Status::Success);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(viewer.write(TriggerMode, 1), Status::Success);
+        EXPECT_EQ(viewer.read(TriggerMode), 1U);
+        EXPECT_EQ(viewer.write(DeviceRegister::UserSetLoad, 1), Status::Success);
+        EXPECT_EQ(viewer.read(TriggerMode), 0U);
+        EXPECT_TRUE(device.state().streaming);
+        expectWhole(receivePicture());
+    }
+    EXPECT_EQ(viewer.write(DeviceRegister::AcquisitionStop, 1), Status::Success);
+    listen(stream, 100ms);
+    expectUnmoved();
 }
 
 TEST_F(HostileViewers, StartAndStopWhileOthersLook) {

@@ -11,6 +11,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <filesystem>
+#include <string>
 #include <thread>
 
 #include "client/testing/BuiltApplet.h"
@@ -98,6 +100,7 @@ protected:
     ~ServedDevice() override {
         ends = true;
         serving.join();
+        std::filesystem::remove(options.userSet);
     }
     /// The viewer takes control and tells where its stream goes.
     void connect(std::uint32_t packetSize = 1400) {
@@ -126,7 +129,9 @@ protected:
     }
 
     client::testing::BuiltApplet built;
-    Device device{built.applet, built.board, {}};
+    DeviceOptions options{"lo", "QUILLON-0", testing::TempDir() + "user_set_" + std::to_string(getpid()) + ".mcf",
+                          400e6};
+    Device device{built.applet, built.board, options};
     std::atomic<bool> ends = false;
     std::thread serving{[this] { device.run([this] { return !ends; }); }};
     Client viewer;
