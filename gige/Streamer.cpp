@@ -1,9 +1,14 @@
 #include "gige/Streamer.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <exception>
 #include <limits>
+#include <string>
 #include <utility>
+
+#include "quillon/client/Errors.h"
 
 namespace quillon::gige {
 namespace {
@@ -36,6 +41,16 @@ std::uint32_t grantedAgain(const SentFrame& frame, const ResendRequest& request)
     }
     return std::min(
         {request.last - request.first + 1, packets - request.first, MostTimesAgain * packets - frame.again});
+}
+
+/// Throws client::Error for frames that would take the computer's memory from all others: those of the board and those
+/// that are kept here take half of it at most.
+void requireMemory(std::size_t frameSize) {
+    const double all = static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
+    constexpr auto Frames = static_cast<double>(Buffers + FramesKept + 1);
+    if (Frames * static_cast<double>(frameSize) > all / 2) {
+        throw client::Error("frames of " + std::to_string(frameSize) + " bytes take more than half of the memory");
+    }
 }
 
 }  // namespace
@@ -89,7 +104,9 @@ void Streamer::start(std::int64_t frames, const PixelFormat& format, const Strea
     format_ = &format;
     settings_ = settings;
     memory_.reset();  // its room may be needed
-    memory_ = std::make_unique<client::FrameMemory>(board_, client::frameSize(applet_), Buffers);
+    const std::size_t size = client::frameSize(applet_);
+    requireMemory(size);
+    memory_ = std::make_unique<client::FrameMemory>(board_, size, Buffers);
     memory_->setMode(client::MemoryMode::Hold);
     {
         const std::lock_guard guard(mutex_);

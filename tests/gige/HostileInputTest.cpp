@@ -272,6 +272,16 @@ void expectWhole(const Picture& picture) {
     EXPECT_EQ(picture.bytes.size(), pixels * bitsOfPixel / 8);
 }
 
+TEST_F(HostileViewers, StartFramesThatTakeAllMemory) {
+    built.applet["FG_WIDTH"] = 16384;
+    built.applet["FG_HEIGHT"] = 1398101;  // 69 GB
+    connect(9000);
+    EXPECT_EQ(viewer.write(DeviceRegister::AcquisitionStart, 1), Status::Error);
+    EXPECT_FALSE(device.state().streaming);
+    EXPECT_THAT(device.state().refusal, testing::HasSubstr("half of the memory"));
+    expectUnmoved();
+}
+
 TEST_F(HostileViewers, ChangeTheFormatAndTheSizeOfFramesOnTheirWay) {
     built.applet["FG_WIDTH"] = 64;
     built.applet["FG_HEIGHT"] = 32;
