@@ -98,6 +98,8 @@ TEST_F(ServedDevice, LetsOthersReadAndNoMore) {
 }
 
 TEST_F(ServedDevice, IsFreeAgainAndSilentWhenItsControllerDies) {
+    built.applet["FG_WIDTH"] = 64;
+    built.applet["FG_HEIGHT"] = 32;
     connect();
     ASSERT_EQ(viewer.write(0x938, 500), Status::Success) << "the heartbeat";
     ASSERT_EQ(viewer.write(DeviceRegister::AcquisitionStart, 1), Status::Success);
