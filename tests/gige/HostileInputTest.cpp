@@ -109,16 +109,16 @@ TEST_F(HostileViewers, SendHeadsThatAreWrong) {
 
 TEST_F(HostileViewers, ReplayWritesInVain) {
     connect();
-    const auto width = static_cast<std::uint32_t>(DeviceRegister::AcquisitionFrameCount);
-    const Bytes write = request(Command::WriteRegister, words({width, 5}), 77);
+    const auto count = static_cast<std::uint32_t>(DeviceRegister::AcquisitionFrameCount);
+    const Bytes write = request(Command::WriteRegister, words({count, 5}), 77);
     viewer.send(write);
     EXPECT_EQ(Client::statusOf(viewer.receive()), Status::Success);
-    EXPECT_EQ(viewer.write(width, 6), Status::Success);
+    EXPECT_EQ(viewer.write(count, 6), Status::Success);
     for (const Client* const other : {&stranger, &neighbour}) {
         other->send(write);
         EXPECT_EQ(Client::statusOf(other->receive()), Status::AccessDenied);
     }
-    EXPECT_EQ(viewer.read(width), 6U);
+    EXPECT_EQ(viewer.read(count), 6U);
     EXPECT_EQ(neighbour.write(Privilege, 2), Status::AccessDenied);
     EXPECT_EQ(neighbour.write(Privilege, 0), Status::AccessDenied);
     EXPECT_EQ(stranger.write(StreamAddress, Neighbour), Status::AccessDenied);
@@ -507,7 +507,7 @@ TEST(HostileRequests, LeaveTheAppletAndTheChannelInOrder) {
     EXPECT_GT(answers, Count / 2);
     EXPECT_GT(space.writes, Count / 100);
     EXPECT_LE(actions.mostTested, MostPacketSize);
-    EXPECT_EQ(memory.heartbeat() >= 500, true);
+    EXPECT_GE(memory.heartbeat(), 500U);
     built.applet["FG_WIDTH"] = 1024;
     EXPECT_EQ(built.applet.readUnsigned(FG_WIDTH), 1024U);
 }
