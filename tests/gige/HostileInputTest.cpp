@@ -100,7 +100,7 @@ TEST_F(HostileViewers, SendHeadsThatAreWrong) {
     }
     EXPECT_EQ(listen(viewer).datagrams, 0U);
     EXPECT_EQ(listen(stranger).datagrams, 0U);
-    for (const std::uint16_t command : {0x0000, 0x0001, 0x0003, 0x0041, 0x0083, 0x0089, 0x00C0, 0xFFFF}) {
+    for (const unsigned command : {0x0000U, 0x0001U, 0x0003U, 0x0041U, 0x0083U, 0x0089U, 0x00C0U, 0xFFFFU}) {
         EXPECT_EQ(Client::statusOf(stranger.ask(static_cast<Command>(command), words({0, 0}))), Status::NotImplemented)
             << command;
     }
