@@ -71,8 +71,9 @@ constexpr double MicrosecondsPerSecond = 1e6;
 /// Values of AcquisitionMode in the document.
 enum class AcquisitionMode : std::uint32_t { Continuous, SingleFrame, MultiFrame };
 
-constexpr const PixelFormat& FirstFormat = PixelFormats[6];
-static_assert(FirstFormat.name == "BGR8");
+// Of the formats of FG_COL24 the coloured one that viewers can show.
+constexpr const PixelFormat& FirstFormat = PixelFormats[5];
+static_assert(FirstFormat.name == "RGB8");
 
 std::string hexadecimal(std::size_t number) {
     std::ostringstream text;
@@ -122,6 +123,7 @@ DeviceMemory::DeviceMemory(client::Applet& applet, client::SoftBoard& board, con
     putNumber(TickFrequencyHigh, 0);
     putNumber(TickFrequencyLow, TicksPerSecond);
     putNumber(StreamPacketSize, StreamSettings().packetSize);
+    board.setRedFirst(FirstFormat.redFirst);
 }
 
 // ---- Which part an access lies in ----

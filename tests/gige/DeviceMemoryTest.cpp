@@ -216,9 +216,9 @@ TEST_F(RegistersOfTheDevice, LimitPackets) {
 }
 
 TEST_F(RegistersOfTheDevice, FollowTheFormat) {
-    EXPECT_EQ(at(DeviceRegister::PixelFormat), 0x02180015U);
+    EXPECT_EQ(at(DeviceRegister::PixelFormat), 0x02180014U) << "RGB8, which viewers can show";
     EXPECT_EQ(at(DeviceRegister::PayloadSize), 1024U * 1024 * 3);
-    EXPECT_EQ(write(DeviceRegister::PixelFormat, 0x02180014), Status::Success);
+    EXPECT_EQ(write(DeviceRegister::PixelFormat, 0x02180015), Status::Success);
     EXPECT_EQ(write(DeviceRegister::PixelFormat, 0x0230004B), Status::Success);
     EXPECT_EQ(built.applet.readInt(FG_FORMAT), FG_COL48);
     EXPECT_EQ(at(DeviceRegister::PayloadSize), 1024U * 1024 * 6);

@@ -31,7 +31,7 @@ TEST_F(ServedDevice, StreamsFramesOfTheBoard) {
         const Picture picture = receivePicture();
         ASSERT_EQ(picture.leader.size(), LeaderSize);
         EXPECT_EQ(wordOf(picture.leader, 0), id);
-        EXPECT_EQ(wordOf(picture.leader, 8 + 12), 0x02180015U) << "BGR8";
+        EXPECT_EQ(wordOf(picture.leader, 8 + 12), 0x02180014U) << "RGB8";
         EXPECT_EQ(wordOf(picture.leader, 8 + 16), 64U);
         EXPECT_EQ(wordOf(picture.leader, 8 + 20), 32U);
         EXPECT_EQ(wordOf(picture.trailer, 8 + 4), 32U);
