@@ -59,8 +59,9 @@ constexpr std::uint32_t Version12 = 0x00010002;
 constexpr std::uint32_t BigEndianUtf8 = 0x80000001;
 constexpr std::uint32_t PersistentIp = 5;  // and link-local
 constexpr std::uint32_t AllCapabilities = 0xC0000007;
-constexpr std::uint32_t ShortestHeartbeat = 500;  // ms
-constexpr std::uint32_t UsualHeartbeat = 3000;    // ms
+constexpr std::uint32_t ShortestHeartbeat = 500;    // ms
+constexpr std::uint32_t LongestHeartbeat = 600000;  // ms: a viewer under a debugger, but no device is lost for ever
+constexpr std::uint32_t UsualHeartbeat = 3000;      // ms
 constexpr std::uint32_t LatchTimestamp = 2;
 constexpr std::uint32_t FireTestPacket = 0x80000000;
 constexpr std::uint32_t DoNotFragment = 0x40000000;
@@ -200,7 +201,9 @@ Status DeviceMemory::writeBootstrap(std::uint32_t address, std::span<const std::
     }
     const std::lock_guard guard(mutex_);
     switch (address) {
-        case Heartbeat: putNumber(Heartbeat, std::max(value, ShortestHeartbeat)); return Status::Success;
+        case Heartbeat:
+            putNumber(Heartbeat, std::clamp(value, ShortestHeartbeat, LongestHeartbeat));
+            return Status::Success;
         case TimestampControl:
             if ((value & LatchTimestamp) != 0) {
                 const auto ticks = static_cast<std::uint64_t>(board_.signalTime() * (TicksPerSecond / 1e6));

@@ -126,7 +126,8 @@ private:
             constexpr double Mebibyte = 1 << 20;
             console_.out << std::fixed << std::setprecision(1) << flow.frames << " frames a second, "
                          << flow.bytes / Mebibyte << " MiB/s; " << state.stream.resent << " packets sent again, "
-                         << state.stream.gone << " too late, " << state.stream.lost << " frames lost\n";
+                         << state.stream.gone << " requests for more in vain, " << state.stream.lost
+                         << " frames lost\n";
         }
     }
 

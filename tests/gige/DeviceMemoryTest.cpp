@@ -205,6 +205,14 @@ TEST_F(RegistersOfTheDevice, KeepNothingOfAControllerThatHasGone) {
     EXPECT_EQ(built.applet.readText(FG_DEBUGFILE), before);
 }
 
+TEST_F(RegistersOfTheDevice, LimitTheHeartbeat) {
+    EXPECT_EQ(memory.heartbeat(), 3000U);
+    EXPECT_EQ(write(0x938, 0), Status::Success);
+    EXPECT_EQ(at(0x938U), 500U);
+    EXPECT_EQ(write(0x938, 0xFFFFFFFF), Status::Success);
+    EXPECT_EQ(at(0x938U), 600'000U) << "ten minutes";
+}
+
 TEST_F(RegistersOfTheDevice, LimitPackets) {
     EXPECT_EQ(write(PacketSize, 100), Status::Success);
     EXPECT_EQ(memory.stream().packetSize, LeastPacketSize);
