@@ -176,7 +176,7 @@ void Streamer::sendFrames(std::int64_t frames) {
 /// faster if frames wait already.
 void Streamer::setPace(std::size_t frameBytes, bool framesWait) {
     constexpr double Gentle = 100e6;  // bytes a second
-    constexpr double Unlimited = std::numeric_limits<double>::infinity();
+    constexpr double Unlimited = std::numeric_limits<double>::max();
     const Clock::time_point now = Clock::now();
     const double seconds = std::chrono::duration<double>(now - std::exchange(arrived_, now)).count();
     const double needed = 2.0 * static_cast<double>(frameBytes) / std::max(seconds, 1e-6);
