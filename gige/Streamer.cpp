@@ -175,7 +175,7 @@ void Streamer::sendFrames(std::int64_t frames) {
 /// A frame goes out in half the time that one takes to come, so that the receiver's socket does not overflow, and
 /// faster if frames wait already.
 void Streamer::setPace(std::size_t frameBytes, bool framesWait) {
-    constexpr double Gentle = 100e6;  // bytes a second
+    constexpr double Gentle = 30e6;  // bytes a second
     constexpr double Unlimited = std::numeric_limits<double>::max();
     const Clock::time_point now = Clock::now();
     const double seconds = std::chrono::duration<double>(now - std::exchange(arrived_, now)).count();
