@@ -138,6 +138,21 @@ private:
     Clock::time_point last_;
 };
 
+double rateOf(const std::string& words) {
+    constexpr double Least = 1e5;  // bytes a second
+    constexpr double Most = 1e11;
+    double rate = 0.0;
+    try {
+        rate = parseQuantity(words, "B/s");
+    } catch (const UsageError& error) {
+        throw UsageError("--rate " + words + ": " + error.what());
+    }
+    if (!(rate >= Least && rate <= Most)) {
+        throw UsageError("--rate " + words + ": 100kB/s to 100GB/s");
+    }
+    return rate;
+}
+
 gige::DeviceOptions optionsOf(const Session& session, const ServeArguments& arguments) {
     gige::DeviceOptions options;
     options.interface = arguments.interface;
@@ -146,10 +161,7 @@ gige::DeviceOptions optionsOf(const Session& session, const ServeArguments& argu
     if (options.userSet.empty() && session.options().load) {
         options.userSet = session.options().load->string();
     }
-    options.bytesPerSecond = parseQuantity(arguments.rate, "B/s");
-    if (!(options.bytesPerSecond >= 1e5 && options.bytesPerSecond <= 1e11)) {
-        throw UsageError("--rate " + arguments.rate + ": 100kB/s to 100GB/s");
-    }
+    options.bytesPerSecond = rateOf(arguments.rate);
     constexpr std::size_t LongestSerial = 15;
     if (arguments.serial.empty() || arguments.serial.size() > LongestSerial) {
         throw UsageError("--serial \"" + arguments.serial + "\": 1 to 15 characters");

@@ -301,6 +301,8 @@ INSTANTIATE_TEST_SUITE_P(Words, WrongService,
                                          Wrong{"PortThatIsTaken", "", 1, "3956"},
                                          Wrong{"SerialTooLong", "--serial 0123456789ABCDEF", 2, "1 to 15 characters"},
                                          Wrong{"SerialOfNothing", "--serial ''", 2, "--serial"},
+                                         Wrong{"RateInWords", "--rate fast", 2, "--rate fast: it takes a number"},
+                                         Wrong{"RateOfLength", "--rate 5m", 2, "--rate 5m: it takes a number"},
                                          Wrong{"RateOfNothing", "--rate 0", 2, "100kB/s to 100GB/s"},
                                          Wrong{"AnotherProtocol", "usb", 2, "usb"}),
                          [](const auto& each) { return each.param.name; });
