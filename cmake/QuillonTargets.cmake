@@ -87,11 +87,12 @@ if(QUILLON_SANITIZE)
 endif()
 set(quillonTestHeaders <gmock/gmock.h> <gtest/gtest.h> <string> <vector>)
 
-# quillon_test(NAME SOURCES... [LIBRARIES ...] [ENVIRONMENT ...] [OWN_HEADERS]): a GoogleTest executable whose tests ctest finds by name. Tests are compiled to
+# quillon_test(NAME SOURCES... [LIBRARIES ...] [ENVIRONMENT ...] [OWN_HEADERS] [ALONE]): a GoogleTest executable whose tests ctest finds by name. Tests are compiled to
 # be built fast, with the framework's headers compiled once; what they test is compiled as it is shipped.
 # OWN_HEADERS is for a test whose libraries bring compiler flags of their own, with which the shared headers can't be used; it compiles them for itself.
+# ALONE: ctest runs nothing beside it.
 function(quillon_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "OWN_HEADERS" "" "SOURCES;LIBRARIES;ENVIRONMENT")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "OWN_HEADERS;ALONE" "" "SOURCES;LIBRARIES;ENVIRONMENT")
     if(NOT TARGET quillon_test_headers)
         file(WRITE ${CMAKE_BINARY_DIR}/quillon_test_headers.cpp "// Compiles the headers that all tests share.\n")
         # An executable, as the tests are: headers are shared among objects of one kind only.
@@ -110,6 +111,11 @@ function(quillon_test name)
     else()
         target_precompile_headers(${name} REUSE_FROM quillon_test_headers)
     endif()
+    set(properties TIMEOUT ${quillonTestTimeout} RUN_SERIAL ${arg_ALONE})
+    if(arg_ENVIRONMENT)
+        # An empty value would be left out, and its name taken with the next.
+        list(APPEND properties ENVIRONMENT "${arg_ENVIRONMENT}")
+    endif()
     # A test is called in ctest what it is called in its program, parameters included.
-    gtest_discover_tests(${name} NO_PRETTY_VALUES TEST_PREFIX "" DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT ${quillonTestTimeout})
+    gtest_discover_tests(${name} NO_PRETTY_VALUES TEST_PREFIX "" DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
