@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <sstream>
 #include <thread>
 
 namespace quillon::gige {
@@ -44,6 +45,15 @@ bool isInstalled(const std::string& program) {
 
 Outcome run(const std::string& command) {
     return cli::testing::shell(command);
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::istringstream stream(text);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
 }
 
 bool becomes(const std::function<bool()>& question, std::chrono::milliseconds patience) {

@@ -32,6 +32,8 @@ bool isInstalled(const std::string& program);
 /// Runs a command of the shell to its end.
 Outcome run(const std::string& command);
 
+std::vector<std::string> linesOf(const std::string& text);
+
 /// Asks until the answer is yes; no: the time is over.
 bool becomes(const std::function<bool()>& question, std::chrono::milliseconds patience = std::chrono::seconds(15));
 
