@@ -14,7 +14,7 @@ inline constexpr std::string_view StandardFeatures = R"xml(<Nodes>
 <Category Name="AcquisitionControl"><pFeature>AcquisitionMode</pFeature><pFeature>AcquisitionStart</pFeature><pFeature>AcquisitionStop</pFeature><pFeature>AcquisitionFrameCount</pFeature><pFeature>AcquisitionFrameRate</pFeature><pFeature>AcquisitionLineRate</pFeature><pFeature>ExposureTime</pFeature><pFeature>TriggerSelector</pFeature><pFeature>TriggerMode</pFeature><pFeature>TriggerSource</pFeature><pFeature>TriggerActivation</pFeature><pFeature>TriggerSoftware</pFeature></Category>
 <Category Name="AnalogControl"><pFeature>Gain</pFeature><pFeature>BlackLevel</pFeature><pFeature>Gamma</pFeature></Category>
 <Category Name="UserSetControl"><pFeature>UserSetSelector</pFeature><pFeature>UserSetLoad</pFeature><pFeature>UserSetSave</pFeature></Category>
-<Category Name="TransportLayerControl"><pFeature>PayloadSize</pFeature><pFeature>TLParamsLocked</pFeature></Category>
+<Category Name="TransportLayerControl"><pFeature>PayloadSize</pFeature><pFeature>TLParamsLocked</pFeature><pFeature>GevSCPSPacketSize</pFeature><pFeature>GevSCPSFireTestPacket</pFeature><pFeature>GevSCPD</pFeature><pFeature>GevTimestampTickFrequency</pFeature></Category>
 
 <StringReg Name="DeviceVendorName"><Address>0x48</Address><Length>32</Length><AccessMode>RO</AccessMode><pPort>Device</pPort></StringReg>
 <StringReg Name="DeviceModelName"><Address>0x68</Address><Length>32</Length><AccessMode>RO</AccessMode><pPort>Device</pPort></StringReg>
@@ -82,6 +82,14 @@ inline constexpr std::string_view StandardFeatures = R"xml(<Nodes>
 <IntReg Name="PayloadSize_Reg"><Address>0x20010</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></IntReg>
 <Integer Name="TLParamsLocked"><pValue>TLParamsLocked_Reg</pValue><Min>0</Min><Max>1</Max></Integer>
 <IntReg Name="TLParamsLocked_Reg"><Address>0x20060</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></IntReg>
+<Integer Name="GevSCPSPacketSize"><Description>Of the stream, with the heads of IP and UDP</Description><pValue>GevSCPSPacketSize_Reg</pValue><Min>220</Min><Max>9000</Max><Inc>4</Inc><Unit>B</Unit></Integer>
+<MaskedIntReg Name="GevSCPSPacketSize_Reg"><Address>0xD04</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><LSB>31</LSB><MSB>16</MSB><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></MaskedIntReg>
+<Command Name="GevSCPSFireTestPacket"><Description>Sends one packet of that size</Description><pValue>GevSCPSFireTestPacket_Reg</pValue><CommandValue>1</CommandValue></Command>
+<MaskedIntReg Name="GevSCPSFireTestPacket_Reg"><Address>0xD04</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><LSB>0</LSB><MSB>0</MSB><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></MaskedIntReg>
+<Integer Name="GevSCPD"><Description>Least delay between packets, in ticks of the timestamp</Description><pValue>GevSCPD_Reg</pValue></Integer>
+<IntReg Name="GevSCPD_Reg"><Address>0xD08</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></IntReg>
+<Integer Name="GevTimestampTickFrequency"><pValue>GevTimestampTickFrequency_Reg</pValue><Unit>Hz</Unit></Integer>
+<IntReg Name="GevTimestampTickFrequency_Reg"><Address>0x93C</Address><Length>8</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></IntReg>
 </Nodes>
 )xml";
 

@@ -138,15 +138,19 @@ private:
     Clock::time_point last_;
 };
 
+/// Parses the word of an option; an error names both.
+double numberOf(const std::string& option, const std::string& word, double (*parse)(std::string_view)) {
+    try {
+        return parse(word);
+    } catch (const UsageError& error) {
+        throw UsageError(option + " " + word + ": " + error.what());
+    }
+}
+
 double rateOf(const std::string& words) {
     constexpr double Least = 1e5;  // bytes a second
     constexpr double Most = 1e11;
-    double rate = 0.0;
-    try {
-        rate = parseQuantity(words, "B/s");
-    } catch (const UsageError& error) {
-        throw UsageError("--rate " + words + ": " + error.what());
-    }
+    const double rate = numberOf("--rate", words, [](std::string_view word) { return parseQuantity(word, "B/s"); });
     if (!(rate >= Least && rate <= Most)) {
         throw UsageError("--rate " + words + ": 100kB/s to 100GB/s");
     }
@@ -173,7 +177,7 @@ Clock::time_point endOf(const ServeArguments& arguments) {
     if (arguments.duration.empty()) {
         return Clock::time_point::max();
     }
-    const double seconds = parseSeconds(arguments.duration);
+    const double seconds = numberOf("--for", arguments.duration, parseSeconds);
     constexpr double Week = 7.0 * 24 * 3600;
     if (!(seconds > 0.0 && seconds <= Week)) {
         throw UsageError("--for " + arguments.duration + ": more than 0 s, and at most a week");

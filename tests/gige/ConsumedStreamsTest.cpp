@@ -54,6 +54,15 @@ protected:
     }
 };
 
+TEST_F(ArvCameraTest, TriesWhichPacketsArrive) {
+    const Served served;
+    const std::string told = run("arv-camera-test-0.8 -j always --duration 2").out;
+    const int size = countOf("gv packet size", told);
+    EXPECT_GT(size, 8000) << "the network takes more than the device sends";
+    EXPECT_LE(size, 9000);
+    EXPECT_EQ(countOf("n_failures", told), 0) << told;
+}
+
 TEST_F(ArvCameraTest, LosesNoFrame) {
     // 34 frames of 1.6 MB a second.
     expectAllFrames("", {"--set", "FG_LINEPERIODE=29.3", "--set", "FG_WIDTH=512", "--scene", "bars"}, 33);

@@ -217,6 +217,7 @@ INSTANTIATE_TEST_SUITE_P(Words, WrongService,
                                          Wrong{"RateInWords", "--rate fast", 2, "--rate fast: it takes a number"},
                                          Wrong{"RateOfLength", "--rate 5m", 2, "--rate 5m: it takes a number"},
                                          Wrong{"RateOfNothing", "--rate 0", 2, "100kB/s to 100GB/s"},
+                                         Wrong{"TimeInWords", "--for soon", 2, "--for soon: "},
                                          Wrong{"AnotherProtocol", "usb", 2, "usb"}),
                          [](const auto& each) { return each.param.name; });
 
