@@ -50,10 +50,11 @@ std::string notEmpty(const std::string& word) {
 
 /// What opens a session; within one that lasts it is too late for them.
 void addOpeningOptions(CLI::App& app, Options& options) {
-    app.add_option("--library", options.library, "The applet; by default lib/libQuillon.so beside the command's bin/")
+    app.add_option("--library", options.library,
+                   "The applet; by default that of the command's own build or installation")
         ->type_name("PATH");
     app.add_option("--softboard", options.softBoard,
-                   "The software board's libraries; by default lib/softboard beside bin/")
+                   "The software board's libraries; by default lib/softboard beside the applet's")
         ->type_name("DIR");
     app.add_option("--design", options.design, "Load this design file (.tav) instead of the carried one")
         ->type_name("FILE");

@@ -10,6 +10,7 @@
 #include "cli/PartFile.h"
 #include "cli/Refusals.h"
 #include "quillon/ErrorCode.h"
+#include "quillon/client/Installation.h"
 
 namespace quillon::cli {
 
@@ -83,8 +84,14 @@ std::string inWords(int code) {
 }  // namespace
 
 Options defaultOptions() {
-    const std::filesystem::path root = std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
     Options options;
+    if (const auto installed = client::findInstallation()) {
+        options.library = installed->applet;
+        options.softBoard = installed->softBoard;
+        return options;
+    }
+    // Where a build has them, to be named when they are missed.
+    const std::filesystem::path root = std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
     options.library = root / "lib" / "libQuillon.so";
     options.softBoard = root / "lib" / "softboard";
     return options;

@@ -7,6 +7,7 @@
 #include "client/SharedLibrary.h"
 #include "quillon/ErrorCode.h"
 #include "quillon/client/Errors.h"
+#include "quillon/client/Installation.h"
 
 namespace quillon::client {
 
@@ -47,6 +48,11 @@ Library Library::open(const std::filesystem::path& file, const std::filesystem::
         needed.emplace_back(std::filesystem::absolute(standInDirectory) / name);
     }
     return Library(std::make_shared<const Loaded>(std::move(needed), SharedLibrary(std::filesystem::absolute(file))));
+}
+
+Library Library::open() {
+    const Installation installation = requireInstallation();
+    return open(installation.applet, installation.softBoard);
 }
 
 Library Library::loaded() {

@@ -5,6 +5,7 @@
 
 #include "client/SoftBoardFunctions.h"
 #include "quillon/client/Errors.h"
+#include "quillon/client/Installation.h"
 
 namespace quillon::client {
 
@@ -73,6 +74,8 @@ std::uint64_t SoftBoardLibrary::liveHandles() const {
 void SoftBoard::Close::operator()(IXdevice* board) const {
     loaded->close(board);
 }
+
+SoftBoard::SoftBoard() : SoftBoard(requireInstallation().softBoard) {}
 
 SoftBoard::SoftBoard(const std::filesystem::path& standInDirectory) : SoftBoard(SoftBoardLibrary(standInDirectory)) {}
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "quillon/client/Errors.h"
+#include "quillon/client/Export.h"
 #include "quillon/client/Functions.h"
 #include "quillon/client/Library.h"
 #include "quillon/client/ParameterName.h"
@@ -37,7 +38,7 @@ enum class Ownership {
 /// whose names begin with "read" throw what they are refused. Functions that return `int` answer the applet's own code,
 /// 0 for success, and throw nothing of their own. Parameter calls may come from several threads at once; moving and
 /// destroying must not race with any call.
-class Applet {
+class QUILLON_CLIENT_API Applet {
 public:
     /// Opens the applet on a board, of the SDK or in software (SoftBoard). With bit 0 of `flags` set the design is left
     /// as it is, else it gets the start-up state. Throws OpenError with the status that Std_entry stored.
@@ -189,7 +190,7 @@ private:
 
 /// A parameter of an applet, to be read and written as a variable is. It must not outlive the applet, nor the name that
 /// it was made of.
-class Setting {
+class QUILLON_CLIENT_API Setting {
 public:
     Setting(Applet& applet, ParameterName parameter) : applet_(applet), parameter_(parameter) {}
 

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "quillon/client/Applet.h"
+#include "quillon/client/Export.h"
 #include "quillon/client/SoftBoard.h"
 
 struct softboard_memory;
@@ -41,7 +42,7 @@ enum class FrameFlag : std::uint32_t {
 };
 
 /// What is known of a frame beside its bytes. A tick is 8 ns of the board's clock.
-struct FrameDescription {
+struct QUILLON_CLIENT_API FrameDescription {
     std::uint64_t number = 0;      ///< 1, 2, 3 ... since the start of the acquisition, without gaps
     std::uint64_t image = 0;       ///< the same among the frames that the trigger made: gaps are frames that were left
                                    ///< out or lost
@@ -66,7 +67,7 @@ struct FrameDescription {
 /// The bytes are one stream of bits, from the lowest bit of the first byte on: blue, green and red of the first pixel,
 /// or red, green and blue where the flag RedFirst says so, then those of the next; lines follow each other without a
 /// gap.
-class Frame {
+class QUILLON_CLIENT_API Frame {
 public:
     /// Throws ValueError for a number of bits that no format has, and for fewer bytes than the lines take.
     Frame(const FrameDescription& description, std::span<const std::byte> bytes);
@@ -97,7 +98,7 @@ private:
 
 /// The bytes of a frame as the applet is set now: FG_WIDTH times FG_HEIGHT pixels in the FG_FORMAT. Throws what
 /// Applet::get throws.
-std::size_t frameSize(const Applet& applet);
+QUILLON_CLIENT_API std::size_t frameSize(const Applet& applet);
 
 /// How a memory is filled again when all its buffers hold frames.
 enum class MemoryMode {
@@ -106,7 +107,7 @@ enum class MemoryMode {
 };
 
 /// Buffers for the frames of a software board, filled with zeros at first.
-class FrameMemory {
+class QUILLON_CLIENT_API FrameMemory {
 public:
     /// Throws Error if a number is 0 or memory is short.
     FrameMemory(const SoftBoard& board, std::size_t bufferSize, unsigned buffers);
@@ -133,7 +134,7 @@ private:
 };
 
 /// A frame did not come: the time was over, or the acquisition has ended.
-class FrameError : public CallError {
+class QUILLON_CLIENT_API FrameError : public CallError {
 public:
     FrameError(std::uint64_t frameNumber, unsigned timeout, int answeredCode);
     /// Whether the time was over; the acquisition may go on then.
@@ -143,7 +144,7 @@ public:
 
 /// An acquisition from its start to its stop, frame by frame. A frame is held in its buffer until the next one is asked
 /// for. Applet and memory must outlive it; one acquisition runs at a time.
-class Acquisition {
+class QUILLON_CLIENT_API Acquisition {
 public:
     /// Starts an acquisition of `count` frames (-1: without end) and sets the memory to hold. `timeout` is how many
     /// seconds each frame is waited for. Throws CallError if it does not start.

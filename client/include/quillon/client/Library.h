@@ -7,17 +7,22 @@
 #include <span>
 #include <string>
 
+#include "quillon/client/Export.h"
 #include "quillon/client/Functions.h"
 
 namespace quillon::client {
 
 /// libQuillon.so, loaded in a scope of its own. Copies share it; it is closed with the last of them, and with the
 /// last Applet that came from it.
-class Library {
+class QUILLON_CLIENT_API Library {
 public:
     /// Loads the applet for a machine that has the SDK and the board's libraries where the system finds them.
     /// Throws LibraryError if a library or an exported function is missing.
     static Library open(const std::filesystem::path& file);
+
+    /// Loads the applet of this installation with the stand-ins of its software board. Throws LibraryError if there is
+    /// none (see findInstallation).
+    static Library open();
 
     /// Loads the stand-ins of the software board from `standInDirectory` first, and then the applet, which finds them
     /// by their names. No search path needs to be set.

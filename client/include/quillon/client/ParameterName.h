@@ -3,11 +3,13 @@
 #include <string>
 #include <string_view>
 
+#include "quillon/client/Export.h"
+
 namespace quillon::client {
 
 /// A parameter as a caller names it: by its id, as FG_WIDTH, or by its name, as "FG_WIDTH". Made on the way into a
 /// call, which it must not outlive where it was made of a name.
-class ParameterName {
+class QUILLON_CLIENT_API ParameterName {
 public:
     ParameterName(int id) : id_(id) {}
     ParameterName(const char* name) : name_(name) {}

@@ -8,6 +8,7 @@
 
 #include "quillon/PublicParameters.h"
 #include "quillon/RegisterInfo.h"
+#include "quillon/client/Export.h"
 
 namespace quillon::client {
 
@@ -15,7 +16,7 @@ enum class RecordKind { Group, UInt, Int, UInt64, Int64, Double, Enum, String, U
 
 /// Bounds and step; a step of 0 means that none is told.
 template <typename Number>
-struct Range {
+struct QUILLON_CLIENT_API Range {
     Number min;
     Number max;
     Number step;
@@ -23,7 +24,7 @@ struct Range {
 };
 
 /// One value of an enumerated parameter.
-struct EnumEntry {
+struct QUILLON_CLIENT_API EnumEntry {
     std::string label;  ///< words for people, "Low Active"
     std::int32_t value;
     std::string name;  ///< symbol, "FG_LOW"
@@ -32,7 +33,7 @@ struct EnumEntry {
 
 /// A copy of what the applet tells of one parameter, or of a group of them, at the time of the call. All texts are in
 /// the applet's own bytes, Latin-1; utf8() of client/Text.h turns them for people.
-struct ParameterRecord {
+struct QUILLON_CLIENT_API ParameterRecord {
     RecordKind kind = RecordKind::Group;
     std::string label;
     std::string symbol;  ///< the parameter's name; empty for a group
@@ -57,12 +58,12 @@ struct ParameterRecord {
 };
 
 /// The record of the parameter (no group) with this id in the applet's own tree, or null.
-const RegisterInfo* findRecord(const RegisterInfo* head, std::int32_t id);
+QUILLON_CLIENT_API const RegisterInfo* findRecord(const RegisterInfo* head, std::int32_t id);
 
 /// Copies a record and all that it holds. Throws Error for a type that the interface does not have.
-ParameterRecord copyRecord(const RegisterInfo& record);
+QUILLON_CLIENT_API ParameterRecord copyRecord(const RegisterInfo& record);
 
 /// The first parameter (no group) with this id in the trees, or null.
-const ParameterRecord* findRecord(const std::vector<ParameterRecord>& trees, std::int32_t id);
+QUILLON_CLIENT_API const ParameterRecord* findRecord(const std::vector<ParameterRecord>& trees, std::int32_t id);
 
 }  // namespace quillon::client

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "quillon/client/Export.h"
 #include "quillon/client/Scene.h"
 
 struct IXdevice;
@@ -21,7 +22,7 @@ enum class Direction { Read = 0, Write = 1, Call = 2 };
 enum class RegisterAccess { Read = 0, Write = 1, ReadWrite = 2 };
 
 /// One entry of a software board's transcript: an access to a parameter or a register, or a call of an SDK function.
-struct Access {
+struct QUILLON_CLIENT_API Access {
     std::uint64_t sequence = 0;
     Direction direction = Direction::Read;
     std::int32_t id = 0;
@@ -40,7 +41,7 @@ struct Access {
 enum class Signal : unsigned { Exsync = 1, Exsync2 = 2, Flash = 3, LineValid = 4, FrameValid = 5 };
 
 /// An edge of a signal or an output, or an event of the design.
-struct SignalChange {
+struct QUILLON_CLIENT_API SignalChange {
     enum class Kind { Signal = 0, Output = 1, Event = 2 };
 
     std::uint64_t tick = 0;  ///< of 8 ns on the board's clock
@@ -51,7 +52,7 @@ struct SignalChange {
 };
 
 /// What a board's digital signals did, in order.
-struct SignalRecording {
+struct QUILLON_CLIENT_API SignalRecording {
     std::vector<SignalChange> changes;
     std::map<unsigned, std::string> events;  ///< the design's names of those that came, by their bits
     std::uint64_t lost = 0;                  ///< changes that came when it was full
@@ -66,7 +67,7 @@ enum class ClockMode {
 };
 
 /// The software board's library with what belongs to the process and to no board. Copies share it.
-class SoftBoardLibrary {
+class QUILLON_CLIENT_API SoftBoardLibrary {
 public:
     /// Loads libsoftboard.so from the folder of the stand-ins; throws LibraryError.
     explicit SoftBoardLibrary(const std::filesystem::path& standInDirectory);
@@ -94,8 +95,10 @@ private:
 /// A frame grabber in software, from opening to closing. Every applet on it must be gone before it is.
 ///
 /// What a call refuses (an unknown name, a value that doesn't fit) is thrown as CallError with the board's code.
-class SoftBoard {
+class QUILLON_CLIENT_API SoftBoard {
 public:
+    /// A board of this installation (see findInstallation). Throws LibraryError if there is none.
+    SoftBoard();
     explicit SoftBoard(const std::filesystem::path& standInDirectory);
     explicit SoftBoard(SoftBoardLibrary library);
 

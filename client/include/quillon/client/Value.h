@@ -12,12 +12,13 @@
 #include <variant>
 
 #include "quillon/client/Errors.h"
+#include "quillon/client/Export.h"
 
 namespace quillon::client {
 
 /// A number or a text on its way into a parameter or out of one. Numbers convert into every type that holds them; texts
 /// are texts, in the applet's own bytes (Latin-1), or names of enumerators.
-class Value {
+class QUILLON_CLIENT_API Value {
 public:
     template <std::signed_integral Number>
     Value(Number number) : held_(std::int64_t{number}) {}
