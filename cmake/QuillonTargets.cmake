@@ -23,7 +23,8 @@ endif()
 
 # What the world may know of the applet, under all folders: headers and lists alone.
 add_library(quillon_vocabulary INTERFACE)
-target_include_directories(quillon_vocabulary INTERFACE ${PROJECT_SOURCE_DIR}/include)
+target_include_directories(quillon_vocabulary INTERFACE
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 
 # quillon_sees(TARGET SCOPE FOLDER): TARGET finds the headers of FOLDER, as "FOLDER/Header.h", and those of no other folder by it: the
 # include folder holds a link to FOLDER and nothing else.
