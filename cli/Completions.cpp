@@ -25,6 +25,8 @@ constexpr std::array rules{
     CompletionRule{"registers", "", "registers"},
     CompletionRule{"info", "", "constants"},
     CompletionRule{"help", "", "verbs"},
+    CompletionRule{"manual", "", "verbs"},
+    CompletionRule{"manual", "--pages", "folders"},
     CompletionRule{"completion", "", "bash zsh"},
     CompletionRule{"load", "", "(.mcf)"},
     CompletionRule{"save", "", "(.mcf)"},

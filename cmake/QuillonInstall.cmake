@@ -41,7 +41,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/quillon.pc DESTINATION ${CMAKE_INSTALL
 # ---- command, documentation ----
 
 install(TARGETS quillon RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
-install(FILES ${CMAKE_BINARY_DIR}/share/quillon.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
+install(DIRECTORY ${CMAKE_BINARY_DIR}/share/man/man1 DESTINATION ${CMAKE_INSTALL_MANDIR} COMPONENT command)
 install(FILES ${CMAKE_BINARY_DIR}/share/quillon.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME quillon
     COMPONENT command)
 install(FILES ${CMAKE_BINARY_DIR}/share/_quillon DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT command)

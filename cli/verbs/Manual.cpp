@@ -1,5 +1,10 @@
 #include <array>
+#include <cctype>
+#include <filesystem>
+#include <memory>
+#include <system_error>
 
+#include "cli/PartFile.h"
 #include "cli/Verb.h"
 
 namespace quillon::cli {
@@ -54,6 +59,7 @@ constexpr std::array environment{
          "Characters of a line, by which tables and help are folded. By default as many as the terminal "
          "has; without a terminal lines stay whole."},
     Term{"NO_COLOR", "Holds anything: no colour. Colour is for terminals alone."},
+    Term{"QUILLON_HOME", "The folder above lib/libQuillon.so and lib/softboard, if they are not near the command."},
     Term{"TERM", "\"dumb\": neither colour nor a line that tells of progress."},
     Term{"TMPDIR", "Folder for what lives no longer than the command; by default /tmp."},
     Term{"ORLO_ENABLE_DRA",
@@ -70,10 +76,9 @@ constexpr std::array files{
          "a load would keep silent about."},
     Term{"*.lut", "Lookup tables: 16384 entries for each of three colours, as text."},
     Term{"*.tav", "Design files, for --design."},
-    Term{"../lib/libQuillon.so, ../lib/softboard",
-         "The applet and the software board's libraries, seen from the "
-         "folder of the command."},
-    Term{"../share/quillon.bash, ../share/_quillon", "Completion for bash and the Z shell, likewise."},
+    Term{"lib/libQuillon.so, lib/softboard",
+         "The applet and the software board's libraries, in the build folder of the command, or in quillon/ beside the "
+         "libraries of its installation."},
 };
 
 constexpr const char* json =
@@ -93,8 +98,7 @@ void writeTerms(std::ostream& out, const char* heading, const Terms& terms) {
     }
 }
 
-ExitStatus manual(const Description& command, Console& console) {
-    std::ostream& out = console.out;
+void writeCommand(std::ostream& out, const Description& command) {
     out << ".TH QUILLON 1\n.SH NAME\nquillon \\- talk to the frame grabber applet\n"
         << ".SH SYNOPSIS\n.B quillon\n[OPTIONS] VERB [ARGUMENTS]\n"
         << ".SH DESCRIPTION\n"
@@ -112,14 +116,74 @@ ExitStatus manual(const Description& command, Console& console) {
     writeTerms(out, "ENVIRONMENT", environment);
     writeTerms(out, "FILES", files);
     out << ".SH JSON\n" << escaped(json) << '\n';
+}
+
+std::string upperCase(std::string text) {
+    std::ranges::transform(text, text.begin(), [](char letter) { return static_cast<char>(std::toupper(letter)); });
+    return text;
+}
+
+/// A page of the verb's own, which leaves what all verbs share to that of the command.
+void writeVerb(std::ostream& out, const Description& verb) {
+    out << ".TH QUILLON\\-" << escaped(upperCase(verb.name)) << " 1\n.SH NAME\nquillon\\-" << escaped(verb.name)
+        << " \\- " << escaped(verb.text) << "\n.SH SYNOPSIS\n.B quillon " << escaped(verb.name)
+        << "\n[OPTIONS] [ARGUMENTS]\n.SH DESCRIPTION\n"
+        << escaped(verb.text) << ".\n.SH OPTIONS\n";
+    writeOptions(out, verb);
+    out << ".SH EXAMPLES\n";
+    writeExamples(out, verb.footer);
+    out << ".SH SEE ALSO\n.BR quillon (1),\nwhich tells options of all verbs, exit status, environment and files.\n";
+}
+
+void writePages(const Description& command, const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        throw RefusedError(folder.string() + ": " + error.message());
+    }
+    std::ostringstream page;
+    writeCommand(page, command);
+    writeWhole(folder / "quillon.1", page.str());
+    for (const Description& verb : command.verbs) {
+        page.str("");
+        writeVerb(page, verb);
+        writeWhole(folder / ("quillon-" + verb.name + ".1"), page.str());
+    }
+}
+
+struct ManualArguments {
+    std::string verb;
+    std::string folder;
+};
+
+ExitStatus manual(const Description& command, Console& console, const ManualArguments& arguments) {
+    if (!arguments.folder.empty()) {
+        writePages(command, arguments.folder);
+    } else if (arguments.verb.empty()) {
+        writeCommand(console.out, command);
+    } else {
+        const auto verb = std::ranges::find(command.verbs, arguments.verb, &Description::name);
+        if (verb == command.verbs.end()) {
+            throw UsageError("there is no verb \"" + arguments.verb + "\"; quillon --help lists all");
+        }
+        writeVerb(console.out, *verb);
+    }
     return Done;
 }
 
 }  // namespace
 
 void addManualVerb(Verbs& verbs) {
-    verbs.add("manual", "Print this command's manual page", "  quillon manual | man -l -",
-              [verbs](Session&, Console& console) { return manual(verbs.describe(), console); });
+    auto arguments = std::make_shared<ManualArguments>();
+    Verb verb = verbs.add(
+        "manual", "Print the manual page of this command, or that of a verb",
+        "  quillon manual | man -l -\n"
+        "  quillon manual grab | man -l -\n"
+        "  quillon manual --pages ~/.local/share/man/man1     all pages, for man quillon-grab",
+        [verbs, arguments](Session&, Console& console) { return manual(verbs.describe(), console, *arguments); });
+    verb.add("VERB", &arguments->verb, "The verb; without one the page of the command");
+    verb.add("--pages", &arguments->folder, "Write the page of the command and one of each verb into this folder")
+        .shownAs("DIR");
 }
 
 }  // namespace quillon::cli

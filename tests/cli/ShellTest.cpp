@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <fstream>
 
 #include "tests/cli/Command.h"
 
@@ -26,11 +27,34 @@ TEST(ManualVerb, ItTellsOfStatusEnvironmentFilesAndJson) {
     EXPECT_THAT(page, HasSubstr("\n.SH JSON\nWith \\-\\-json a verb answers"));
 }
 
-TEST(ManualVerb, TheFormatterHasNothingToSayAboutThePage) {
-    const Outcome outcome =
-        shell("command -v groff > /dev/null || exit 0\n\"$quillon\" manual | groff -man -Tascii -ww -Z > /dev/null");
+TEST(ManualVerb, TheFormatterHasNothingToSayAboutThePages) {
+    const Folder folder;
+    const Outcome outcome = shell(
+        "command -v groff > /dev/null || exit 0\n\"$quillon\" manual --pages . || exit 1\n"
+        "for page in *.1; do groff -man -Tascii -ww -Z \"$page\" > /dev/null; done",
+        folder.path());
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
+}
+
+TEST(ManualVerb, AVerbHasAPageOfItsOwn) {
+    const std::string page = quillon({"manual", "grab"}).out;
+    EXPECT_THAT(page, StartsWith(".TH QUILLON\\-GRAB 1\n.SH NAME\nquillon\\-grab \\- "));
+    EXPECT_THAT(page, HasSubstr("\n.B \\-\\-scene SCENE\n"));
+    const Outcome outcome = quillon({"manual", "grasp"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, HasSubstr("there is no verb \"grasp\""));
+}
+
+TEST(ManualVerb, AllPagesAreWrittenIntoAFolder) {
+    const Folder folder;
+    EXPECT_EQ(quillon({"manual", "--pages", folder / "man1"}).status, 0);
+    EXPECT_EQ(contentOf(folder / "man1/quillon.1"), quillon({"manual"}).out);
+    EXPECT_EQ(contentOf(folder / "man1/quillon-get.1"), quillon({"manual", "get"}).out);
+    std::ofstream(folder / "file") << "no folder";
+    const Outcome outcome = quillon({"manual", "--pages", folder / "file/man1"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("file/man1"));
 }
 
 TEST(CompletionVerb, BashOffersVerbsAndParameterNames) {
