@@ -95,7 +95,7 @@ Streamer::~Streamer() {
         const std::lock_guard guard(mutex_);
         leaving_ = true;
     }
-    changed_.notify_one();
+    changed_.notify_all();
     resending_.join();
 }
 
@@ -136,9 +136,11 @@ void Streamer::stop() {
         thread_.join();
     }
     running_ = false;
-    const std::lock_guard guard(mutex_);
+    std::unique_lock lock(mutex_);
     sent_.clear();
     asked_.clear();
+    // A frame that is being sent again gives up, and must not go on when the next stream has opened the sender.
+    changed_.wait(lock, [this] { return !resendsNow_; });
 }
 
 void Streamer::run(std::int64_t frames) {
@@ -233,7 +235,7 @@ void Streamer::resend(const ResendRequest& request) {
         }
         asked_.push_back(request);
     }
-    changed_.notify_one();
+    changed_.notify_all();
 }
 
 void Streamer::resendRun() {
@@ -254,9 +256,12 @@ void Streamer::resendRun() {
         frame->again += granted;
         statistics_.resent += granted;
         statistics_.packets += granted;
+        resendsNow_ = true;
         lock.unlock();
         sender_.send(*frame, request.first, request.first + granted - 1);
         lock.lock();
+        resendsNow_ = false;
+        changed_.notify_all();
     }
 }
 

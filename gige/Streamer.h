@@ -84,6 +84,7 @@ private:
     StreamStatistics statistics_;
     std::condition_variable changed_;
     std::deque<ResendRequest> asked_;
+    bool resendsNow_ = false;
     bool leaving_ = false;
     std::thread resending_;
 };
